@@ -1,0 +1,53 @@
+// The smallest Velun program: start the engine, run the main loop with a subsystem
+// of our own, and stop it from inside a pass.
+#include <cstdint>
+#include <iostream>
+#include <vector>
+
+#include "Velun.h"
+
+using namespace Velun;
+
+// Counts frames and stops the loop after a fixed number of them.
+class FrameCounter : public Process {
+public:
+    explicit FrameCounter(int frames) : mFrames(frames), mCount(0) {}
+
+    virtual int run(std::int64_t timestamp) {
+        if (mCount == 0)
+            mFirst = timestamp;
+        mLast = timestamp;
+        if (++mCount == mFrames)
+            VelunCore::getSingleton().getProcessManager().stop(false);
+        return 0;
+    }
+
+    int mFrames, mCount;
+    std::int64_t mFirst = 0, mLast = 0;
+};
+
+class CounterSubsystem : public Subsystem {
+public:
+    explicit CounterSubsystem(int id) { setSubsystemId(id); }
+    virtual std::vector<Process*>* getProcessList() { return &mProcesses; }
+    std::vector<Process*> mProcesses;
+};
+
+int main() {
+    VelunCore& core = VelunCore::getSingleton();
+    core.startup();
+    core.setup(true);
+
+    ProcessManager& processes = core.getProcessManager();
+    CounterSubsystem subsystem(processes.createSubsystemId());
+    FrameCounter counter(100);
+    subsystem.mProcesses.push_back(&counter);
+    processes.registerSubsystem(subsystem, -1);
+
+    processes.run(true);
+    std::cout << "ran " << counter.mCount << " passes from " << counter.mFirst << " ms to " << counter.mLast
+              << " ms" << std::endl;
+
+    core.shutdown();
+    return 0;
+}

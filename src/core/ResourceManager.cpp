@@ -1,0 +1,37 @@
+#include "core/ResourceManager.h"
+
+#include "geometry/GeometryManager.h"
+#include "geometry/ObjectManager.h"
+#include "material/MaterialManager.h"
+#include "sound/SoundManager.h"
+#include "texture/TextureManager.h"
+
+namespace Velun {
+
+ResourceManager::ResourceManager()
+    : mMaterialManager(new MaterialManager()),
+      mTextureManager(new TextureManager()),
+      mGeometryManager(new GeometryManager()),
+      mObjectManager(new ObjectManager()),
+      mSoundManager(new SoundManager()) {}
+
+ResourceManager::~ResourceManager() {
+    delete mMaterialManager;
+    mMaterialManager = 0;
+    delete mTextureManager;
+    mTextureManager = 0;
+    delete mGeometryManager;
+    mGeometryManager = 0;
+    delete mObjectManager;
+    mObjectManager = 0;
+    delete mSoundManager;
+    mSoundManager = 0;
+}
+
+MaterialManager& ResourceManager::getMaterialManager() { return *mMaterialManager; }
+TextureManager& ResourceManager::getTextureManager() { return *mTextureManager; }
+GeometryManager& ResourceManager::getGeometryManager() { return *mGeometryManager; }
+ObjectManager& ResourceManager::getObjectManager() { return *mObjectManager; }
+SoundManager& ResourceManager::getSoundManager() { return *mSoundManager; }
+
+}  // namespace Velun

@@ -1,0 +1,9 @@
+#include "geometry/GeometryManager.h"
+
+namespace Velun {
+
+GeometryManager::GeometryManager() {}
+
+GeometryManager::~GeometryManager() {}
+
+}  // namespace Velun

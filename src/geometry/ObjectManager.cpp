@@ -1,0 +1,9 @@
+#include "geometry/ObjectManager.h"
+
+namespace Velun {
+
+ObjectManager::ObjectManager() {}
+
+ObjectManager::~ObjectManager() {}
+
+}  // namespace Velun

@@ -1,0 +1,9 @@
+#include "material/MaterialManager.h"
+
+namespace Velun {
+
+MaterialManager::MaterialManager() {}
+
+MaterialManager::~MaterialManager() {}
+
+}  // namespace Velun

@@ -1,0 +1,9 @@
+#include "texture/TextureManager.h"
+
+namespace Velun {
+
+TextureManager::TextureManager() {}
+
+TextureManager::~TextureManager() {}
+
+}  // namespace Velun
