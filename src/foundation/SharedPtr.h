@@ -62,12 +62,14 @@ public:
     void release() {
         if (!mRefCount)
             return;
-        if (--*mRefCount == 0) {
-            delete mPtr;
-            delete mRefCount;
-        }
+        T* ptr = mPtr;
+        int* count = mRefCount;
         mPtr = 0;
         mRefCount = 0;
+        if (--*count == 0) {
+            delete ptr;
+            delete count;
+        }
     }
 
 private:

@@ -1,0 +1,229 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "core/ProcessManager.h"
+#include "core/VelunCore.h"
+
+using namespace Velun;
+
+namespace {
+
+// Records each run into a shared trace and calls an optional action.
+class TraceProcess : public Process {
+public:
+    TraceProcess(std::string name, std::vector<std::string>* trace) : mName(name), mTrace(trace) {}
+    int run(std::int64_t) override {
+        mTrace->push_back(mName);
+        if (mAction)
+            mAction();
+        return 0;
+    }
+    std::string mName;
+    std::vector<std::string>* mTrace;
+    std::function<void()> mAction;
+};
+
+class TestSubsystem : public Subsystem {
+public:
+    explicit TestSubsystem(int id) { setSubsystemId(id); }
+    std::vector<Process*>* getProcessList() override { return &mProcesses; }
+    std::vector<Process*> mProcesses;
+};
+
+// A private ProcessManager; the engine is started so that passes can read its clock.
+class ProcessManagerTest : public testing::Test {
+protected:
+    void SetUp() override { VelunCore::getSingleton().startup(); }
+    void TearDown() override { VelunCore::getSingleton().shutdown(); }
+
+    TestSubsystem& add(int id, const std::string& name) {
+        mSubsystems.emplace_back(new TestSubsystem(id));
+        mProcesses.emplace_back(new TraceProcess(name, &mTrace));
+        mSubsystems.back()->mProcesses.push_back(mProcesses.back().get());
+        mManager.registerSubsystem(*mSubsystems.back(), -1);
+        return *mSubsystems.back();
+    }
+    TraceProcess& process(size_t i) { return *mProcesses[i]; }
+
+    ProcessManager mManager;
+    std::vector<std::string> mTrace;
+    std::vector<std::unique_ptr<TestSubsystem>> mSubsystems;
+    std::vector<std::unique_ptr<TraceProcess>> mProcesses;
+};
+
+}  // namespace
+
+TEST_F(ProcessManagerTest, NonBlockingCallsAreRefused) {
+    add(100, "a");
+    EXPECT_EQ(-1, mManager.run(false));
+    EXPECT_EQ(-1, mManager.update(false));
+    EXPECT_EQ(-1, mManager.updateSubsystem(100, false));
+    EXPECT_TRUE(mTrace.empty());
+    EXPECT_FALSE(mManager.isRunning());
+}
+
+TEST_F(ProcessManagerTest, StopOutsideTheLoopLeavesNoRequest) {
+    add(100, "a");
+    EXPECT_EQ(0, mManager.stop(false));
+    EXPECT_EQ(0, mManager.stop(true));
+    int passes = 0;
+    process(0).mAction = [&] {
+        if (++passes == 3)
+            mManager.stop(false);
+    };
+    EXPECT_EQ(0, mManager.run(true));
+    EXPECT_EQ(3, passes);
+}
+
+TEST_F(ProcessManagerTest, StopFromTheFirstSubsystemLetsThePassFinish) {
+    add(100, "a");
+    add(101, "b");
+    add(102, "c");
+    process(0).mAction = [&] {
+        EXPECT_TRUE(mManager.isRunning());
+        EXPECT_EQ(-1, mManager.stop(true));
+        EXPECT_EQ(0, mManager.stop(false));
+    };
+    EXPECT_EQ(0, mManager.run(true));
+    EXPECT_EQ((std::vector<std::string>{"a", "b", "c"}), mTrace);
+    EXPECT_FALSE(mManager.isRunning());
+}
+
+TEST_F(ProcessManagerTest, BlockingStopInsideTheLoopIsRefusedAndTheLoopGoesOn) {
+    add(100, "a");
+    int passes = 0;
+    process(0).mAction = [&] {
+        ++passes;
+        mManager.stop(passes < 4);
+    };
+    mManager.run(true);
+    EXPECT_EQ(4, passes);
+}
+
+TEST_F(ProcessManagerTest, LoopRunsWithEverySubsystemDisabled) {
+    TestSubsystem& a = add(100, "a");
+    TestSubsystem& b = add(101, "b");
+    a.setEnabled(false);
+    b.setEnabled(false);
+    int passes = 0;
+    TestSubsystem stopper(102);
+    TraceProcess stop("stop", &mTrace);
+    stop.mAction = [&] {
+        if (++passes == 5)
+            mManager.stop(false);
+    };
+    stopper.mProcesses.push_back(&stop);
+    stopper.setUpdateMode(Subsystem::UpdateManual);
+    mManager.registerSubsystem(stopper, -1);
+    // The manual subsystem is updated only through updateSubsystem, so drive it from a
+    // pass of an enabled one.
+    TestSubsystem driver(103);
+    TraceProcess drive("drive", &mTrace);
+    drive.mAction = [&] { mManager.updateSubsystem(102, true); };
+    driver.mProcesses.push_back(&drive);
+    mManager.registerSubsystem(driver, -1);
+    mManager.run(true);
+    EXPECT_EQ(5, passes);
+    EXPECT_EQ(0, std::count(mTrace.begin(), mTrace.end(), "a"));
+}
+
+TEST_F(ProcessManagerTest, UpdateModesInAndOutOfTheLoop) {
+    add(100, "manual").setUpdateMode(Subsystem::UpdateManual);
+    add(101, "always").setUpdateMode(Subsystem::UpdateAlways);
+    add(102, "request").setUpdateMode(Subsystem::UpdateOnRequest);
+    add(103, "loop").setUpdateMode(Subsystem::UpdateInLoop);
+
+    mManager.update(true);
+    EXPECT_EQ((std::vector<std::string>{"always", "request"}), mTrace);
+
+    mTrace.clear();
+    process(3).mAction = [&] {
+        if (mTrace.size() == 2) {
+            mManager.update(true);
+            mManager.stop(false);
+        }
+    };
+    mManager.run(true);
+    EXPECT_EQ((std::vector<std::string>{"always", "loop", "request"}), mTrace);
+}
+
+TEST_F(ProcessManagerTest, ProcessModesAndExplicitSubsystemUpdates) {
+    TestSubsystem& idle = add(100, "idle");
+    idle.setProcessMode(Subsystem::ProcessNone);
+    TestSubsystem& manual = add(101, "manual");
+    manual.setUpdateMode(Subsystem::UpdateManual);
+    manual.setEnabled(false);
+    manual.setProcessMode(Subsystem::ProcessAlways);
+
+    mManager.update(true);
+    EXPECT_TRUE(mTrace.empty());
+    EXPECT_EQ(0, mManager.updateSubsystem(101, true));
+    EXPECT_EQ((std::vector<std::string>{"manual"}), mTrace);
+    EXPECT_EQ(0, mManager.updateSubsystem(100, true));
+    EXPECT_EQ(1u, mTrace.size());
+}
+
+TEST_F(ProcessManagerTest, RegistrationOrderAndRefusals) {
+    EXPECT_EQ(100, mManager.createSubsystemId());
+    EXPECT_EQ(101, mManager.createSubsystemId());
+    EXPECT_EQ(102, mManager.createSubsystemId());
+
+    TestSubsystem negative(-3);
+    EXPECT_EQ(-1, mManager.registerSubsystem(negative, -1));
+    EXPECT_EQ(0u, mManager.getSubsystemCount());
+
+    TestSubsystem a(10), b(11), c(12), d(13), e(14);
+    EXPECT_EQ(0, mManager.registerSubsystem(a, -1));
+    EXPECT_EQ(1, mManager.registerSubsystem(b, 7));
+    EXPECT_EQ(0, mManager.registerSubsystem(c, 0));
+    EXPECT_EQ(2, mManager.registerSubsystemAfter(d, 10));
+    EXPECT_EQ(0, mManager.registerSubsystemBefore(e, 12));
+    EXPECT_EQ((std::vector<int>{14, 12, 10, 13, 11}),
+              (std::vector<int>{mManager.getSubsystemByPos(0)->getSubsystemId(),
+                                mManager.getSubsystemByPos(1)->getSubsystemId(),
+                                mManager.getSubsystemByPos(2)->getSubsystemId(),
+                                mManager.getSubsystemByPos(3)->getSubsystemId(),
+                                mManager.getSubsystemByPos(4)->getSubsystemId()}));
+    EXPECT_EQ(5u, mManager.getSubsystemCount());
+    EXPECT_EQ(-1, mManager.registerSubsystemAfter(a, 99));
+    EXPECT_EQ(2, mManager.registerSubsystem(a, -1));
+    EXPECT_EQ(-1, mManager.getSubsystemPos(99));
+    EXPECT_EQ(nullptr, mManager.getSubsystem(99));
+    EXPECT_EQ(5u, mManager.getSubsystemCount());
+    EXPECT_THROW(mManager.getSubsystemByPos(5), std::out_of_range);
+}
+
+TEST_F(ProcessManagerTest, SubsystemAppendedDuringAPassRunsInThatPass) {
+    add(100, "first");
+    TestSubsystem late(101);
+    TraceProcess lateProcess("late", &mTrace);
+    late.mProcesses.push_back(&lateProcess);
+    process(0).mAction = [&] {
+        if (mManager.getSubsystemPos(101) < 0)
+            mManager.registerSubsystem(late, -1);
+        else
+            mManager.stop(false);
+    };
+    mManager.run(true);
+    EXPECT_EQ((std::vector<std::string>{"first", "late", "first", "late"}), mTrace);
+}
+
+TEST_F(ProcessManagerTest, ProcessesOfOneSubsystemShareOneTimestamp) {
+    TestSubsystem& s = add(100, "a");
+    struct StampProcess : Process {
+        int run(std::int64_t t) override {
+            stamps.push_back(t);
+            return 0;
+        }
+        std::vector<std::int64_t> stamps;
+    } one, two;
+    s.mProcesses.push_back(&one);
+    s.mProcesses.push_back(&two);
+    mManager.update(true);
+    ASSERT_EQ(1u, one.stamps.size());
+    EXPECT_EQ(one.stamps, two.stamps);
+}

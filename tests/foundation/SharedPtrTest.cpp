@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include "foundation/SharedPtr.h"
+#include "foundation/Vector.h"
+
+using Dorvan::SharedPtr;
+
+namespace {
+
+struct Base {
+    virtual ~Base() {}
+};
+
+struct Counted : Base {
+    explicit Counted(int* deletions) : mDeletions(deletions) {}
+    ~Counted() { ++*mDeletions; }
+    int* mDeletions;
+};
+
+}  // namespace
+
+TEST(SharedPtrTest, LastCopyDeletesExactlyOnce) {
+    int deletions = 0;
+    {
+        SharedPtr<Counted> first(new Counted(&deletions));
+        {
+            SharedPtr<Counted> second(first);
+            EXPECT_EQ(2, first.getRefCount());
+            EXPECT_EQ(first.get(), second.get());
+        }
+        EXPECT_EQ(0, deletions);
+        EXPECT_EQ(1, first.getRefCount());
+    }
+    EXPECT_EQ(1, deletions);
+}
+
+TEST(SharedPtrTest, SelfAssignmentChangesNoCount) {
+    int deletions = 0;
+    SharedPtr<Counted> p(new Counted(&deletions));
+    SharedPtr<Counted> q(p);
+    p = q;
+    EXPECT_EQ(2, p.getRefCount());
+    p = p.get();
+    EXPECT_EQ(2, p.getRefCount());
+    EXPECT_EQ(0, deletions);
+}
+
+TEST(SharedPtrTest, AssignmentReleasesTheOldObject) {
+    int first = 0, second = 0;
+    SharedPtr<Counted> p(new Counted(&first));
+    p = new Counted(&second);
+    EXPECT_EQ(1, first);
+    SharedPtr<Counted> q(new Counted(&first));
+    q = p;
+    EXPECT_EQ(2, first);
+    EXPECT_EQ(2, p.getRefCount());
+    EXPECT_EQ(0, second);
+}
+
+TEST(SharedPtrTest, DerivedToBaseSharesTheCount) {
+    int deletions = 0;
+    SharedPtr<Base> base;
+    {
+        SharedPtr<Counted> derived(new Counted(&deletions));
+        base = derived;
+        EXPECT_EQ(2, derived.getRefCount());
+        SharedPtr<Base> other(derived);
+        EXPECT_EQ(3, other.getRefCount());
+    }
+    EXPECT_EQ(0, deletions);
+    EXPECT_EQ(1, base.getRefCount());
+    base.release();
+    EXPECT_EQ(1, deletions);
+    EXPECT_TRUE(base.isNull());
+}
+
+TEST(SharedPtrTest, EmptyPointersCopyWithoutACount) {
+    SharedPtr<Counted> empty;
+    SharedPtr<Counted> copy(empty);
+    EXPECT_TRUE(copy.isNull());
+    EXPECT_FALSE(copy);
+    EXPECT_EQ(0, copy.getRefCount());
+    copy = empty;
+    EXPECT_EQ(0, empty.getRefCount());
+}
+
+TEST(SharedPtrTest, VectorElementsAreNewReferences) {
+    int deletions = 0;
+    Dorvan::Vector<SharedPtr<Counted>> list;
+    list.add(SharedPtr<Counted>(new Counted(&deletions)));
+    {
+        SharedPtr<Counted> element = list.get(0);
+        EXPECT_EQ(2, element.getRefCount());
+    }
+    list.removeAt(0);
+    EXPECT_EQ(1, deletions);
+}
