@@ -1,0 +1,212 @@
+#include "scene/BoundingBox.h"
+
+#include "scene/Frustrum.h"
+
+namespace Velun {
+
+BoundingBox::BoundingBox() : mState(StateEmpty) {}
+
+BoundingBox::BoundingBox(Point const& a, Point const& b) : mState(StateEmpty) {
+    merge(a);
+    merge(b);
+}
+
+BoundingBox::~BoundingBox() {}
+
+Point BoundingBox::getCorner(int i) const {
+    return Point(i & 4 ? mMax[0] : mMin[0], i & 2 ? mMax[1] : mMin[1], i & 1 ? mMax[2] : mMin[2]);
+}
+
+int BoundingBox::intersects(BoundingVolume const&, Dorvan::Matrix<float, 4> const&) const {
+    return mState == StateEmpty ? -1 : 1;
+}
+
+int BoundingBox::intersects(BoundingVolume const& other) const {
+    if (mState == StateEmpty)
+        return -1;
+    if (mState == StateInfinite || other.getVolumeType() != VolumeBox)
+        return 1;
+    int otherState = other.getState();
+    if (otherState == StateEmpty)
+        return -1;
+    if (otherState == StateInfinite)
+        return 0;
+    BoundingBox const& box = static_cast<BoundingBox const&>(other);
+    for (int i = 0; i < 3; ++i)
+        if (box.mMax[i] < mMin[i] || box.mMin[i] > mMax[i])
+            return -1;
+    return 0;
+}
+
+// For each plane the largest and smallest distance over the corners come from the
+// corners picked by the signs of the normal; since rounding is monotonic they equal
+// the largest and smallest of the eight distances computed one by one.
+int BoundingBox::intersects(Frustrum const& frustum) const {
+    if (mState == StateEmpty)
+        return -1;
+    if (mState == StateInfinite)
+        return 1;
+    Plane const* planes = frustum.getPlanes();
+    bool inside = true;
+    for (int p = 0; p < 6; ++p) {
+        Dorvan::TVector<float, 4> const& c = planes[p].getCoefficients();
+        float near[3], far[3];
+        for (int i = 0; i < 3; ++i) {
+            near[i] = c[i] >= 0.0f ? mMax[i] : mMin[i];
+            far[i] = c[i] >= 0.0f ? mMin[i] : mMax[i];
+        }
+        float highest = c[0] * near[0] + c[1] * near[1] + c[2] * near[2] + c[3];
+        if (highest <= 0.0f)
+            return -1;
+        float lowest = c[0] * far[0] + c[1] * far[1] + c[2] * far[2] + c[3];
+        if (lowest <= 0.0f)
+            inside = false;
+    }
+    return inside ? 1 : 0;
+}
+
+bool BoundingBox::contains(Point const& p) const {
+    if (mState == StateEmpty)
+        return false;
+    if (mState == StateInfinite)
+        return true;
+    for (int i = 0; i < 3; ++i)
+        if (p[i] < mMin[i] || p[i] > mMax[i])
+            return false;
+    return true;
+}
+
+float BoundingBox::getFrustrumDistance(Frustrum const& frustum) const {
+    if (mState == StateEmpty)
+        return -1.0f;
+    if (mState == StateInfinite)
+        return 0.0f;
+    Plane const* planes = frustum.getPlanes();
+    float highest = 0.0f;
+    for (int p = 0; p < 6; ++p) {
+        Dorvan::TVector<float, 4> const& c = planes[p].getCoefficients();
+        float x = c[0] >= 0.0f ? mMax[0] : mMin[0];
+        float y = c[1] >= 0.0f ? mMax[1] : mMin[1];
+        float z = c[2] >= 0.0f ? mMax[2] : mMin[2];
+        highest = c[0] * x + c[1] * y + c[2] * z + c[3];
+        if (highest <= 0.0f)
+            return -1.0f;
+    }
+    return highest;
+}
+
+bool BoundingBox::mergeExtents(float const* lo, float const* hi) {
+    if (mState == StateEmpty) {
+        for (int i = 0; i < 3; ++i) {
+            mMin[i] = lo[i];
+            mMax[i] = hi[i];
+        }
+        mMin[3] = mMax[3] = 1.0f;
+        mState = StateBounded;
+        return true;
+    }
+    bool moved = false;
+    for (int i = 0; i < 3; ++i) {
+        if (lo[i] < mMin[i]) {
+            mMin[i] = lo[i];
+            moved = true;
+        }
+        if (hi[i] > mMax[i]) {
+            mMax[i] = hi[i];
+            moved = true;
+        }
+    }
+    return moved;
+}
+
+bool BoundingBox::merge(Point const& p) {
+    if (mState == StateInfinite)
+        return false;
+    if (mState == StateEmpty) {
+        mMin = p;
+        mMax = p;
+        mState = StateBounded;
+        return true;
+    }
+    return mergeExtents(p.m, p.m);
+}
+
+int BoundingBox::mergeStates(int otherState) {
+    if (mState == StateInfinite || otherState == StateEmpty)
+        return 0;
+    if (otherState == StateInfinite) {
+        mState = StateInfinite;
+        return 1;
+    }
+    return -1;
+}
+
+bool BoundingBox::mergeBox(BoundingBox const& other) {
+    int decided = mergeStates(other.mState);
+    if (decided >= 0)
+        return decided != 0;
+    if (mState == StateEmpty) {
+        mMin = other.mMin;
+        mMax = other.mMax;
+        mState = StateBounded;
+        return true;
+    }
+    return mergeExtents(other.mMin.m, other.mMax.m);
+}
+
+bool BoundingBox::mergeBox(BoundingBox const& other, Dorvan::Matrix<float, 4> const& t) {
+    if (t.mIdentity)
+        return mergeBox(other);
+    int decided = mergeStates(other.mState);
+    if (decided >= 0)
+        return decided != 0;
+    float const* m = t.m;
+    if (m[12] == 0.0f && m[13] == 0.0f && m[14] == 0.0f && m[15] == 1.0f) {
+        // Affine: each axis of the result takes, term by term, the smaller or larger
+        // product, which gives exactly the extremes over the eight transformed corners.
+        float lo[3], hi[3];
+        for (int r = 0; r < 3; ++r) {
+            float s0 = 0.0f, s1 = 0.0f;
+            for (int c = 0; c < 3; ++c) {
+                float a = m[r * 4 + c] * other.mMin[c];
+                float b = m[r * 4 + c] * other.mMax[c];
+                s0 += a < b ? a : b;
+                s1 += a < b ? b : a;
+            }
+            lo[r] = s0 + m[r * 4 + 3];
+            hi[r] = s1 + m[r * 4 + 3];
+        }
+        return mergeExtents(lo, hi);
+    }
+    bool moved = false;
+    for (int i = 0; i < 8; ++i)
+        moved = merge(Point(t * other.getCorner(i))) || moved;
+    return moved;
+}
+
+bool BoundingBox::merge(BoundingVolume const& other) { return merge(other, 0); }
+
+bool BoundingBox::merge(BoundingVolume const& other, Dorvan::Matrix<float, 4> const& transform) {
+    return merge(other, &transform);
+}
+
+bool BoundingBox::merge(BoundingVolume const& other, Dorvan::Matrix<float, 4> const* transform) {
+    int decided = mergeStates(other.getState());
+    if (decided >= 0)
+        return decided != 0;
+    if (other.getVolumeType() != VolumeBox)
+        return false;
+    BoundingBox const& box = static_cast<BoundingBox const&>(other);
+    return transform ? mergeBox(box, *transform) : mergeBox(box);
+}
+
+BoundingVolume* BoundingBox::transformed(Dorvan::Matrix<float, 4> const& transform) const {
+    BoundingBox* box = new BoundingBox();
+    if (mState == StateInfinite)
+        box->setInfinite();
+    else if (mState == StateBounded)
+        box->mergeBox(*this, transform);
+    return box;
+}
+
+}  // namespace Velun

@@ -1,0 +1,189 @@
+#include "scene/Traverser.h"
+
+#include "scene/Group.h"
+
+namespace Velun {
+
+Traverser::Filter::~Filter() {}
+
+Traverser::Handler::~Handler() {}
+
+Traverser::Traverser(Node& root)
+    : mNodeCount(0), mSkipRoot(false), mRoot(&root), mMaxDepth(0), mCurrent(&root) {
+    mPositions.reserve(32);
+}
+
+Traverser::~Traverser() {}
+
+void Traverser::addHandler(Dorvan::SharedPtr<Handler> handler) {
+    mHandlers.add(handler);
+    mHandlerList.push_back(handler.get());
+}
+
+void Traverser::addFilter(Dorvan::SharedPtr<Filter> filter) {
+    mFilters.add(filter);
+    mFilterList.push_back(filter.get());
+}
+
+bool Traverser::isLeaf() const { return mCurrent->isLeaf(); }
+
+int Traverser::getNodeChildCount(Node* node) {
+    return node->isGroup() ? static_cast<Group*>(node)->getAttachedChildCount() : -1;
+}
+
+bool Traverser::isFiltered(Node* node) const {
+    if (!node)
+        return true;
+    for (Filter* filter : mFilterList) {
+        StatusResult r = filter->filter(*node);
+        if (r == ResultAccept)
+            return false;
+        if (r == ResultSkip)
+            return true;
+    }
+    return false;
+}
+
+int Traverser::getSibling(Group* group, int position, bool backward) const {
+    int count = group->getAttachedChildCount();
+    if (position < 0 || position >= count)
+        return -1;
+    if (mFilterList.empty())
+        return position;
+    if (backward) {
+        for (int i = position; i >= 0; --i)
+            if (!isFiltered(group->getAttachedChild(i)))
+                return i;
+    } else {
+        for (int i = position; i < count; ++i)
+            if (!isFiltered(group->getAttachedChild(i)))
+                return i;
+    }
+    return -1;
+}
+
+int Traverser::handleNode(Node& node, Direction direction, Node* previous) {
+    for (Handler* handler : mHandlerList) {
+        switch (handler->handle(node, direction, previous)) {
+        case ResultContinue:
+            break;
+        case ResultAccept:
+            return 0;
+        case ResultStop:
+            return -1;
+        case ResultSkip:
+            return 1;
+        }
+    }
+    return 0;
+}
+
+void Traverser::resetHandler(Node& start) {
+    for (Handler* handler : mHandlerList)
+        handler->reset(start);
+}
+
+Node* Traverser::moveDown(int position) {
+    if (!mCurrent->isGroup() || position < -1)
+        return 0;
+    Group* group = static_cast<Group*>(mCurrent);
+    int count = group->getAttachedChildCount();
+    int found = position == -1 ? getSibling(group, count - 1, true) : getSibling(group, position, false);
+    if (found < 0)
+        return 0;
+    mPositions.push_back(found);
+    mCurrent = group->getAttachedChild(found);
+    if (static_cast<int>(mPositions.size()) > mMaxDepth)
+        mMaxDepth = static_cast<int>(mPositions.size());
+    return mCurrent;
+}
+
+Node* Traverser::moveUp(bool) {
+    Group* parent = mCurrent->getParent();
+    if (mCurrent == mRoot || !parent || mPositions.empty())
+        return 0;
+    mPositions.pop_back();
+    mCurrent = parent;
+    return mCurrent;
+}
+
+Node* Traverser::nextSibling() {
+    Group* parent = mCurrent->getParent();
+    if (mPositions.empty() || !parent)
+        return 0;
+    int found = getSibling(parent, mPositions.back() + 1, false);
+    if (found < 0)
+        return 0;
+    mPositions.back() = found;
+    mCurrent = parent->getAttachedChild(found);
+    return mCurrent;
+}
+
+Node* Traverser::prevSibling() {
+    Group* parent = mCurrent->getParent();
+    if (mPositions.empty() || !parent)
+        return 0;
+    int found = getSibling(parent, mPositions.back() - 1, true);
+    if (found < 0)
+        return 0;
+    mPositions.back() = found;
+    mCurrent = parent->getAttachedChild(found);
+    return mCurrent;
+}
+
+void Traverser::reset(bool clearVisited) {
+    mNodeCount = 0;
+    mMaxDepth = 0;
+    mPositions.clear();
+    mCurrent = mRoot;
+    if (clearVisited)
+        mVisited.clear();
+}
+
+Node* Traverser::walk(int maxDepth, bool reverse) {
+    Node* start = mCurrent;
+    resetHandler(*start);
+    if (!mSkipRoot && handleNode(*start, DirectionDown, 0) != 0)
+        return start;
+    if (start->isLeaf())
+        return 0;
+
+    Node* previous = start;
+    int depth = 0;
+    bool skip = false;
+    for (;;) {
+        Node* next = 0;
+        Direction direction = DirectionDown;
+        if (!skip && (maxDepth == 0 || depth < maxDepth)) {
+            next = moveDown(reverse ? -1 : 0);
+            if (next)
+                ++depth;
+        }
+        if (!next) {
+            skip = false;
+            // The walk covers the start node's subtree only: it never moves beside it.
+            if (mCurrent == start)
+                return 0;
+            next = reverse ? prevSibling() : nextSibling();
+            direction = reverse ? DirectionPrev : DirectionNext;
+            if (!next) {
+                if (mCurrent == mRoot || !moveUp())
+                    return 0;
+                next = mCurrent;
+                direction = DirectionUp;
+                skip = true;
+                --depth;
+            }
+        }
+        int r = handleNode(*next, direction, previous);
+        if (r == -1)
+            return next;
+        if (r == 1)
+            skip = true;
+        previous = next;
+        if (next == start)
+            return 0;
+    }
+}
+
+}  // namespace Velun

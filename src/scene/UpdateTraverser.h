@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+
+#include "scene/Traverser.h"
+#include "velun_export.h"
+
+namespace Velun {
+
+class SceneRoot;
+
+// The per-frame update pass of a scene. World transformations flow down as the
+// cursor descends and world volumes are merged upward as it returns; a group in
+// which nothing changed, under a parent that did not move, is not entered, so the
+// cost of a pass follows what changed. After a pass every group's world volume
+// encloses those of all its children. The pass allocates nothing.
+class VELUN_EXPORT UpdateTraverser : public Traverser {
+public:
+    class VELUN_EXPORT UpdateHandler : public Handler {
+    public:
+        // With calcInverse the pass also computes world inverses; otherwise they are
+        // computed when first read.
+        UpdateHandler(UpdateTraverser* traverser, bool calcInverse);
+        virtual ~UpdateHandler();
+
+        virtual void reset(Node& start);
+        virtual StatusResult handle(Node& node, Direction direction, Node* previous);
+
+        bool doCalcInverse() const { return mCalcInverse; }
+        void setCalcInverse(bool calcInverse) { mCalcInverse = calcInverse; }
+
+    private:
+        UpdateTraverser* mTraverser;
+        bool mCalcInverse;
+    };
+
+    // Lets through only nodes that are not finished by the update pass.
+    class VELUN_EXPORT ModifiedFilter : public Filter {
+    public:
+        virtual ~ModifiedFilter();
+        virtual StatusResult filter(Node& node);
+    };
+
+    // The pass over the scene's root.
+    explicit UpdateTraverser(SceneRoot& root);
+    // The pass over any tree; its root keeps its own world transformation.
+    explicit UpdateTraverser(Node& root);
+    virtual ~UpdateTraverser();
+
+    // One pass from the root; the timestamp plays no part. Returns 0.
+    int run(std::int64_t timestamp);
+
+    SceneRoot* getSceneRoot() const { return mSceneRoot; }
+    UpdateHandler& getUpdateHandler() const { return *mHandler; }
+
+private:
+    SceneRoot* mSceneRoot;
+    Dorvan::SharedPtr<UpdateHandler> mHandler;
+};
+
+}  // namespace Velun
