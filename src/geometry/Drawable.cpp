@@ -1,0 +1,9 @@
+#include "geometry/Drawable.h"
+
+namespace Velun {
+
+Drawable::~Drawable() {}
+
+BoundingVolume const* Drawable::getPhysicsVolume() const { return 0; }
+
+}  // namespace Velun

@@ -1,0 +1,7 @@
+#include "geometry/ObjectFactory.h"
+
+namespace Velun {
+
+ObjectFactory::~ObjectFactory() {}
+
+}  // namespace Velun

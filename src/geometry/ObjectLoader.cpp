@@ -1,0 +1,7 @@
+#include "geometry/ObjectLoader.h"
+
+namespace Velun {
+
+ObjectLoader::~ObjectLoader() {}
+
+}  // namespace Velun
