@@ -1,5 +1,7 @@
 #include "scene/CameraSettings.h"
 
+#include "scene/Frustrum.h"
+
 namespace Velun {
 
 namespace {
@@ -19,5 +21,10 @@ CameraSettings::~CameraSettings() {}
 void CameraSettings::setFovXRadian(float radians) { mFovX = static_cast<float>(radians * DegreesPerRadian); }
 
 void CameraSettings::setFovYRadian(float radians) { mFovY = static_cast<float>(radians * DegreesPerRadian); }
+
+Dorvan::SharedPtr<Frustrum> CameraSettings::getFrustrum(Dorvan::Matrix<float, 4> const& view, float aspect) const {
+    return Dorvan::SharedPtr<Frustrum>(new Frustrum(view, mProjectionMode, mAspectMode, mNearDistance, mFarDistance,
+                                                    mFovX, mFovY, aspect));
+}
 
 }  // namespace Velun

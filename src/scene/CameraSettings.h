@@ -1,10 +1,13 @@
 #pragma once
 
 #include "foundation/SharedPtr.h"
+#include "scene/Matrix.h"
 #include "scene/RenderSettings.h"
 #include "velun_export.h"
 
 namespace Velun {
+
+class Frustrum;
 
 // How a camera projects: near and far distances, fields of view in degrees, how the
 // viewport's aspect enters them, and the render settings of its passes.
@@ -45,6 +48,10 @@ public:
     // Null means the defaults of the pass.
     Dorvan::SharedPtr<RenderSettings> getRenderSettings() const { return mRenderSettings; }
     void setRenderSettings(Dorvan::SharedPtr<RenderSettings> settings) { mRenderSettings = settings; }
+
+    // A new frustum of these settings for the view matrix `view` (world to camera) and
+    // a viewport of this aspect, width over height.
+    Dorvan::SharedPtr<Frustrum> getFrustrum(Dorvan::Matrix<float, 4> const& view, float aspect) const;
 
 private:
     double mNearDistance;

@@ -1,6 +1,7 @@
 #include "scene/SceneRoot.h"
 
 #include "scene/Branch.h"
+#include "scene/View.h"
 
 namespace Velun {
 
@@ -13,6 +14,11 @@ SceneRoot::SceneRoot(int id) : mSceneId(id), mRoot(new Branch()) {
 SceneRoot::~SceneRoot() {
     mUpdateTraverser.release();
     delete mRoot;
+}
+
+Dorvan::SharedPtr<View> SceneRoot::getView(Dorvan::SharedPtr<Frustrum> frustrum,
+                                           Dorvan::SharedPtr<RenderSettings> settings) {
+    return Dorvan::SharedPtr<View>(new View(*this, frustrum, settings));
 }
 
 bool SceneRoot::attachNode(Node&) { return true; }

@@ -7,7 +7,10 @@
 namespace Velun {
 
 class Branch;
+class Frustrum;
 class Node;
+class RenderSettings;
+class View;
 
 // The owner of one scene tree: its root Branch, whose world volume is infinite, and
 // the update pass that runs over it.
@@ -24,6 +27,8 @@ public:
     int getSceneId() const { return mSceneId; }
     Branch* getRoot() const { return mRoot; }
     Dorvan::SharedPtr<UpdateTraverser> getUpdateTraverser() const { return mUpdateTraverser; }
+    // A new view of this scene through the frustum; `settings` may be null.
+    Dorvan::SharedPtr<View> getView(Dorvan::SharedPtr<Frustrum> frustrum, Dorvan::SharedPtr<RenderSettings> settings);
 
 private:
     // Told by each node that joins or leaves this scene.

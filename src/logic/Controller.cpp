@@ -1,0 +1,9 @@
+#include "logic/Controller.h"
+
+namespace Velun {
+
+Controller::Controller() {}
+
+Controller::~Controller() {}
+
+}  // namespace Velun

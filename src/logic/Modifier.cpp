@@ -1,0 +1,9 @@
+#include "logic/Modifier.h"
+
+namespace Velun {
+
+Modifier::Modifier() {}
+
+Modifier::~Modifier() {}
+
+}  // namespace Velun

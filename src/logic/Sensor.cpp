@@ -1,0 +1,9 @@
+#include "logic/Sensor.h"
+
+namespace Velun {
+
+Sensor::Sensor() {}
+
+Sensor::~Sensor() {}
+
+}  // namespace Velun

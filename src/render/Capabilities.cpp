@@ -1,0 +1,9 @@
+#include "render/Capabilities.h"
+
+namespace Velun {
+
+Capabilities::Capabilities() {}
+
+Capabilities::~Capabilities() {}
+
+}  // namespace Velun

@@ -1,0 +1,7 @@
+#include "scene/World.h"
+
+namespace Velun {
+
+World::~World() {}
+
+}  // namespace Velun
