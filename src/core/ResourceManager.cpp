@@ -13,7 +13,8 @@ ResourceManager::ResourceManager()
       mTextureManager(new TextureManager()),
       mGeometryManager(new GeometryManager()),
       mObjectManager(new ObjectManager()),
-      mSoundManager(new SoundManager()) {}
+      mSoundManager(new SoundManager()),
+      mNextProviderId(0) {}
 
 ResourceManager::~ResourceManager() {
     delete mMaterialManager;
@@ -33,5 +34,9 @@ TextureManager& ResourceManager::getTextureManager() { return *mTextureManager; 
 GeometryManager& ResourceManager::getGeometryManager() { return *mGeometryManager; }
 ObjectManager& ResourceManager::getObjectManager() { return *mObjectManager; }
 SoundManager& ResourceManager::getSoundManager() { return *mSoundManager; }
+
+unsigned int ResourceManager::createResourceProviderId() { return mNextProviderId++; }
+
+void ResourceManager::returnResourceProviderId(unsigned int) {}
 
 }  // namespace Velun

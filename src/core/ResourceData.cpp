@@ -1,0 +1,20 @@
+#include "core/ResourceData.h"
+
+#include "core/ResourceContainer.h"
+
+namespace Velun {
+
+ResourceData::ResourceData(unsigned int providerId) : mProviderId(providerId), mContainer(0) {}
+
+ResourceData::~ResourceData() {
+    if (mContainer && mContainer->getResourceData(mProviderId) == this)
+        mContainer->unsetResourceData(mProviderId);
+}
+
+unsigned int ResourceData::getProviderId() const { return mProviderId; }
+
+ResourceContainer* ResourceData::getResourceContainer() const { return mContainer; }
+
+void ResourceData::resourceReleased(ResourceContainer&) { delete this; }
+
+}  // namespace Velun

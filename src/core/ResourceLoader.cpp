@@ -1,0 +1,7 @@
+#include "core/ResourceLoader.h"
+
+namespace Velun {
+
+ResourceLoader::~ResourceLoader() {}
+
+}  // namespace Velun

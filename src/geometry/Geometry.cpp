@@ -1,0 +1,7 @@
+#include "geometry/Geometry.h"
+
+namespace Velun {
+
+Geometry::~Geometry() {}
+
+}  // namespace Velun

@@ -1,0 +1,7 @@
+#include "geometry/GeometryGroup.h"
+
+namespace Velun {
+
+GeometryGroup::~GeometryGroup() {}
+
+}  // namespace Velun

@@ -1,0 +1,7 @@
+#include "geometry/IndexDataSet.h"
+
+namespace Velun {
+
+IndexDataSet::~IndexDataSet() {}
+
+}  // namespace Velun

@@ -1,0 +1,7 @@
+#include "texture/TextureLoader.h"
+
+namespace Velun {
+
+TextureLoader::~TextureLoader() {}
+
+}  // namespace Velun

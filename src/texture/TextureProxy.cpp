@@ -1,0 +1,326 @@
+#include "texture/TextureProxy.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <sstream>
+#include <vector>
+
+#include "core/TimerManager.h"
+#include "core/VelunCore.h"
+
+namespace Velun {
+
+namespace {
+
+const float kByteScale = 0.003921569f;
+
+// Where one output component of a byte composition comes from: a byte of the input pixel
+// at `offset`, mapped through `table`. A constant component has a table that holds the
+// constant everywhere.
+struct ComponentRead {
+    unsigned int offset;
+    const unsigned char* table;
+};
+
+// Which byte of a pixel getPixelColor reads for red, green, blue and alpha; -1 where it
+// gives the constant 1.0.
+struct ByteLayout {
+    int component[4];
+};
+
+bool byteLayout(const TextureInfo& info, ByteLayout& layout) {
+    unsigned int channels = info.getChannels();
+    if (info.getDataType() != DataType::UnsignedByte || channels == 0)
+        return false;
+    if (channels >= 3)
+        layout = {{0, 1, 2, channels >= 4 ? 3 : -1}};
+    else if (channels == 2)
+        layout = {{0, 0, 0, 1}};
+    else if (info.getColorFormat() == Color::Luminance)
+        layout = {{0, 0, 0, -1}};
+    else
+        layout = {{-1, -1, -1, 0}};
+    return true;
+}
+
+// The image must fit the unsigned sizes the engine describes pixels with.
+bool fitsMemSize(unsigned int width, unsigned int height, unsigned int depth) {
+    std::uint64_t bytes = static_cast<std::uint64_t>(width) * height * depth * 4;
+    return bytes <= std::numeric_limits<unsigned int>::max();
+}
+
+void logTooLarge(unsigned int width, unsigned int height, unsigned int depth) {
+    std::ostringstream text;
+    text << "TextureProxy: an image of " << width << " x " << height << " x " << depth
+         << " pixels is too large";
+    VelunCore::getLogger("texture")->error(text.str());
+}
+
+}  // namespace
+
+TextureProxy::TextureProxy(unsigned int width, unsigned int height, const Color& color) : mModified(0), mData(0) {
+    createData(width, height, color);
+}
+
+TextureProxy::TextureProxy(Dorvan::SharedPtr<TextureSource> source, Dorvan::SharedPtr<TextureSource> alphaSource,
+                           float scale, float bias, unsigned int alphaChannel)
+    : mModified(0), mData(0) {
+    updateData(source, alphaSource, scale, bias, alphaChannel);
+}
+
+TextureProxy::~TextureProxy() { std::free(mData); }
+
+const TextureInfo& TextureProxy::getTextureInfo() const { return mInfo; }
+
+bool TextureProxy::hasChanged(std::int64_t stamp) const { return mModified >= stamp; }
+
+const void* TextureProxy::getTextureData() const { return mData; }
+
+const void* TextureProxy::getPixel(unsigned int x, unsigned int y, unsigned int z) const {
+    if (!mData || x >= mInfo.getWidth() || y >= mInfo.getHeight() || z >= mInfo.getDepth())
+        return 0;
+    std::size_t index = (static_cast<std::size_t>(z) * mInfo.getHeight() + y) * mInfo.getWidth() + x;
+    return mData + index * 4;
+}
+
+bool TextureProxy::copyData(unsigned int, unsigned int, unsigned int, unsigned int, unsigned int, unsigned int,
+                            void*) const {
+    return false;
+}
+
+unsigned char TextureProxy::getPixelValue(float value, float scale, float bias) const {
+    float v = (value * scale + bias) * 255.0f;
+    if (v > 255.0f)
+        v = 255.0f;
+    if (!(v >= 0.0f))  // also catches NaN
+        v = 0.0f;
+    return static_cast<unsigned char>(v);
+}
+
+void TextureProxy::createData(unsigned int width, unsigned int height, const Color& color) {
+    std::free(mData);
+    mData = 0;
+    if (!fitsMemSize(width, height, 1)) {
+        logTooLarge(width, height, 1);
+        width = height = 0;
+    }
+    mInfo.setChannels(4);
+    mInfo.setColorFormat(Color::Rgba);
+    mInfo.setDataType(DataType::UnsignedByte);
+    mInfo.setWidth(width);
+    mInfo.setHeight(height);
+    mInfo.setDepth(1);
+    mData = static_cast<unsigned char*>(std::malloc(mInfo.getMemSize()));
+    if (!mData)
+        return;
+
+    const unsigned char pixel[4] = {getPixelValue(color.r, 1.0f, 0.0f), getPixelValue(color.g, 1.0f, 0.0f),
+                                    getPixelValue(color.b, 1.0f, 0.0f), getPixelValue(color.a, 1.0f, 0.0f)};
+    std::size_t count = static_cast<std::size_t>(width) * height;
+    unsigned char* out = mData;
+    for (std::size_t i = 0; i < count; ++i, out += 4)
+        std::memcpy(out, pixel, 4);
+}
+
+void TextureProxy::updateData(Dorvan::SharedPtr<TextureSource> source, Dorvan::SharedPtr<TextureSource> alphaSource,
+                              float scale, float bias, unsigned int alphaChannel) {
+    std::free(mData);
+    mData = 0;
+    if (!source)
+        return;
+
+    const TextureInfo& info1 = source->getTextureInfo();
+    if (!fitsMemSize(info1.getWidth(), info1.getHeight(), info1.getDepth())) {
+        logTooLarge(info1.getWidth(), info1.getHeight(), info1.getDepth());
+        return;
+    }
+    mInfo.setChannels(4);
+    mInfo.setColorFormat(Color::Rgba);
+    mInfo.setDataType(DataType::UnsignedByte);
+    mInfo.setWidth(info1.getWidth());
+    mInfo.setHeight(info1.getHeight());
+    mInfo.setDepth(info1.getDepth());
+    mData = static_cast<unsigned char*>(std::malloc(mInfo.getMemSize()));
+    if (!mData || mInfo.getMemSize() == 0)
+        return;
+
+    if (!composeBytes(*source, alphaSource.get(), scale, bias, alphaChannel))
+        composePixels(*source, alphaSource.get(), scale, bias, alphaChannel);
+}
+
+// Byte sources (the usual case: images, light maps, masks) go row by row through lookup
+// tables built with getPixelValue, which gives exactly the bytes of the per-pixel path
+// below at a fraction of its cost.
+bool TextureProxy::composeBytes(const TextureSource& source, const TextureSource* alphaSource, float scale,
+                                float bias, unsigned int alphaChannel) {
+    const TextureInfo& info1 = source.getTextureInfo();
+    const TextureInfo& info2 = alphaSource ? alphaSource->getTextureInfo() : info1;
+    ByteLayout layout1;
+    ByteLayout layout2;
+    if (!byteLayout(info1, layout1) || !byteLayout(info2, layout2))
+        return false;
+    const unsigned char* data1 = static_cast<const unsigned char*>(source.getTextureData());
+    const unsigned char* data2 =
+        alphaSource ? static_cast<const unsigned char*>(alphaSource->getTextureData()) : data1;
+    if (!data1 || !data2 || info2.getWidth() == 0 || info2.getHeight() == 0 || info2.getDepth() == 0)
+        return false;
+
+    unsigned char colorTable[256];
+    unsigned char alphaTable[256];
+    for (unsigned int i = 0; i < 256; ++i) {
+        colorTable[i] = getPixelValue(i * kByteScale, scale, bias);
+        alphaTable[i] = getPixelValue(i * kByteScale, 1.0f, 0.0f);
+    }
+    unsigned char colorOne[256];
+    unsigned char alphaOne[256];
+    unsigned char alphaZero[256];
+    std::memset(colorOne, getPixelValue(1.0f, scale, bias), sizeof(colorOne));
+    std::memset(alphaOne, getPixelValue(1.0f, 1.0f, 0.0f), sizeof(alphaOne));
+    std::memset(alphaZero, getPixelValue(0.0f, 1.0f, 0.0f), sizeof(alphaZero));
+
+    // A colour-index image reads as grey from its value, opaque.
+    if (info1.getColorFormat() == Color::ColorIndex) {
+        int grey = layout1.component[3];
+        layout1 = {{grey, grey, grey, -1}};
+    }
+    ComponentRead reads[4];
+    for (int c = 0; c < 3; ++c) {
+        int offset = layout1.component[c];
+        reads[c] = offset < 0 ? ComponentRead{0, colorOne} : ComponentRead{static_cast<unsigned int>(offset), colorTable};
+    }
+    int alphaOffset = layout1.component[3];
+    if (alphaSource)
+        alphaOffset = alphaChannel < 4 ? layout2.component[alphaChannel] : -2;
+    if (alphaOffset == -2)
+        reads[3] = ComponentRead{0, alphaZero};
+    else if (alphaOffset < 0)
+        reads[3] = ComponentRead{0, alphaOne};
+    else
+        reads[3] = ComponentRead{static_cast<unsigned int>(alphaOffset), alphaTable};
+
+    const unsigned int width = info1.getWidth();
+    const unsigned int height = info1.getHeight();
+    const unsigned int depth = info1.getDepth();
+    const std::size_t pixel1 = info1.getPixelSize();
+    const std::size_t pixel2 = info2.getPixelSize();
+    const bool resample = info2.getWidth() != width || info2.getHeight() != height || info2.getDepth() != depth;
+    const float xs = static_cast<float>(info2.getWidth()) / width;
+    const float ys = static_cast<float>(info2.getHeight()) / height;
+    const float zs = static_cast<float>(info2.getDepth()) / depth;
+
+    // Byte offset of each column's alpha pixel within its row.
+    std::vector<std::size_t> alphaColumn(width);
+    for (unsigned int x = 0; x < width; ++x)
+        alphaColumn[x] = (resample ? static_cast<unsigned int>(x * xs) : x) * pixel2;
+
+    unsigned char* out = mData;
+    for (unsigned int z = 0; z < depth; ++z) {
+        unsigned int sz = resample ? static_cast<unsigned int>(z * zs) : z;
+        for (unsigned int y = 0; y < height; ++y) {
+            unsigned int sy = resample ? static_cast<unsigned int>(y * ys) : y;
+            const unsigned char* row1 = data1 + (static_cast<std::size_t>(z) * height + y) * width * pixel1;
+            const unsigned char* row2 =
+                data2 + (static_cast<std::size_t>(sz) * info2.getHeight() + sy) * info2.getWidth() * pixel2;
+            if (!alphaSource)
+                row2 = row1;
+            const std::size_t* column = alphaColumn.data();
+            const unsigned char* p = row1;
+            for (unsigned int x = 0; x < width; ++x, p += pixel1, out += 4) {
+                const unsigned char* q = row2 + column[x];
+                out[0] = reads[0].table[p[reads[0].offset]];
+                out[1] = reads[1].table[p[reads[1].offset]];
+                out[2] = reads[2].table[p[reads[2].offset]];
+                out[3] = reads[3].table[q[reads[3].offset]];
+            }
+        }
+    }
+    return true;
+}
+
+void TextureProxy::composePixels(const TextureSource& source, const TextureSource* alphaSource, float scale,
+                                 float bias, unsigned int alphaChannel) {
+    const TextureInfo& info1 = source.getTextureInfo();
+    const TextureInfo& info2 = alphaSource ? alphaSource->getTextureInfo() : info1;
+    const bool resample = info2.getWidth() != info1.getWidth() || info2.getHeight() != info1.getHeight() ||
+                          info2.getDepth() != info1.getDepth();
+    const bool indexed = info1.getColorFormat() == Color::ColorIndex;
+    const float xs = static_cast<float>(info2.getWidth()) / info1.getWidth();
+    const float ys = static_cast<float>(info2.getHeight()) / info1.getHeight();
+    const float zs = static_cast<float>(info2.getDepth()) / info1.getDepth();
+
+    unsigned char* out = mData;
+    for (unsigned int z = 0; z < info1.getDepth(); ++z) {
+        for (unsigned int y = 0; y < info1.getHeight(); ++y) {
+            for (unsigned int x = 0; x < info1.getWidth(); ++x, out += 4) {
+                Color color = info1.getPixelColor(source.getPixel(x, y, z));
+                if (indexed)
+                    color = Color(color.a, color.a, color.a, 1.0f);
+                if (alphaSource) {
+                    unsigned int sx = x, sy = y, sz = z;
+                    if (resample) {
+                        sx = static_cast<unsigned int>(x * xs);
+                        sy = static_cast<unsigned int>(y * ys);
+                        sz = static_cast<unsigned int>(z * zs);
+                    }
+                    Color second = info2.getPixelColor(alphaSource->getPixel(sx, sy, sz));
+                    switch (alphaChannel) {
+                    case 0:
+                        color.a = second.r;
+                        break;
+                    case 1:
+                        color.a = second.g;
+                        break;
+                    case 2:
+                        color.a = second.b;
+                        break;
+                    case 3:
+                        color.a = second.a;
+                        break;
+                    default:
+                        color.a = 0.0f;
+                        break;
+                    }
+                }
+                out[0] = getPixelValue(color.r, scale, bias);
+                out[1] = getPixelValue(color.g, scale, bias);
+                out[2] = getPixelValue(color.b, scale, bias);
+                out[3] = getPixelValue(color.a, 1.0f, 0.0f);
+            }
+        }
+    }
+}
+
+bool TextureProxy::copyRect(Dorvan::SharedPtr<TextureSource> source, unsigned int destX, unsigned int destY,
+                            unsigned int, unsigned int sourceX, unsigned int sourceY, unsigned int,
+                            unsigned int width, unsigned int height, unsigned int) {
+    if (!source)
+        return false;
+    const TextureInfo& info = source->getTextureInfo();
+    // Clip to both images; only the first slice is copied.
+    unsigned int ownWidth = mInfo.getWidth(), ownHeight = mInfo.getHeight();
+    unsigned int srcWidth = info.getWidth(), srcHeight = info.getHeight();
+    if (!mData || destX >= ownWidth || destY >= ownHeight || sourceX >= srcWidth || sourceY >= srcHeight)
+        return false;
+    width = std::min(width, std::min(ownWidth - destX, srcWidth - sourceX));
+    height = std::min(height, std::min(ownHeight - destY, srcHeight - sourceY));
+    if (width == 0 || height == 0)
+        return false;
+
+    const unsigned char* from = static_cast<const unsigned char*>(source->getTextureData());
+    if (from && info.getColorFormat() == mInfo.getColorFormat() && info.getDataType() == mInfo.getDataType()) {
+        const std::size_t pixelSize = info.getPixelSize();
+        const std::size_t destStride = ownWidth * pixelSize;
+        const std::size_t sourceStride = srcWidth * pixelSize;
+        from += sourceY * sourceStride + sourceX * pixelSize;
+        unsigned char* to = mData + destY * destStride + destX * pixelSize;
+        for (unsigned int row = 0; row < height; ++row, from += sourceStride, to += destStride)
+            std::memmove(to, from, width * pixelSize);
+    }
+    TimerManager* timer = VelunCore::getSingleton().findTimerManager();
+    mModified = timer ? timer->getTimestamp() : 0;
+    return true;
+}
+
+}  // namespace Velun

@@ -1,0 +1,7 @@
+#include "texture/TextureSource.h"
+
+namespace Velun {
+
+TextureSource::~TextureSource() {}
+
+}  // namespace Velun

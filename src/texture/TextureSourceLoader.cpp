@@ -1,0 +1,7 @@
+#include "texture/TextureSourceLoader.h"
+
+namespace Velun {
+
+TextureSourceLoader::~TextureSourceLoader() {}
+
+}  // namespace Velun
