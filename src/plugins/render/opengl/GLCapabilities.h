@@ -1,0 +1,16 @@
+#pragma once
+
+#include "render/Capabilities.h"
+#include "velun_export.h"
+
+namespace Velun {
+
+// What the GL engine can do. The flags that matter for drawing (buffer objects, point
+// sprites) are known per window, from its GLRenderContext.
+class VELUN_EXPORT GLCapabilities : public Capabilities {
+public:
+    GLCapabilities();
+    virtual ~GLCapabilities();
+};
+
+}  // namespace Velun

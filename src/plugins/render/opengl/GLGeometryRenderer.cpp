@@ -1,0 +1,202 @@
+#include "plugins/render/opengl/GLGeometryRenderer.h"
+
+#include "foundation/Vector.h"
+#include "geometry/Drawable.h"
+#include "geometry/Geometry.h"
+#include "geometry/GeometryElement.h"
+#include "geometry/GeometryGroup.h"
+#include "geometry/IndexDataSet.h"
+#include "geometry/VertexDataSet.h"
+#include "material/Material.h"
+#include "plugins/render/opengl/GLMaterialManager.h"
+#include "plugins/render/opengl/GLRenderContext.h"
+#include "scene/BoundingBox.h"
+#include "scene/RenderSettings.h"
+
+namespace Velun {
+
+using Dorvan::SharedPtr;
+using Part = VertexDataSet::Part;
+
+GLGeometryRenderer::GLGeometryRenderer(GLRenderContext* context, SharedPtr<RenderSettings> settings)
+    : mSettings(settings), mContext(context), mMaterialManager(0), mPolygonMode(0), mFogSource(-1), mDrawCalls(0) {}
+
+GLGeometryRenderer::~GLGeometryRenderer() {}
+
+GLenum GLGeometryRenderer::toGLPrimitive(int elementType) {
+    switch (elementType) {
+        case GeometryElement::Triangles: return GL_TRIANGLES;
+        case GeometryElement::Quads: return GL_QUADS;
+        case GeometryElement::Points: return GL_POINTS;
+        case GeometryElement::Lines: return GL_LINES;
+        case GeometryElement::LineLoop: return GL_LINE_LOOP;
+        case GeometryElement::LineStrip: return GL_LINE_STRIP;
+        case GeometryElement::TriangleStrip: return GL_TRIANGLE_STRIP;
+        case GeometryElement::QuadStrip: return GL_QUAD_STRIP;
+        case GeometryElement::TriangleFan: return GL_TRIANGLE_FAN;
+        case GeometryElement::Polygon: return GL_POLYGON;
+        default: return GL_POINTS;
+    }
+}
+
+void GLGeometryRenderer::drawDrawable(Drawable* drawable, ObjectNode* object, std::int64_t stamp) {
+    SharedPtr<Geometry> geometry = drawable->getGeometry(0);
+    if (geometry.isNull())
+        return;
+    Dorvan::Vector<GeometryGroup*>& groups = geometry->getElementGroups();
+    for (unsigned int i = 0; i < groups.size(); ++i) {
+        GeometryGroup* group = groups[i];
+        if (!group)
+            continue;
+        // Never null: without a material of its own a group gets a default one.
+        SharedPtr<Material> material = mMaterialManager->getMaterial(drawable, object, group->getMaterialIndex());
+        mMaterialManager->applyMaterial(material);
+        drawGroup(geometry.get(), group, material, stamp);
+    }
+}
+
+void GLGeometryRenderer::drawGroup(Geometry* geometry, GeometryGroup* group, SharedPtr<Material> material,
+                                   std::int64_t stamp) {
+    Dorvan::Vector<GeometryElement*>& elements = group->getElementList(0);
+    VertexDataSet* indexedSet = geometry->getIndexedDataSet(0);
+    for (unsigned int i = 0; i < elements.size(); ++i) {
+        GeometryElement* element = elements[i];
+        if (indexedSet) {
+            if (IndexElement* indexed = dynamic_cast<IndexElement*>(element)) {
+                mMaterialManager->setupTextures(material, indexedSet);
+                drawElements(indexed, indexedSet, stamp);
+                continue;
+            }
+        }
+        if (VertexElement* own = dynamic_cast<VertexElement*>(element)) {
+            mMaterialManager->setupTextures(material, &own->getVertexData());
+            drawArrays(own, stamp);
+        }
+    }
+}
+
+void GLGeometryRenderer::drawElements(IndexElement* element, VertexDataSet* set, std::int64_t stamp) {
+    setupVertexArrays(set, stamp);
+    IndexDataSet& indices = element->getIndexList();
+    unsigned int count = indices.getCount();
+    if (count == 0)
+        return;
+    const void* pointer = indices.getIndexList();
+    if (indices.isBufferable() && mContext->updateIndexBuffer(indices, stamp))
+        pointer = 0;
+    else if (mContext->usesIndexBuffers())
+        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);  // a client pointer is no offset
+    updatePolygonMode();
+    glDrawElements(toGLPrimitive(element->getElementType()), count, mContext->toGLType(indices.getIndexType()),
+                   pointer);
+    ++mDrawCalls;
+}
+
+void GLGeometryRenderer::drawArrays(VertexElement* element, std::int64_t stamp) {
+    VertexDataSet& set = element->getVertexData();
+    setupVertexArrays(&set, stamp);
+    if (set.getCount() == 0)
+        return;
+    updatePolygonMode();
+    glDrawArrays(toGLPrimitive(element->getElementType()), 0, set.getCount());
+    ++mDrawCalls;
+}
+
+void GLGeometryRenderer::setupVertexArrays(VertexDataSet* set, std::int64_t stamp) {
+    const bool bufferable = set->isBufferable();
+    const bool buffers = mContext->usesVertexBuffers();
+    // Uploads into a buffer object when it can, else points at the client memory with
+    // no array buffer bound (a stale binding would turn the pointer into an offset).
+    auto place = [&](Part part, const void* pointer) -> const void* {
+        if (bufferable && mContext->updateVertexBuffer(*set, part, stamp))
+            return 0;
+        if (buffers)
+            glBindBuffer(GL_ARRAY_BUFFER, 0);
+        return pointer;
+    };
+
+    const void* pointer = set->getVertices();
+    mContext->setClientStateEnabled(GL_VERTEX_ARRAY, pointer != 0);
+    if (pointer) {
+        pointer = place(Part::Vertex, pointer);
+        glVertexPointer(set->getNumVertex(), mContext->toGLType(set->getVertexType()), set->getStride(Part::Vertex),
+                        pointer);
+    }
+
+    pointer = set->getColor();
+    mContext->setClientStateEnabled(GL_COLOR_ARRAY, pointer != 0);
+    if (pointer) {
+        pointer = place(Part::Color, pointer);
+        glColorPointer(set->getNumColor(), mContext->toGLType(set->getColorType()), set->getStride(Part::Color),
+                       pointer);
+    }
+
+    pointer = set->getNormals();
+    mContext->setClientStateEnabled(GL_NORMAL_ARRAY, pointer != 0);
+    if (pointer) {
+        pointer = place(Part::Normal, pointer);
+        glNormalPointer(mContext->toGLType(set->getNormalType()), set->getStride(Part::Normal), pointer);
+    } else {
+        // Without normals a face lights as if it faced its own +Z, not with the
+        // normal of whatever was drawn before.
+        glNormal3f(0.0f, 0.0f, 1.0f);
+    }
+
+    pointer = set->getFogCoordinates();
+    const bool fogCoordinates = pointer != 0;
+    mContext->setClientStateEnabled(GL_FOG_COORD_ARRAY, fogCoordinates);
+    if (fogCoordinates) {
+        pointer = place(Part::FogCoordinate, pointer);
+        glFogCoordPointer(mContext->toGLType(set->getFogCoordinateType()), set->getStride(Part::FogCoordinate),
+                          pointer);
+    }
+    // Fog reads the set's coordinates while it has them, the fragment depth otherwise.
+    GLint fogSource = fogCoordinates ? GL_FOG_COORD : GL_FRAGMENT_DEPTH;
+    if (fogSource != mFogSource) {
+        glFogi(GL_FOG_COORD_SRC, fogSource);
+        mFogSource = fogSource;
+    }
+}
+
+void GLGeometryRenderer::updatePolygonMode() {
+    GLenum mode = GL_FILL;
+    if (!mSettings.isNull()) {
+        switch (mSettings->getShadingMode()) {
+            case RenderSettings::ShadePoints: mode = GL_POINT; break;
+            case RenderSettings::ShadeWireframe: mode = GL_LINE; break;
+            default: mode = GL_FILL; break;
+        }
+    }
+    if (mode != mPolygonMode) {
+        glPolygonMode(GL_FRONT_AND_BACK, mode);
+        mPolygonMode = mode;
+    }
+}
+
+void GLGeometryRenderer::drawBoundingBox(BoundingVolume const* volume) {
+    BoundingBox const* box = dynamic_cast<BoundingBox const*>(volume);
+    if (!box)
+        return;
+    Point const& a = box->getMin();
+    Point const& b = box->getMax();
+    glColor3f(1.0f, 1.0f, 1.0f);
+    glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+    glBegin(GL_QUAD_STRIP);
+    glVertex3f(a[0], a[1], a[2]);
+    glVertex3f(b[0], a[1], a[2]);
+    glVertex3f(a[0], b[1], a[2]);
+    glVertex3f(b[0], b[1], a[2]);
+    glVertex3f(a[0], b[1], b[2]);
+    glVertex3f(b[0], b[1], b[2]);
+    glVertex3f(a[0], a[1], b[2]);
+    glVertex3f(b[0], a[1], b[2]);
+    glVertex3f(a[0], a[1], a[2]);
+    glVertex3f(b[0], a[1], a[2]);
+    glEnd();
+    if (mPolygonMode == 0)
+        mPolygonMode = GL_LINE;
+    else
+        glPolygonMode(GL_FRONT_AND_BACK, mPolygonMode);
+}
+
+}  // namespace Velun

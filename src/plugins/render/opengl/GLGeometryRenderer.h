@@ -1,0 +1,59 @@
+#pragma once
+#include <GL/glew.h>
+#include <cstdint>
+#include "foundation/SharedPtr.h"
+#include "velun_export.h"
+
+namespace Velun {
+class BoundingVolume;
+class Drawable;
+class Geometry;
+class GeometryGroup;
+class GLMaterialManager;
+class GLRenderContext;
+class IndexElement;
+class Material;
+class ObjectNode;
+class RenderSettings;
+class VertexDataSet;
+class VertexElement;
+
+// Turns one Drawable into client-array set-up and draw calls. Lives for one view pass,
+// so the cached polygon mode starts unknown in every pass.
+class VELUN_EXPORT GLGeometryRenderer {
+public:
+    GLGeometryRenderer(GLRenderContext* context, Dorvan::SharedPtr<RenderSettings> settings);
+    ~GLGeometryRenderer();
+    GLGeometryRenderer(GLGeometryRenderer const&) = delete;
+    GLGeometryRenderer& operator=(GLGeometryRenderer const&) = delete;
+
+    void setMaterialManager(GLMaterialManager* manager) { mMaterialManager = manager; }
+
+    // `stamp` is the time the uploads of this draw are recorded under.
+    void drawDrawable(Drawable* drawable, ObjectNode* object, std::int64_t stamp);
+    void drawGroup(Geometry* geometry, GeometryGroup* group, Dorvan::SharedPtr<Material> material,
+                   std::int64_t stamp);
+    void drawElements(IndexElement* element, VertexDataSet* set, std::int64_t stamp);
+    void drawArrays(VertexElement* element, std::int64_t stamp);
+    void setupVertexArrays(VertexDataSet* set, std::int64_t stamp);
+
+    // Debugging aid: the box in white wireframe, at the current modelview matrix.
+    void drawBoundingBox(BoundingVolume const* volume);
+
+    // glDrawElements and glDrawArrays calls issued by this renderer.
+    unsigned int getDrawCallCount() const { return mDrawCalls; }
+
+    static GLenum toGLPrimitive(int elementType);
+
+private:
+    void updatePolygonMode();
+
+    Dorvan::SharedPtr<RenderSettings> mSettings;
+    GLRenderContext* mContext;
+    GLMaterialManager* mMaterialManager;
+    GLenum mPolygonMode;
+    GLint mFogSource;  // GL_FOG_COORD_SRC as last set, -1 before the first draw
+    unsigned int mDrawCalls;
+};
+
+}  // namespace Velun

@@ -1,0 +1,80 @@
+#include "plugins/render/opengl/GLObjectRenderer.h"
+
+#include <GL/glu.h>
+#include <algorithm>
+#include <sstream>
+#include "core/TimerManager.h"
+#include "core/VelunCore.h"
+#include "geometry/Drawable.h"
+#include "material/Material.h"
+#include "plugins/render/opengl/GLMaterialManager.h"
+#include "plugins/render/opengl/GLSceneManager.h"
+#include "scene/Node.h"
+#include "scene/ObjectNode.h"
+
+namespace Velun {
+
+using Dorvan::SharedPtr;
+
+namespace {
+std::int64_t currentTimestamp() {
+    TimerManager* timer = VelunCore::getSingleton().findTimerManager();
+    return timer ? timer->getTimestamp() : 0;
+}
+}  // namespace
+
+GLObjectRenderer::GLObjectRenderer(GLRenderContext* context, SharedPtr<RenderSettings> settings)
+    : mSettings(settings),
+      mContext(context),
+      mMaterialManager(0),
+      mSceneManager(0),
+      mGeometryRenderer(context, settings),
+      mStamp(currentTimestamp()) {}
+
+GLObjectRenderer::~GLObjectRenderer() {}
+
+void GLObjectRenderer::setMaterialManager(GLMaterialManager* manager) {
+    mMaterialManager = manager;
+    mGeometryRenderer.setMaterialManager(manager);
+}
+
+void GLObjectRenderer::addDrawable(ObjectNode* object, Drawable* drawable, float distance) {
+    SharedPtr<Material> material = drawable->getMaterial(0);
+    if (material.isNull())
+        material = object->getDefaultMaterial(0);
+    RenderEntry entry = {distance, object, drawable};
+    if (!material.isNull() && material->useBlending())
+        mBlended.push_back(entry);
+    else
+        mOpaque.push_back(entry);
+}
+
+void GLObjectRenderer::renderAll() {
+    mStamp = currentTimestamp();
+    glDepthMask(GL_TRUE);
+    for (RenderEntry const& entry : mOpaque)
+        renderDrawable(entry.drawable, entry.object);
+    // Stable: entries at the same distance keep the order of the walk.
+    std::stable_sort(mBlended.begin(), mBlended.end(),
+                     [](RenderEntry const& a, RenderEntry const& b) { return a.distance > b.distance; });
+    glDepthMask(GL_FALSE);
+    for (RenderEntry const& entry : mBlended)
+        renderDrawable(entry.drawable, entry.object);
+    glDepthMask(GL_TRUE);
+}
+
+void GLObjectRenderer::renderDrawable(Drawable* drawable, ObjectNode* object) {
+    Node* node = dynamic_cast<Node*>(drawable);
+    if (!node)
+        return;
+    mSceneManager->setWorldTransformation(node->getTransformedNode().getWorldTransformation());
+    mGeometryRenderer.drawDrawable(drawable, object, mStamp);
+    GLenum code = glGetError();
+    if (code != GL_NO_ERROR) {
+        std::ostringstream text;
+        text << "GL Error: " << gluErrorString(code);
+        VelunCore::getLogger("render.opengl.GLObjectRenderer")->error(text.str());
+    }
+}
+
+}  // namespace Velun

@@ -1,0 +1,30 @@
+#pragma once
+#include "render/ViewportRenderer.h"
+#include "velun_export.h"
+
+namespace Velun {
+class GLRenderContext;
+
+// Draws a render target into the current GL window: one clear of the whole surface,
+// then per viewport its rectangle, a depth clear and a GLViewRenderer pass for the
+// camera's view, and one more after another depth clear for its overlay.
+class VELUN_EXPORT GLViewportRenderer : public ViewportRenderer {
+public:
+    explicit GLViewportRenderer(GLRenderContext* context);
+    virtual ~GLViewportRenderer();
+
+    // Draw calls of all passes so far.
+    unsigned int getDrawCallCount() const { return mDrawCalls; }
+
+protected:
+    virtual void clearSurface();
+    virtual void setViewport(int x, int y, int width, int height);
+    virtual void clearDepth();
+    virtual void renderPass(Camera& camera, Dorvan::SharedPtr<View> const& view, bool overlay);
+
+private:
+    GLRenderContext* mContext;
+    unsigned int mDrawCalls;
+};
+
+}  // namespace Velun
