@@ -3,17 +3,21 @@
 #include <cassert>
 
 #include "core/ConfigManager.h"
+#include "core/FileNameMapper.h"
 #include "core/LogManager.h"
 #include "core/PluginManager.h"
 #include "core/ProcessManager.h"
 #include "core/ResourceManager.h"
 #include "core/SimpleLogger.h"
 #include "core/TimerManager.h"
+#include "geometry/GeometryManager.h"
+#include "geometry/ObjectManager.h"
 #include "input/InputManager.h"
 #include "logic/EventManager.h"
 #include "render/RenderManager.h"
 #include "scene/SceneManager.h"
 #include "sound/SoundManager.h"
+#include "texture/TextureManager.h"
 
 namespace Velun {
 
@@ -75,6 +79,16 @@ bool VelunCore::setup(bool) {
     // Setup needs the managers; before startup there is nothing to set up.
     if (!mStarted)
         return true;
+    // Resource directories are relative to the working directory; the mappers only
+    // compose paths, so a missing directory shows when a resource is opened.
+    const std::string prefix = ".\\";
+    Dorvan::SharedPtr<NameMapper> models(new FileNameMapper(prefix + "models"));
+    mResourceManager->getGeometryManager().setGeometryNameMapper(models);
+    mResourceManager->getObjectManager().setObjectNameMapper(models);
+    mResourceManager->getTextureManager().setTextureSourceNameMapper(
+        Dorvan::SharedPtr<NameMapper>(new FileNameMapper(prefix + "textures")));
+    mResourceManager->getSoundManager().setSoundNameMapper(
+        Dorvan::SharedPtr<NameMapper>(new FileNameMapper(prefix + "sound")));
     mPluginManager->loadPlugins("plugins");
     return true;
 }

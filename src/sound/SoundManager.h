@@ -2,7 +2,9 @@
 
 #include <vector>
 
+#include "core/NameMapper.h"
 #include "core/Subsystem.h"
+#include "foundation/SharedPtr.h"
 #include "velun_export.h"
 
 namespace Velun {
@@ -15,7 +17,12 @@ public:
 
     virtual std::vector<Process*>* getProcessList();
 
+    // Maps sound names to files; set by VelunCore::setup.
+    void setSoundNameMapper(Dorvan::SharedPtr<NameMapper> mapper) { mSoundNameMapper = mapper; }
+    Dorvan::SharedPtr<NameMapper> getSoundNameMapper() const { return mSoundNameMapper; }
+
 private:
+    Dorvan::SharedPtr<NameMapper> mSoundNameMapper;
     std::vector<Process*> mProcesses;
 };
 
