@@ -6,12 +6,25 @@ ConfigManager::ConfigManager() {}
 
 ConfigManager::~ConfigManager() {}
 
-int ConfigManager::parseArguments(const Dorvan::Vector<std::string>&, bool) { return 0; }
+int ConfigManager::parseArguments(const Dorvan::Vector<std::string>& arguments, bool) {
+    for (unsigned int i = 0; i < arguments.size(); ++i)
+        mArguments.add(arguments.get(i));
+    return 0;
+}
 
-void ConfigManager::clearArguments() {}
+void ConfigManager::clearArguments() { mArguments.clear(); }
 
-void ConfigManager::setConfigurationFilename(const std::string&) {}
+unsigned int ConfigManager::getArgumentCount() const { return mArguments.size(); }
 
-bool ConfigManager::loadConfiguration(const std::string&) { return true; }
+std::string ConfigManager::getArgument(unsigned int position) const { return mArguments.get(position); }
+
+void ConfigManager::setConfigurationFilename(const std::string& filename) { mConfigurationFilename = filename; }
+
+const std::string& ConfigManager::getConfigurationFilename() const { return mConfigurationFilename; }
+
+bool ConfigManager::loadConfiguration(const std::string& filename) {
+    mConfigurationFilename = filename;
+    return true;
+}
 
 }  // namespace Velun

@@ -1,11 +1,54 @@
 #include "core/TimerManager.h"
 
+#include "core/TimerPlugin.h"
+
 namespace Velun {
 
-TimerManager::TimerManager() {}
+TimerManager::TimerManager() : mTimestampPlugin(0), mHighresPlugin(0), mTimerPlugin(0) {}
 
 TimerManager::~TimerManager() {}
 
-std::int64_t TimerManager::getTimestamp() { return 0; }
+void TimerManager::registerTimerPlugin(TimerPlugin& plugin) {
+    if (!plugin.isInitialized() && !plugin.initialize())
+        return;
+    mPlugins.add(&plugin);
+    _chooseServices();
+}
+
+void TimerManager::unregisterTimerPlugin(TimerPlugin& plugin) {
+    int index = mPlugins.indexOf(&plugin);
+    if (index < 0)
+        return;
+    mPlugins.removeAt(static_cast<unsigned int>(index));
+    _chooseServices();
+}
+
+// Each service goes to the first plug-in, in order of registration, that offers it.
+void TimerManager::_chooseServices() {
+    mTimestampPlugin = 0;
+    mHighresPlugin = 0;
+    mTimerPlugin = 0;
+    for (unsigned int i = 0; i < mPlugins.size(); ++i) {
+        TimerPlugin* plugin = mPlugins.get(i);
+        if (!mTimestampPlugin && plugin->hasTimestamp())
+            mTimestampPlugin = plugin;
+        if (!mTimerPlugin && plugin->hasTimer())
+            mTimerPlugin = plugin;
+        if (!mHighresPlugin && plugin->hasHighresCounter())
+            mHighresPlugin = plugin;
+    }
+}
+
+std::int64_t TimerManager::getTimestamp() const { return mTimestampPlugin ? mTimestampPlugin->getTimestamp() : 0; }
+
+Dorvan::SharedPtr<Timer> TimerManager::createTimer() const {
+    return mTimerPlugin ? mTimerPlugin->createTimer() : Dorvan::SharedPtr<Timer>();
+}
+
+Dorvan::SharedPtr<Counter> TimerManager::createHighresCounter() const {
+    return mHighresPlugin ? mHighresPlugin->createHighresCounter() : Dorvan::SharedPtr<Counter>();
+}
+
+unsigned int TimerManager::getTimerPluginCount() const { return mPlugins.size(); }
 
 }  // namespace Velun

@@ -2,18 +2,50 @@
 
 #include <cstdint>
 
+#include "core/Counter.h"
+#include "core/Timer.h"
+#include "foundation/SharedPtr.h"
+#include "foundation/Vector.h"
 #include "velun_export.h"
 
 namespace Velun {
 
-// The engine's clock: timestamps in milliseconds, from the registered timer plug-in.
+class TimerPlugin;
+
+// The engine's clock: the millisecond timestamp that the main loop hands to every
+// process and that resources use to mark their changes. It measures nothing itself
+// but asks the registered TimerPlugins; for each service the first plug-in
+// registered that offers it serves. Without one, timestamps are 0 and the
+// factories give empty pointers. Plug-ins are not owned.
 class VELUN_EXPORT TimerManager {
 public:
     TimerManager();
     virtual ~TimerManager();
 
-    // The engine time in milliseconds; 0 while no timer plug-in is registered.
-    std::int64_t getTimestamp();
+    // Initialises the plug-in unless it is initialised already; a plug-in that
+    // fails to initialise is not registered. A later plug-in never takes a service
+    // over from an earlier one.
+    void registerTimerPlugin(TimerPlugin& plugin);
+    // Removes the plug-in; each service it served passes to the next registered
+    // plug-in that offers it. The plug-in is not shut down.
+    void unregisterTimerPlugin(TimerPlugin& plugin);
+
+    std::int64_t getTimestamp() const;
+    Dorvan::SharedPtr<Timer> createTimer() const;
+    Dorvan::SharedPtr<Counter> createHighresCounter() const;
+
+    unsigned int getTimerPluginCount() const;
+
+private:
+    TimerManager(const TimerManager&) = delete;
+    TimerManager& operator=(const TimerManager&) = delete;
+
+    void _chooseServices();
+
+    Dorvan::Vector<TimerPlugin*> mPlugins;
+    TimerPlugin* mTimestampPlugin;
+    TimerPlugin* mHighresPlugin;
+    TimerPlugin* mTimerPlugin;
 };
 
 }  // namespace Velun

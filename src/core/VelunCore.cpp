@@ -97,6 +97,8 @@ void VelunCore::shutdown() {
     if (!mStarted)
         return;
     mProcessManager->stop(false);
+    // Back ends take their objects out of the managers while all managers still exist.
+    mPluginManager->unloadPlugins();
     destroyManager(mLogManager);
     destroyManager(mConfigManager);
     destroyManager(mRenderManager);

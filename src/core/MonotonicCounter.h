@@ -1,0 +1,28 @@
+#pragma once
+
+#include <chrono>
+
+#include "core/Counter.h"
+#include "velun_export.h"
+
+namespace Velun {
+
+// Counter over the system's monotonic clock (std::chrono::steady_clock), which
+// does not jump when the wall clock is set. The constructor takes a first reading,
+// so an `update` before `start` measures from construction.
+class VELUN_EXPORT MonotonicCounter : public Counter {
+public:
+    MonotonicCounter();
+    virtual ~MonotonicCounter();
+
+    virtual void start();
+    virtual void update();
+    virtual void stop();
+    virtual double getElapsedSeconds();
+
+private:
+    std::chrono::steady_clock::time_point mLastCount;
+    double mElapsed;
+};
+
+}  // namespace Velun
