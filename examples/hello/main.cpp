@@ -1,10 +1,13 @@
 // The smallest Velun program: start the engine, run the main loop with a subsystem
-// of our own, and stop it from inside a pass.
+// of our own, and stop it from inside a pass: when the window system asks the
+// application to end (or Escape is pressed), or after a fixed number of frames.
 #include <cstdint>
 #include <iostream>
 #include <vector>
 
 #include "Velun.h"
+#include "input/InputEvent.h"
+#include "input/InputProcessor.h"
 
 using namespace Velun;
 
@@ -26,6 +29,23 @@ public:
     std::int64_t mFirst = 0, mLast = 0;
 };
 
+// Every application needs this: stop the main loop on a quit request.
+class QuitProcessor : public InputProcessor {
+public:
+    virtual bool processEvent(InputEvent& event) {
+        SysWMEventInfo* window = event.getSysWMEventInfo();
+        KeyEventInfo* key = event.getKeyEventInfo();
+        bool quit = window && window->getEventType() == SysWMEventInfo::SysWMQuit;
+        // Key symbols keep SDL's numbering, in which Escape is 27.
+        bool escape = key && key->getEventType() == KeyEventInfo::KeyPressed && key->getKeySymbol() == 27;
+        if (!quit && !escape)
+            return false;
+        std::cout << "quit requested" << std::endl;
+        VelunCore::getSingleton().getProcessManager().stop(false);
+        return true;
+    }
+};
+
 class CounterSubsystem : public Subsystem {
 public:
     explicit CounterSubsystem(int id) { setSubsystemId(id); }
@@ -43,6 +63,8 @@ int main() {
     FrameCounter counter(100);
     subsystem.mProcesses.push_back(&counter);
     processes.registerSubsystem(subsystem, -1);
+    QuitProcessor quitProcessor;
+    core.getInputManager().registerInputProcessor(quitProcessor);
 
     processes.run(true);
     std::cout << "ran " << counter.mCount << " passes from " << counter.mFirst << " ms to " << counter.mLast
