@@ -1,0 +1,67 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "core/VelunCore.h"
+#include "scene/BoundingBox.h"
+#include "scene/Branch.h"
+#include "scene/Leaf.h"
+#include "scene/TransformationNode.h"
+
+namespace SceneTest {
+
+// Nodes take their ids from the engine's SceneManager, so every test runs between
+// startup and shutdown.
+class EngineTest : public ::testing::Test {
+protected:
+    void SetUp() override { Velun::VelunCore::getSingleton().startup(); }
+    void TearDown() override { Velun::VelunCore::getSingleton().shutdown(); }
+};
+
+// A leaf with an optional box of its own that counts the update pass's visits.
+class BoxLeaf : public Velun::Leaf {
+public:
+    explicit BoxLeaf(std::string const& name = std::string(), NodeType type = TypeObject)
+        : Leaf(type, name), mHasBox(false), mVisits(0) {}
+    BoxLeaf(Velun::Point const& min, Velun::Point const& max, std::string const& name = std::string())
+        : Leaf(TypeObject, name), mHasBox(true), mBox(min, max), mVisits(0) {}
+
+    Velun::BoundingVolume const* getBoundingVolume() const override { return mHasBox ? &mBox : nullptr; }
+    void update(bool entering) override {
+        if (entering)
+            ++mVisits;
+    }
+
+    bool mHasBox;
+    Velun::BoundingBox mBox;
+    int mVisits;
+};
+
+// A leaf with an infinite volume, as a light has.
+class InfiniteLeaf : public BoxLeaf {
+public:
+    InfiniteLeaf() : BoxLeaf("light", TypeLight) {
+        mHasBox = true;
+        mBox.setInfinite();
+    }
+};
+
+// Groups that count the update pass's visits on the way down and up.
+class CountingBranch : public Velun::Branch {
+public:
+    explicit CountingBranch(std::string const& name = std::string()) : Branch(name), mDown(0), mUp(0) {}
+    void update(bool entering) override { ++(entering ? mDown : mUp); }
+    int mDown;
+    int mUp;
+};
+
+class CountingTransformation : public Velun::TransformationNode {
+public:
+    explicit CountingTransformation(std::string const& name = std::string())
+        : TransformationNode(name), mDown(0), mUp(0) {}
+    void update(bool entering) override { ++(entering ? mDown : mUp); }
+    int mDown;
+    int mUp;
+};
+
+}  // namespace SceneTest

@@ -1,0 +1,128 @@
+#include "SceneFixture.h"
+
+#include <cmath>
+
+using Velun::Node;
+using Velun::Point;
+using Velun::Transformation;
+using Velun::TransformationNode;
+using SceneTest::BoxLeaf;
+
+namespace {
+
+typedef Dorvan::Matrix<float, 4> Matrix4;
+
+Point place(Transformation const& t, Point const& p) { return Point(t.getLocalTransformation() * p); }
+
+void expectPoint(Point const& p, float x, float y, float z) {
+    EXPECT_NEAR(p[0], x, 1e-5f);
+    EXPECT_NEAR(p[1], y, 1e-5f);
+    EXPECT_NEAR(p[2], z, 1e-5f);
+}
+
+TEST(TransformationTest, LocalChoosesTheAxes) {
+    Transformation parentAxes;
+    parentAxes.rotateZ(static_cast<float>(M_PI / 2), false);
+    parentAxes.translate(1, 0, 0, false);
+    expectPoint(place(parentAxes, Point()), 1, 0, 0);
+
+    Transformation ownAxes;
+    ownAxes.rotateZ(static_cast<float>(M_PI / 2), false);
+    ownAxes.translate(1, 0, 0, true);
+    expectPoint(place(ownAxes, Point()), 0, 1, 0);
+
+    Transformation scaled;
+    scaled.translate(Dorvan::TVector<float, 3>(1, 2, 3), false);
+    scaled.scale(2, false);
+    expectPoint(place(scaled, Point(1, 0, 0)), 4, 4, 6);
+}
+
+TEST(TransformationTest, PrimitiveRotations) {
+    Transformation x, y, z, axis;
+    x.rotateX(static_cast<float>(M_PI / 2), false);
+    y.rotateY(static_cast<float>(M_PI / 2), false);
+    z.rotateZ(static_cast<float>(M_PI / 2), false);
+    axis.rotate(static_cast<float>(M_PI / 2), 0, 0, 5, false);
+    expectPoint(place(x, Point(0, 1, 0)), 0, 0, 1);
+    expectPoint(place(y, Point(0, 0, 1)), 1, 0, 0);
+    expectPoint(place(z, Point(1, 0, 0)), 0, 1, 0);
+    expectPoint(place(axis, Point(1, 0, 0)), 0, 1, 0);
+
+    // About the line through a and b: a stays, the rest turns around it.
+    for (bool local : {false, true}) {
+        Transformation line;
+        line.rotate(static_cast<float>(M_PI), Dorvan::TVector<float, 3>(1, 1, 0), Dorvan::TVector<float, 3>(1, 1, 1),
+                    local);
+        expectPoint(place(line, Point(1, 1, 5)), 1, 1, 5);
+        expectPoint(place(line, Point(2, 1, 0)), 0, 1, 0);
+    }
+}
+
+TEST(TransformationTest, MatrixCompositionAndInverse) {
+    Transformation t;
+    EXPECT_TRUE(t.getInverseTransformation().mIdentity);
+    t.translate(1, 0, 0, false);
+    Matrix4 m = Matrix4::identity();
+    m(0, 0) = 2.0f;
+    // Any non-zero flag composes on the right: the scale acts first.
+    t.multMatrix(m, 0.5f);
+    expectPoint(place(t, Point(1, 0, 0)), 3, 0, 0);
+    t.multMatrix(m, 0.0f);
+    expectPoint(place(t, Point(1, 0, 0)), 6, 0, 0);
+
+    Dorvan::Matrix<float, 3> upper = Dorvan::Matrix<float, 3>::identity();
+    upper(1, 1) = 3.0f;
+    Transformation u;
+    u.multMatrix(upper, 1.0f);
+    expectPoint(place(u, Point(0, 1, 0)), 0, 3, 0);
+
+    t.reset();
+    EXPECT_TRUE(t.getLocalTransformation().mIdentity);
+    EXPECT_TRUE(t.getInverseTransformation().mIdentity);
+
+    Transformation flat;
+    flat.scale(0, 1, 1, false);
+    EXPECT_TRUE(flat.getInverseTransformation().mIdentity);
+
+    Matrix4 placed = Matrix4::identity();
+    placed(1, 3) = 4.0f;
+    flat.setLocalTransformation(placed);
+    EXPECT_FLOAT_EQ(flat.getInverseTransformation().m[7], -4.0f);
+}
+
+class TransformationNodeTest : public SceneTest::EngineTest {};
+
+TEST_F(TransformationNodeTest, ChangesMarkTheNodeAndItsAncestors) {
+    Velun::Branch top;
+    TransformationNode node("mover");
+    EXPECT_EQ(node.getNodeType(), Node::TypeTransformation);
+    top.attachChild(node);
+    top.finishUpdate();
+    node.finishUpdate();
+    node.translate(1, 2, 3, false);
+    EXPECT_EQ(node.getNodeStatus(), Node::StatusModified);
+    EXPECT_EQ(top.getNodeStatus(), Node::StatusChildModified);
+}
+
+TEST_F(TransformationNodeTest, OneChildAtATime) {
+    TransformationNode node;
+    EXPECT_EQ(node.detachChild(), nullptr);
+    BoxLeaf a, b;
+    EXPECT_EQ(node.setChild(a), nullptr);
+    EXPECT_TRUE(node.hasChild());
+    EXPECT_EQ(node.getChild(), &a);
+    EXPECT_EQ(node.setChild(b), &a);
+    EXPECT_EQ(node.getChild(), &b);
+    EXPECT_EQ(a.getParent(), nullptr);
+
+    // A node that lives elsewhere cannot come in; the present child is gone anyway.
+    Velun::Branch elsewhere;
+    BoxLeaf taken;
+    elsewhere.attachChild(taken);
+    EXPECT_EQ(node.setChild(taken), &b);
+    EXPECT_FALSE(node.hasChild());
+    EXPECT_EQ(taken.getParent(), &elsewhere);
+    EXPECT_EQ(node.detachChild(), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,275 @@
+#include "SceneFixture.h"
+
+#include <cmath>
+
+#include "scene/SceneRoot.h"
+#include "scene/UpdateTraverser.h"
+
+using Velun::BoundingBox;
+using Velun::BoundingVolume;
+using Velun::Branch;
+using Velun::Node;
+using Velun::Point;
+using Velun::SceneRoot;
+using Velun::TransformationNode;
+using Velun::UpdateTraverser;
+using SceneTest::BoxLeaf;
+using SceneTest::CountingBranch;
+using SceneTest::CountingTransformation;
+
+namespace {
+
+typedef Dorvan::Matrix<float, 4> Matrix4;
+
+Point worldOrigin(Node const& node) { return Point(node.getTransformedNode().getWorldTransformation() * Point()); }
+
+BoundingBox const& worldBox(Node const& node) { return node.getTransformedNode().getBoundingBox(); }
+
+void expectPoint(Point const& p, float x, float y, float z) {
+    EXPECT_NEAR(p[0], x, 1e-5f);
+    EXPECT_NEAR(p[1], y, 1e-5f);
+    EXPECT_NEAR(p[2], z, 1e-5f);
+}
+
+void expectEncloses(BoundingBox const& outer, BoundingBox const& inner) {
+    ASSERT_EQ(outer.getState(), BoundingVolume::StateBounded);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_LE(outer.getMin()[i], inner.getMin()[i]);
+        EXPECT_GE(outer.getMax()[i], inner.getMax()[i]);
+    }
+}
+
+class UpdateTraverserTest : public SceneTest::EngineTest {
+protected:
+    void SetUp() override {
+        SceneTest::EngineTest::SetUp();
+        scene.reset(new SceneRoot(1));
+    }
+    void TearDown() override {
+        scene.reset();
+        SceneTest::EngineTest::TearDown();
+    }
+    void update() { EXPECT_EQ(scene->getUpdateTraverser()->run(0), 0); }
+    Branch& root() { return *scene->getRoot(); }
+
+    std::unique_ptr<SceneRoot> scene;
+};
+
+TEST_F(UpdateTraverserTest, WorldTransformationsFollowMovesAtEveryLevel) {
+    TransformationNode t1, t2, t3;
+    Branch middle;
+    BoxLeaf leaf(Point(-1, -1, -1), Point(1, 1, 1));
+    root().attachChild(t1);
+    t1.setChild(middle);
+    middle.attachChild(t2);
+    t2.setChild(t3);
+    t3.setChild(leaf);
+
+    t1.translate(10, 0, 0, false);
+    t2.rotateZ(static_cast<float>(M_PI / 2), false);
+    t3.translate(1, 0, 0, false);
+    update();
+    expectPoint(worldOrigin(middle), 10, 0, 0);
+    expectPoint(worldOrigin(t3), 10, 1, 0);
+    expectPoint(worldOrigin(leaf), 10, 1, 0);
+    EXPECT_NEAR(worldBox(leaf).getMin()[1], 0, 1e-5f);
+
+    t3.translate(0, 0, 5, false);
+    update();
+    expectPoint(worldOrigin(leaf), 10, 1, 5);
+
+    t2.reset();
+    update();
+    expectPoint(worldOrigin(leaf), 11, 0, 5);
+
+    t1.translate(0, -3, 0, false);
+    update();
+    expectPoint(worldOrigin(middle), 10, -3, 0);
+    expectPoint(worldOrigin(leaf), 11, -3, 5);
+    EXPECT_NEAR(worldBox(*root().getAttachedChild(0)).getMax()[2], 6, 1e-5f);
+
+    // Inverses are computed on demand from the stored world transformation.
+    Matrix4 product = leaf.getTransformedNode().getInverseWorldTransformation() *
+                      leaf.getTransformedNode().getWorldTransformation();
+    for (int i = 0; i < 16; ++i)
+        EXPECT_NEAR(product.m[i], Matrix4::identity().m[i], 1e-5f);
+}
+
+TEST_F(UpdateTraverserTest, UnchangedSubtreesAreNotVisited) {
+    CountingTransformation moved, still;
+    CountingBranch movedGroup, stillGroup;
+    BoxLeaf movedLeaf(Point(0, 0, 0), Point(1, 1, 1)), stillLeaf(Point(0, 0, 0), Point(1, 1, 1));
+    root().attachChild(moved);
+    root().attachChild(still);
+    moved.setChild(movedGroup);
+    still.setChild(stillGroup);
+    movedGroup.attachChild(movedLeaf);
+    stillGroup.attachChild(stillLeaf);
+
+    update();
+    EXPECT_EQ(movedLeaf.mVisits, 1);
+    EXPECT_EQ(moved.getNodeStatus(), Node::StatusUpdated);
+    EXPECT_EQ(movedGroup.mUp, 1);
+
+    // Nothing changed: the top nodes are visited and answer skip; nothing below them.
+    update();
+    EXPECT_EQ(moved.mDown, 2);
+    EXPECT_EQ(moved.mUp, 1);
+    EXPECT_EQ(movedGroup.mDown, 1);
+    EXPECT_EQ(movedLeaf.mVisits, 1);
+
+    moved.translate(5, 0, 0, false);
+    EXPECT_EQ(root().getNodeStatus(), Node::StatusChildModified);
+    update();
+    EXPECT_EQ(movedGroup.mDown, 2);
+    EXPECT_EQ(movedLeaf.mVisits, 2);
+    EXPECT_EQ(still.mDown, 3);
+    EXPECT_EQ(stillGroup.mDown, 1);
+    EXPECT_EQ(stillLeaf.mVisits, 1);
+    EXPECT_NEAR(worldBox(movedLeaf).getMin()[0], 5, 1e-6f);
+    EXPECT_EQ(root().getNodeStatus(), Node::StatusUpdated);
+
+    // A leaf whose own volume changed marks itself and is refreshed under unmoved parents.
+    stillLeaf.mBox.merge(Point(0, 7, 0));
+    stillLeaf.markModified();
+    update();
+    EXPECT_EQ(stillLeaf.mVisits, 2);
+    EXPECT_EQ(worldBox(stillLeaf).getMax()[1], 7.0f);
+    EXPECT_EQ(worldBox(still).getMax()[1], 7.0f);
+}
+
+TEST_F(UpdateTraverserTest, GroupVolumesEncloseAllChildrenAfterOneOfManyMoved) {
+    Branch group;
+    CountingBranch inner;
+    TransformationNode moving;
+    BoxLeaf far(Point(20, 20, 20), Point(21, 21, 21)), near(Point(0, 0, 0), Point(1, 1, 1));
+    TransformationNode innerPlace;
+    root().attachChild(group);
+    group.attachChild(inner);
+    group.attachChild(moving);
+    inner.attachChild(innerPlace);
+    innerPlace.setChild(far);
+    moving.setChild(near);
+    update();
+    expectEncloses(worldBox(group), worldBox(far));
+    expectEncloses(worldBox(group), worldBox(near));
+
+    moving.translate(-5, 0, 0, false);
+    update();
+    EXPECT_EQ(inner.mDown, 2);
+    EXPECT_EQ(inner.mUp, 1);
+    EXPECT_EQ(worldBox(near).getMin()[0], -5.0f);
+    expectEncloses(worldBox(group), worldBox(far));
+    expectEncloses(worldBox(group), worldBox(near));
+    EXPECT_EQ(worldBox(group).getMax()[0], 21.0f);
+    EXPECT_EQ(worldBox(group).getMin()[0], -5.0f);
+}
+
+TEST_F(UpdateTraverserTest, InfiniteLeavesMakeTheirAncestorsInfinite) {
+    Branch group, other;
+    TransformationNode place;
+    SceneTest::InfiniteLeaf light;
+    BoxLeaf camera, box(Point(0, 0, 0), Point(1, 1, 1));
+    root().attachChild(group);
+    root().attachChild(other);
+    group.attachChild(place);
+    place.setChild(light);
+    other.attachChild(camera);
+    other.attachChild(box);
+    update();
+    EXPECT_EQ(worldBox(light).getState(), BoundingVolume::StateInfinite);
+    EXPECT_EQ(worldBox(place).getState(), BoundingVolume::StateInfinite);
+    EXPECT_EQ(worldBox(group).getState(), BoundingVolume::StateInfinite);
+    EXPECT_EQ(worldBox(root()).getState(), BoundingVolume::StateInfinite);
+
+    // A leaf without a volume adds nothing to its group.
+    EXPECT_EQ(worldBox(camera).getState(), BoundingVolume::StateEmpty);
+    EXPECT_EQ(worldBox(other).getState(), BoundingVolume::StateBounded);
+    EXPECT_EQ(worldBox(other).getMax()[0], 1.0f);
+
+    place.translate(1, 1, 1, false);
+    update();
+    EXPECT_EQ(worldBox(group).getState(), BoundingVolume::StateInfinite);
+}
+
+TEST_F(UpdateTraverserTest, NodesAttachedLaterTakeTheirParentsPlace) {
+    TransformationNode place;
+    Branch holder;
+    root().attachChild(place);
+    place.setChild(holder);
+    place.translate(3, 0, 0, false);
+    update();
+
+    // Attached below an unmoved plain group, under a placed transformation.
+    Branch late;
+    BoxLeaf leaf(Point(0, 0, 0), Point(1, 1, 1));
+    late.attachChild(leaf);
+    holder.attachChild(late);
+    update();
+    expectPoint(worldOrigin(late), 3, 0, 0);
+    expectPoint(worldOrigin(leaf), 3, 0, 0);
+    EXPECT_EQ(worldBox(place).getMax()[0], 4.0f);
+
+    // Moved to another place: it follows at once.
+    TransformationNode other;
+    Branch otherHolder;
+    root().attachChild(other);
+    other.setChild(otherHolder);
+    other.translate(0, 0, -8, false);
+    holder.detachChild(late.getNodeId());
+    otherHolder.attachChild(late);
+    update();
+    expectPoint(worldOrigin(leaf), 0, 0, -8);
+    EXPECT_EQ(worldBox(holder).getState(), BoundingVolume::StateEmpty);
+}
+
+TEST_F(UpdateTraverserTest, EmptySceneKeepsTheRootsStatus) {
+    Node::NodeStatus before = root().getNodeStatus();
+    update();
+    EXPECT_EQ(root().getNodeStatus(), before);
+    EXPECT_EQ(worldBox(root()).getState(), BoundingVolume::StateInfinite);
+}
+
+TEST_F(UpdateTraverserTest, InversesDuringThePass) {
+    TransformationNode t1, t2;
+    BoxLeaf leaf;
+    root().attachChild(t1);
+    t1.setChild(t2);
+    t2.setChild(leaf);
+    t1.rotateY(0.5f, false);
+    t2.translate(1, 2, 3, false);
+    UpdateTraverser::UpdateHandler& handler = scene->getUpdateTraverser()->getUpdateHandler();
+    EXPECT_FALSE(handler.doCalcInverse());
+    handler.setCalcInverse(true);
+    update();
+    Matrix4 product = leaf.getTransformedNode().getInverseWorldTransformation() *
+                      leaf.getTransformedNode().getWorldTransformation();
+    for (int i = 0; i < 16; ++i)
+        EXPECT_NEAR(product.m[i], Matrix4::identity().m[i], 1e-5f);
+}
+
+TEST_F(UpdateTraverserTest, ModifiedFilterLeavesOutFinishedNodes) {
+    Branch done, pending;
+    root().attachChild(done);
+    done.finishUpdate();
+    UpdateTraverser::ModifiedFilter filter;
+    EXPECT_EQ(filter.filter(done), Velun::Traverser::ResultSkip);
+    EXPECT_EQ(filter.filter(pending), Velun::Traverser::ResultContinue);
+}
+
+TEST_F(UpdateTraverserTest, PassOverATreeOutsideAScene) {
+    Branch top;
+    TransformationNode place;
+    BoxLeaf leaf(Point(0, 0, 0), Point(1, 1, 1));
+    top.attachChild(place);
+    place.setChild(leaf);
+    place.scale(2, false);
+    UpdateTraverser pass(top);
+    EXPECT_EQ(pass.getSceneRoot(), nullptr);
+    pass.run(0);
+    EXPECT_EQ(worldBox(leaf).getMax()[0], 2.0f);
+    EXPECT_EQ(worldBox(top).getMax()[2], 2.0f);
+    EXPECT_EQ(top.getNodeStatus(), Node::StatusUpdated);
+}
+
+}  // namespace
