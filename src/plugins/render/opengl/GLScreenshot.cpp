@@ -7,7 +7,10 @@
 #include <sstream>
 #include "core/VelunCore.h"
 #include "plugins/loader/devil/DevILSession.h"
+#include "plugins/render/opengl/GLRenderContext.h"
+#include "plugins/render/opengl/GLRenderEngine.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
+#include "render/RenderTarget.h"
 
 namespace Velun {
 
@@ -93,8 +96,21 @@ bool GLScreenshot::save(std::string const& fileName, GLenum buffer, int width, i
 }
 
 bool GLSDLRenderWindow::saveScreenshot(std::string const& fileName) {
-    // After the swap the front buffer holds the frame the window shows.
-    return GLScreenshot::save(fileName, isDoubleBuffered() ? GL_FRONT : GL_BACK, getWidth(), getHeight());
+    // What a swapped front buffer holds cannot be read back everywhere (X servers
+    // without backing store give black), so the frame is drawn again into the hidden
+    // buffer, read there and never shown.
+    mRenderContext->beginFrame();
+    Dorvan::SharedPtr<RenderTarget> target = getRenderTarget();
+    if (target) {
+        mEngine->renderTarget(target.get(), mRenderContext, getWidth(), getHeight());
+    } else {
+        glViewport(0, 0, getWidth(), getHeight());
+        glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
+        glClear(GL_COLOR_BUFFER_BIT);
+    }
+    bool saved = GLScreenshot::save(fileName, mDoubleBuffered ? GL_BACK : GL_FRONT, getWidth(), getHeight());
+    mRenderContext->endFrame();
+    return saved;
 }
 
 }  // namespace Velun

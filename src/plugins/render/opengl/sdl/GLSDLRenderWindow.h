@@ -44,8 +44,8 @@ public:
     virtual bool setCursorVisible(bool on);
     virtual bool warpCursor(unsigned short x, unsigned short y);
 
-    // Writes what the window shows (the last frame) to an image file, PNG or any type
-    // DevIL writes by the extension; false with an error line if that fails.
+    // Draws the attached target once more, unseen, and writes the picture to an image
+    // file: PNG, or any type DevIL writes, by the extension. False with an error line.
     bool saveScreenshot(std::string const& fileName);
     bool isDoubleBuffered() const { return mDoubleBuffered; }
     int getColorDepth() const { return mColorDepth; }
