@@ -1,0 +1,219 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <unistd.h>
+
+#include "ObjectTestModels.h"
+#include "core/FileNameMapper.h"
+#include "core/ResourceManager.h"
+#include "core/VelunCore.h"
+#include "geometry/GeometryObject.h"
+#include "geometry/GeometrySubobject.h"
+#include "geometry/ObjectManager.h"
+#include "scene/TransformationNode.h"
+
+using Dorvan::SharedPtr;
+using ObjectTestModels::TextModelLoader;
+using Velun::FileNameMapper;
+using Velun::GeometryObject;
+using Velun::GeometrySubobject;
+using Velun::NameMapper;
+using Velun::ObjectFactory;
+using Velun::ObjectManager;
+using Velun::ObjectNode;
+using Velun::VelunCore;
+
+namespace {
+
+// A started engine, the engine's ObjectManager with a mapper onto a temporary model
+// directory that holds "tri.tmod": one triangle and two materials.
+class ObjectManagerTest : public ObjectTestModels::EngineTest {
+protected:
+    void SetUp() override {
+        char pattern[] = "/tmp/velun-objects-XXXXXX";
+        ASSERT_TRUE(mkdtemp(pattern));
+        mDir = pattern;
+        std::ofstream(mDir + "/tri.tmod") << "v 0 0 0\nv 1 0 0\nv 0 2 0\nt 0 1 2\nm 1 0 0\nm 0 0 1\n";
+        manager().setObjectNameMapper(SharedPtr<NameMapper>(new FileNameMapper(mDir)));
+    }
+    void TearDown() override {
+        std::remove((mDir + "/tri.tmod").c_str());
+        rmdir(mDir.c_str());
+    }
+
+    static ObjectManager& manager() {
+        return VelunCore::getSingleton().getResourceManager().getObjectManager();
+    }
+    static GeometryObject* asGeometryObject(ObjectNode* node) { return dynamic_cast<GeometryObject*>(node); }
+
+    std::string mDir;
+};
+
+TEST_F(ObjectManagerTest, ParsesOnceAndMakesFreshSubtreesSharingGeometryAndMaterials) {
+    TextModelLoader loader;
+    EXPECT_EQ(manager().registerObjectLoader(loader), 0u);
+    EXPECT_TRUE(loader.isInitialized());
+
+    GeometryObject* objects[3];
+    for (int i = 0; i < 3; ++i) {
+        objects[i] = asGeometryObject(manager().createObject("tri.tmod"));
+        ASSERT_TRUE(objects[i]);
+    }
+    EXPECT_EQ(loader.getLoadCount(), 1);
+    EXPECT_EQ(loader.getCanLoadCount(), 1) << "a cached name must not reach the loaders";
+    EXPECT_TRUE(manager().isLoaded("tri.tmod"));
+
+    GeometrySubobject* first = objects[0]->getSubobjectAt(0);
+    ASSERT_TRUE(first);
+    ASSERT_TRUE(first->getGeometry(0));
+    EXPECT_EQ(first->getGeometry(0)->getName(), "tri.tmod");
+    EXPECT_EQ(objects[0]->getDefaultMaterial(1)->getDiffuseMaterialColor(), Velun::Color(0, 0, 1, 1));
+    for (int i = 1; i < 3; ++i) {
+        EXPECT_NE(objects[i], objects[0]);
+        GeometrySubobject* part = objects[i]->getSubobjectAt(0);
+        ASSERT_TRUE(part);
+        EXPECT_NE(part, first) << "each object is a new subtree";
+        EXPECT_NE(part->getParent(), first->getParent());
+        EXPECT_EQ(part->getGeometry(0).get(), first->getGeometry(0).get());
+        EXPECT_EQ(objects[i]->getDefaultMaterial(0).get(), objects[0]->getDefaultMaterial(0).get());
+        EXPECT_EQ(objects[i]->getDefaultMaterial(1).get(), objects[0]->getDefaultMaterial(1).get());
+    }
+    for (int i = 0; i < 3; ++i)
+        delete objects[i];
+}
+
+TEST_F(ObjectManagerTest, UnknownNameIsLoggedAndGivesNothing) {
+    TextModelLoader loader;
+    manager().registerObjectLoader(loader);
+    testing::internal::CaptureStderr();
+    ObjectNode* object = manager().createObject("ghost.obj");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Could not find an objectloader for ghost.obj\n");
+    EXPECT_EQ(object, nullptr);
+    EXPECT_FALSE(manager().isLoaded("ghost.obj"));
+    EXPECT_EQ(loader.getLoadCount(), 0);
+}
+
+TEST_F(ObjectManagerTest, FailedLoadLogsTheLoadersCauseThenTheManagers) {
+    TextModelLoader loader;
+    manager().registerObjectLoader(loader);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(manager().createObject("missing.tmod"), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Could not open " + mDir +
+                                                          "\\missing.tmod\n"
+                                                          "Could not find an objectloader for missing.tmod\n");
+    EXPECT_FALSE(manager().isLoaded("missing.tmod"));
+}
+
+TEST_F(ObjectManagerTest, WithoutNameMapperNothingIsLoadedOrLogged) {
+    TextModelLoader loader;
+    manager().registerObjectLoader(loader);
+    manager().setObjectNameMapper(SharedPtr<NameMapper>());
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(manager().createObject("tri.tmod"), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(loader.getCanLoadCount(), 0);
+}
+
+TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAsked) {
+    TextModelLoader first;
+    TextModelLoader second;
+    EXPECT_EQ(manager().registerObjectLoader(first), 0u);
+    EXPECT_EQ(manager().registerObjectLoader(second), 1u);
+
+    delete manager().createObject("tri.tmod");
+    EXPECT_EQ(first.getLoadCount(), 1);
+    EXPECT_EQ(second.getCanLoadCount(), 0);
+
+    // The first fails on a missing file; the second, which would fail too, is not tried.
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(manager().createObject("missing.tmod"), nullptr);
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(first.getLoadCount(), 2);
+    EXPECT_EQ(second.getLoadCount(), 0);
+}
+
+TEST_F(ObjectManagerTest, LoaderThatCannotInitialiseIsNotRegistered) {
+    TextModelLoader broken("tmod", false);
+    EXPECT_EQ(manager().registerObjectLoader(broken), 0u);
+    EXPECT_EQ(manager().getObjectLoaderCount(), 0u);
+
+    TextModelLoader loader;
+    manager().registerObjectLoader(loader);
+    EXPECT_TRUE(manager().unregisterObjectLoader(loader));
+    EXPECT_FALSE(manager().unregisterObjectLoader(loader));
+    EXPECT_EQ(manager().getObjectLoaderCount(), 0u);
+}
+
+TEST_F(ObjectManagerTest, UnloadDropsTheFactoryAndTheNextCallLoadsAgain) {
+    TextModelLoader loader;
+    manager().registerObjectLoader(loader);
+    GeometryObject* before = asGeometryObject(manager().createObject("tri.tmod"));
+    ASSERT_TRUE(before);
+    SharedPtr<Velun::Geometry> oldGeometry = before->getSubobjectAt(0)->getGeometry(0);
+
+    EXPECT_TRUE(manager().unloadObjectFactory("tri.tmod"));
+    EXPECT_TRUE(manager().unloadObjectFactory("never-loaded"));
+    EXPECT_FALSE(manager().isLoaded("tri.tmod"));
+    // The object made before keeps its data.
+    EXPECT_EQ(oldGeometry.getRefCount(), 2);
+    EXPECT_EQ(before->getDefaultMaterial(0)->getDiffuseMaterialColor(), Velun::Color(1, 0, 0, 1));
+
+    GeometryObject* after = asGeometryObject(manager().createObject("tri.tmod"));
+    ASSERT_TRUE(after);
+    EXPECT_EQ(loader.getLoadCount(), 2);
+    EXPECT_NE(after->getSubobjectAt(0)->getGeometry(0).get(), oldGeometry.get());
+    delete before;
+    delete after;
+    EXPECT_EQ(oldGeometry.getRefCount(), 1);
+}
+
+class CountingFactory : public ObjectFactory {
+public:
+    CountingFactory() : mName("hand-made"), mCount(0) {}
+    std::string const& getName() const override { return mName; }
+    ObjectNode* createObject() override {
+        ++mCount;
+        return new GeometryObject(mName);
+    }
+    std::string mName;
+    int mCount;
+};
+
+TEST_F(ObjectManagerTest, FactoryRegisteredByHandServesItsName) {
+    CountingFactory* factory = new CountingFactory();
+    manager().registerObjectFactory("hand", SharedPtr<ObjectFactory>(factory));
+    EXPECT_TRUE(manager().isLoaded("hand"));
+    EXPECT_EQ(manager().getObjectFactory("hand").get(), factory);
+    EXPECT_TRUE(manager().getObjectFactory("other").isNull());
+    EXPECT_FALSE(manager().isLoaded("other"));
+
+    ObjectNode* object = manager().createObject("hand");
+    ASSERT_TRUE(object);
+    EXPECT_EQ(object->getName(), "hand-made");
+    EXPECT_EQ(factory->mCount, 1);
+    delete object;
+}
+
+TEST_F(ObjectManagerTest, ShutdownReleasesFactoriesAndLeftoverObjectsEndCleanly) {
+    TextModelLoader loader;
+    manager().registerObjectLoader(loader);
+    GeometryObject* kept = asGeometryObject(manager().createObject("tri.tmod"));
+    ASSERT_TRUE(kept);
+    SharedPtr<Velun::Geometry> geometry = kept->getSubobjectAt(0)->getGeometry(0);
+    SharedPtr<Velun::Material> material = kept->getDefaultMaterial(0);
+    // Held by us, the object's subobject and the cached factory.
+    EXPECT_EQ(geometry.getRefCount(), 3);
+
+    VelunCore::getSingleton().shutdown();
+    EXPECT_EQ(geometry.getRefCount(), 2);
+    EXPECT_EQ(material.getRefCount(), 2);
+
+    // An object released after shutdown needs no manager.
+    delete kept;
+    EXPECT_EQ(geometry.getRefCount(), 1);
+    EXPECT_EQ(material.getRefCount(), 1);
+}
+
+}  // namespace
