@@ -9,6 +9,8 @@ TimerManager::TimerManager() : mTimestampPlugin(0), mHighresPlugin(0), mTimerPlu
 TimerManager::~TimerManager() {}
 
 void TimerManager::registerTimerPlugin(TimerPlugin& plugin) {
+    if (mPlugins.contains(&plugin))
+        return;
     if (!plugin.isInitialized() && !plugin.initialize())
         return;
     mPlugins.add(&plugin);

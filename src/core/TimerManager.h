@@ -23,8 +23,8 @@ public:
     virtual ~TimerManager();
 
     // Initialises the plug-in unless it is initialised already; a plug-in that
-    // fails to initialise is not registered. A later plug-in never takes a service
-    // over from an earlier one.
+    // fails to initialise is not registered, and one registered already is left
+    // as it is. A later plug-in never takes a service over from an earlier one.
     void registerTimerPlugin(TimerPlugin& plugin);
     // Removes the plug-in; each service it served passes to the next registered
     // plug-in that offers it. The plug-in is not shut down.

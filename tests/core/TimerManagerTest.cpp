@@ -107,6 +107,8 @@ TEST(TimerManagerTest, AnInitialisedPluginIsNotInitialisedAgain) {
     timers.registerTimerPlugin(ready);
     EXPECT_EQ(0, ready.mInitializeCalls);
     EXPECT_EQ(6, timers.getTimestamp());
+    timers.registerTimerPlugin(ready);
+    EXPECT_EQ(1u, timers.getTimerPluginCount());
 }
 
 TEST(TimerManagerTest, UnregisteringHandsTheServiceToTheNextPlugin) {

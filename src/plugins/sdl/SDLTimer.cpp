@@ -22,6 +22,9 @@ SDLTimer::~SDLTimer() {
 bool SDLTimer::isInitialized() { return mInitialized; }
 
 bool SDLTimer::initialize() {
+    // A second offset, read to the second again, could set the time back.
+    if (mInitialized)
+        return true;
     // No parachute: a library must not take the application's fatal signals over.
     SDL_Init(SDL_INIT_TIMER | SDL_INIT_NOPARACHUTE);
     mLastTicks = SDL_GetTicks();

@@ -18,7 +18,8 @@ public:
     virtual ~SDLTimer();
 
     virtual bool isInitialized();
-    // Starts SDL's timer subsystem and fixes the epoch offset; returns true.
+    // Starts SDL's timer subsystem and fixes the epoch offset; returns true. Does
+    // nothing while initialised.
     virtual bool initialize();
     // Stops SDL's timer subsystem, and SDL as a whole once no other part of it runs.
     virtual bool shutdown();
