@@ -1,0 +1,31 @@
+#include "plugins/loader/devil/DevILPlugin.h"
+
+#include "core/ResourceManager.h"
+#include "core/VelunCore.h"
+#include "plugins/loader/devil/DevILTextureSourceLoader.h"
+#include "texture/TextureManager.h"
+
+namespace Velun {
+
+DevILPlugin::DevILPlugin() : mLoader(0) {}
+
+DevILPlugin::~DevILPlugin() { unregisterPlugin(); }
+
+int DevILPlugin::registerPlugin() {
+    if (mLoader)
+        return 0;
+    mLoader = new DevILTextureSourceLoader();
+    VelunCore::getSingleton().getResourceManager().getTextureManager().registerTextureSourceLoader(*mLoader);
+    return 0;
+}
+
+int DevILPlugin::unregisterPlugin() {
+    if (!mLoader)
+        return 0;
+    mLoader->shutdown();
+    delete mLoader;
+    mLoader = 0;
+    return 0;
+}
+
+}  // namespace Velun

@@ -1,0 +1,214 @@
+#include "plugins/loader/devil/DevILTextureSourceLoader.h"
+
+#include <IL/ilu.h>
+
+#include <sstream>
+
+#include "core/NativePath.h"
+#include "core/VelunCore.h"
+#include "plugins/loader/devil/DevILSession.h"
+#include "plugins/loader/devil/DevILTextureData.h"
+
+namespace Velun {
+
+namespace {
+
+const char* const kChannel = "loader.devil.textureloader";
+
+Color::Format toColorFormat(ILint format) {
+    switch (format) {
+    case IL_COLOUR_INDEX: return Color::ColorIndex;
+    case IL_RGB: return Color::Rgb;
+    case IL_RGBA: return Color::Rgba;
+    case IL_BGR: return Color::Bgr;
+    case IL_BGRA: return Color::Bgra;
+    case IL_LUMINANCE: return Color::Luminance;
+    default: return Color::None;
+    }
+}
+
+DataType::Type toDataType(ILint type) {
+    switch (type) {
+    case IL_BYTE: return DataType::Byte;
+    case IL_UNSIGNED_BYTE: return DataType::UnsignedByte;
+    case IL_SHORT: return DataType::Short;
+    case IL_UNSIGNED_SHORT: return DataType::UnsignedShort;
+    case IL_INT: return DataType::Int;
+    case IL_UNSIGNED_INT: return DataType::UnsignedInt;
+    case IL_FLOAT: return DataType::Float;
+    case IL_DOUBLE: return DataType::Double;
+    default: return DataType::None;
+    }
+}
+
+// DevIL's name for a colour format the loader can deliver; 0 for none.
+ILenum toILFormat(Color::Format format) {
+    switch (format) {
+    case Color::Rgb: return IL_RGB;
+    case Color::Rgba: return IL_RGBA;
+    case Color::Bgr: return IL_BGR;
+    case Color::Bgra: return IL_BGRA;
+    case Color::Luminance: return IL_LUMINANCE;
+    default: return 0;
+    }
+}
+
+ILenum toILType(DataType::Type type) {
+    switch (type) {
+    case DataType::Byte: return IL_BYTE;
+    case DataType::UnsignedByte: return IL_UNSIGNED_BYTE;
+    case DataType::Short: return IL_SHORT;
+    case DataType::UnsignedShort: return IL_UNSIGNED_SHORT;
+    case DataType::Int: return IL_INT;
+    case DataType::UnsignedInt: return IL_UNSIGNED_INT;
+    case DataType::Float: return IL_FLOAT;
+    case DataType::Double: return IL_DOUBLE;
+    default: return 0;
+    }
+}
+
+// Whether `info` asks for something DevIL can make: each field is either left open
+// (None, 0) or one the loader can deliver.
+bool canDeliver(const TextureInfo& info) {
+    return (info.getColorFormat() == Color::None || toILFormat(info.getColorFormat()) != 0) &&
+           (info.getDataType() == DataType::None || toILType(info.getDataType()) != 0) && info.getDepth() <= 1;
+}
+
+// The bound image in the engine's description.
+TextureInfo describeBoundImage() {
+    TextureInfo info;
+    info.setWidth(static_cast<unsigned int>(ilGetInteger(IL_IMAGE_WIDTH)));
+    info.setHeight(static_cast<unsigned int>(ilGetInteger(IL_IMAGE_HEIGHT)));
+    info.setDepth(1);
+    info.setColorFormat(toColorFormat(ilGetInteger(IL_IMAGE_FORMAT)));
+    info.setDataType(toDataType(ilGetInteger(IL_IMAGE_TYPE)));
+    return info;
+}
+
+}  // namespace
+
+DevILTextureSourceLoader::DevILTextureSourceLoader() : mInitialized(false) {}
+
+DevILTextureSourceLoader::~DevILTextureSourceLoader() {
+    if (mInitialized)
+        shutdown();
+}
+
+bool DevILTextureSourceLoader::isInitialized() const { return mInitialized; }
+
+bool DevILTextureSourceLoader::initialize() {
+    if (!mInitialized)
+        DevILSession::acquire();
+    mInitialized = true;
+    return true;
+}
+
+bool DevILTextureSourceLoader::shutdown() {
+    if (mInitialized)
+        DevILSession::release();
+    mInitialized = false;
+    return true;
+}
+
+ILenum DevILTextureSourceLoader::typeOfExtension(const std::string& extension) {
+    if (extension.empty())
+        return IL_TYPE_UNKNOWN;
+    std::string name = "image." + extension;
+    return ilTypeFromExt(name.c_str());
+}
+
+bool DevILTextureSourceLoader::canLoad(const NameMapper::ResourceInfo& resource, const TextureInfo& info) {
+    return canLoad(resource) && canDeliver(info);
+}
+
+bool DevILTextureSourceLoader::canLoad(const NameMapper::ResourceInfo& resource) {
+    return typeOfExtension(resource.mFileType) != IL_TYPE_UNKNOWN;
+}
+
+bool DevILTextureSourceLoader::canConvert(const TextureInfo&, bool) { return false; }
+
+void DevILTextureSourceLoader::logErrors(const NameMapper::ResourceInfo& resource, ILenum code) {
+    Dorvan::SharedPtr<Dorvan::Logger> logger = VelunCore::getLogger(kChannel);
+    while (code != IL_NO_ERROR) {
+        std::ostringstream text;
+        text << "Error opening " << resource.mFileName << ": " << iluErrorString(code);
+        logger->error(text.str());
+        code = ilGetError();
+    }
+}
+
+ILuint DevILTextureSourceLoader::loadImage(const NameMapper::ResourceInfo& resource) {
+    if (!mInitialized)
+        initialize();
+    // Errors left over from elsewhere are not this file's.
+    while (ilGetError() != IL_NO_ERROR) {
+    }
+    ILuint image = 0;
+    ilGenImages(1, &image);
+    ilBindImage(image);
+    const std::string path = toNativePath(resource.mFileName);
+    ILboolean loaded = ilLoadImage(path.c_str());
+    ILenum code = ilGetError();
+    if (code == IL_NO_ERROR && !loaded)
+        code = IL_INVALID_FILE_HEADER;
+    if (code == IL_NO_ERROR) {
+        // Indices and two-channel images have no place in the engine's formats.
+        ILint format = ilGetInteger(IL_IMAGE_FORMAT);
+        if (format == IL_COLOUR_INDEX) {
+            ILint palette = ilGetInteger(IL_PALETTE_TYPE);
+            bool alpha = palette == IL_PAL_RGBA32 || palette == IL_PAL_BGRA32;
+            ilConvertImage(alpha ? IL_RGBA : IL_RGB, IL_UNSIGNED_BYTE);
+        } else if (format == IL_LUMINANCE_ALPHA || format == IL_ALPHA) {
+            ilConvertImage(IL_RGBA, ilGetInteger(IL_IMAGE_TYPE));
+        }
+        code = ilGetError();
+    }
+    if (code == IL_NO_ERROR && (ilGetInteger(IL_IMAGE_WIDTH) <= 0 || ilGetInteger(IL_IMAGE_HEIGHT) <= 0 || !ilGetData()))
+        code = IL_INVALID_FILE_HEADER;
+    if (code != IL_NO_ERROR) {
+        logErrors(resource, code);
+        ilDeleteImages(1, &image);
+        return 0;
+    }
+    return image;
+}
+
+Dorvan::SharedPtr<TextureSource> DevILTextureSourceLoader::load(const NameMapper::ResourceInfo& resource) {
+    ILuint image = loadImage(resource);
+    if (!image)
+        return Dorvan::SharedPtr<TextureSource>();
+    return Dorvan::SharedPtr<TextureSource>(new DevILTextureData(image, describeBoundImage()));
+}
+
+Dorvan::SharedPtr<TextureSource> DevILTextureSourceLoader::load(const NameMapper::ResourceInfo& resource,
+                                                                const TextureInfo& info) {
+    if (!canDeliver(info))
+        return Dorvan::SharedPtr<TextureSource>();
+    ILuint image = loadImage(resource);
+    if (!image)
+        return Dorvan::SharedPtr<TextureSource>();
+    ILenum format = info.getColorFormat() == Color::None ? ilGetInteger(IL_IMAGE_FORMAT) : toILFormat(info.getColorFormat());
+    ILenum type = info.getDataType() == DataType::None ? ilGetInteger(IL_IMAGE_TYPE) : toILType(info.getDataType());
+    bool done = ilConvertImage(format, type) == IL_TRUE;
+    unsigned int width = info.getWidth() ? info.getWidth() : static_cast<unsigned int>(ilGetInteger(IL_IMAGE_WIDTH));
+    unsigned int height = info.getHeight() ? info.getHeight() : static_cast<unsigned int>(ilGetInteger(IL_IMAGE_HEIGHT));
+    if (done && (width != static_cast<unsigned int>(ilGetInteger(IL_IMAGE_WIDTH)) ||
+                 height != static_cast<unsigned int>(ilGetInteger(IL_IMAGE_HEIGHT)))) {
+        iluImageParameter(ILU_FILTER, ILU_BILINEAR);
+        done = iluScale(width, height, 1) == IL_TRUE;
+    }
+    ILenum code = ilGetError();
+    if (!done || code != IL_NO_ERROR) {
+        logErrors(resource, code != IL_NO_ERROR ? code : IL_INVALID_CONVERSION);
+        ilDeleteImages(1, &image);
+        return Dorvan::SharedPtr<TextureSource>();
+    }
+    return Dorvan::SharedPtr<TextureSource>(new DevILTextureData(image, describeBoundImage()));
+}
+
+Dorvan::SharedPtr<TextureSource> DevILTextureSourceLoader::convert(Dorvan::SharedPtr<TextureSource>,
+                                                                   const TextureInfo&, bool) {
+    return Dorvan::SharedPtr<TextureSource>();
+}
+
+}  // namespace Velun

@@ -1,0 +1,274 @@
+#include "plugins/loader/devil/DevILTextureSourceLoader.h"
+
+#include <IL/il.h>
+#include <IL/ilu.h>
+
+#include <cstdint>
+#include <sstream>
+
+#include "loader/EngineFixture.h"
+#include "plugins/loader/devil/DevILPlugin.h"
+#include "plugins/loader/devil/DevILTextureData.h"
+
+using namespace Velun;
+
+namespace {
+
+class DevILTextureSourceLoaderTest : public EngineFixture {
+protected:
+    void SetUp() override {
+        EngineFixture::SetUp();
+        plugin.registerPlugin();
+    }
+    void TearDown() override {
+        plugin.unregisterPlugin();
+        EngineFixture::TearDown();
+    }
+
+    Dorvan::SharedPtr<TextureSource> source(const std::string& name) {
+        return core.getResourceManager().getTextureManager().getTextureSource(name);
+    }
+
+    static NameMapper::ResourceInfo resource(const std::string& fileType) {
+        return NameMapper::ResourceInfo("a." + fileType, ".\\textures\\a." + fileType, fileType);
+    }
+
+    DevILPlugin plugin;
+};
+
+// A texel's colour as bytes 0-255 whatever the component type and channel order.
+struct Rgba {
+    int r, g, b, a;
+};
+
+Rgba texel(const TextureSource& image, unsigned int x, unsigned int y) {
+    const TextureInfo& info = image.getTextureInfo();
+    const void* pixel = image.getPixel(x, y, 0);
+    int v[4] = {0, 0, 0, 255};
+    for (unsigned int c = 0; c < info.getChannels(); ++c) {
+        if (info.getDataType() == DataType::UnsignedShort)
+            v[c] = static_cast<const std::uint16_t*>(pixel)[c] >> 8;
+        else
+            v[c] = static_cast<const std::uint8_t*>(pixel)[c];
+    }
+    Color::Format format = info.getColorFormat();
+    if (format == Color::Bgr || format == Color::Bgra)
+        std::swap(v[0], v[2]);
+    if (format == Color::Luminance)
+        v[1] = v[2] = v[0];
+    return Rgba{v[0], v[1], v[2], v[3]};
+}
+
+// Red top left, green top right, blue bottom left, white bottom right, 8x8 each;
+// `tolerance` allows for lossy compression.
+void expectQuads(const TextureSource& image, int tolerance, int rightAlpha = 255) {
+    const Rgba expected[4] = {{255, 0, 0, 255}, {0, 255, 0, rightAlpha}, {0, 0, 255, 255}, {255, 255, 255, rightAlpha}};
+    const unsigned int at[4][2] = {{3, 3}, {12, 3}, {3, 12}, {12, 12}};
+    for (int i = 0; i < 4; ++i) {
+        Rgba got = texel(image, at[i][0], at[i][1]);
+        EXPECT_NEAR(expected[i].r, got.r, tolerance) << "texel " << at[i][0] << "," << at[i][1];
+        EXPECT_NEAR(expected[i].g, got.g, tolerance) << "texel " << at[i][0] << "," << at[i][1];
+        EXPECT_NEAR(expected[i].b, got.b, tolerance) << "texel " << at[i][0] << "," << at[i][1];
+        EXPECT_NEAR(expected[i].a, got.a, 1) << "texel " << at[i][0] << "," << at[i][1];
+    }
+}
+
+void expectInfo(const TextureSource& image, Color::Format format, unsigned int channels, DataType::Type type) {
+    const TextureInfo& info = image.getTextureInfo();
+    EXPECT_EQ(16u, info.getWidth());
+    EXPECT_EQ(16u, info.getHeight());
+    EXPECT_EQ(1u, info.getDepth());
+    EXPECT_EQ(format, info.getColorFormat());
+    EXPECT_EQ(channels, info.getChannels());
+    EXPECT_EQ(type, info.getDataType());
+}
+
+}  // namespace
+
+TEST_F(DevILTextureSourceLoaderTest, ReadsPngInEveryLayout) {
+    Dorvan::SharedPtr<TextureSource> rgb = source("rgb.png");
+    ASSERT_TRUE(rgb);
+    expectInfo(*rgb, Color::Rgb, 3, DataType::UnsignedByte);
+    expectQuads(*rgb, 0);
+
+    Dorvan::SharedPtr<TextureSource> rgba = source("rgba.png");
+    ASSERT_TRUE(rgba);
+    expectInfo(*rgba, Color::Rgba, 4, DataType::UnsignedByte);
+    expectQuads(*rgba, 0, 128);
+
+    // Palette images arrive expanded to their colours.
+    Dorvan::SharedPtr<TextureSource> palette = source("palette.png");
+    ASSERT_TRUE(palette);
+    expectInfo(*palette, Color::Rgb, 3, DataType::UnsignedByte);
+    expectQuads(*palette, 0);
+
+    Dorvan::SharedPtr<TextureSource> deep = source("deep.png");
+    ASSERT_TRUE(deep);
+    expectInfo(*deep, Color::Rgb, 3, DataType::UnsignedShort);
+    expectQuads(*deep, 0);
+
+    Dorvan::SharedPtr<TextureSource> grey = source("grey.png");
+    ASSERT_TRUE(grey);
+    expectInfo(*grey, Color::Luminance, 1, DataType::UnsignedByte);
+    EXPECT_EQ(255, texel(*grey, 12, 12).r);
+    EXPECT_EQ(0, texel(*grey, 12, 12).r - texel(*grey, 12, 12).g);
+}
+
+TEST_F(DevILTextureSourceLoaderTest, ReadsJpegTgaBmpAndDdsTopRowFirst) {
+    Dorvan::SharedPtr<TextureSource> jpeg = source("quads.jpg");
+    ASSERT_TRUE(jpeg);
+    expectInfo(*jpeg, Color::Rgb, 3, DataType::UnsignedByte);
+    // JPEG is lossy: colours come back close, not exact.
+    expectQuads(*jpeg, 12);
+
+    Dorvan::SharedPtr<TextureSource> tga = source("quads.tga");
+    ASSERT_TRUE(tga);
+    expectInfo(*tga, Color::Bgr, 3, DataType::UnsignedByte);
+    expectQuads(*tga, 0);
+
+    Dorvan::SharedPtr<TextureSource> tgaAlpha = source("quads-alpha.tga");
+    ASSERT_TRUE(tgaAlpha);
+    expectInfo(*tgaAlpha, Color::Bgra, 4, DataType::UnsignedByte);
+    expectQuads(*tgaAlpha, 0, 128);
+
+    Dorvan::SharedPtr<TextureSource> bmp = source("quads.bmp");
+    ASSERT_TRUE(bmp);
+    expectInfo(*bmp, Color::Bgr, 3, DataType::UnsignedByte);
+    expectQuads(*bmp, 0);
+
+    Dorvan::SharedPtr<TextureSource> dds = source("quads.dds");
+    ASSERT_TRUE(dds);
+    EXPECT_EQ(16u, dds->getTextureInfo().getWidth());
+    EXPECT_EQ(DataType::UnsignedByte, dds->getTextureInfo().getDataType());
+    expectQuads(*dds, 0);
+
+    // Block compression keeps these flat colours exactly.
+    Dorvan::SharedPtr<TextureSource> dxt1 = source("quads-dxt1.dds");
+    ASSERT_TRUE(dxt1);
+    EXPECT_EQ(16u, dxt1->getTextureInfo().getHeight());
+    expectQuads(*dxt1, 8);
+}
+
+TEST_F(DevILTextureSourceLoaderTest, AddressesPixelsRowByRow) {
+    Dorvan::SharedPtr<TextureSource> rgb = source("rgb.png");
+    ASSERT_TRUE(rgb);
+    const unsigned char* first = static_cast<const unsigned char*>(rgb->getPixel(0, 0, 0));
+    EXPECT_EQ(rgb->getTextureData(), first);
+    EXPECT_EQ(first + 16 * 3, rgb->getPixel(0, 1, 0));
+    EXPECT_EQ(first + (16 * 15 + 15) * 3, rgb->getPixel(15, 15, 0));
+    EXPECT_EQ(nullptr, rgb->getPixel(16, 0, 0));
+    EXPECT_EQ(nullptr, rgb->getPixel(0, 16, 0));
+    EXPECT_EQ(nullptr, rgb->getPixel(0, 0, 1));
+    EXPECT_FALSE(rgb->hasChanged(0));
+    EXPECT_FALSE(rgb->hasChanged(INT64_MAX));
+    unsigned char target[3];
+    EXPECT_FALSE(rgb->copyData(0, 0, 0, 1, 1, 1, target));
+
+    // Each access binds its own image, so two sources can be read in turn.
+    Dorvan::SharedPtr<TextureSource> bmp = source("quads.bmp");
+    ASSERT_TRUE(bmp);
+    EXPECT_EQ(255, texel(*rgb, 3, 3).r);
+    EXPECT_EQ(255, texel(*bmp, 3, 12).b);
+    EXPECT_EQ(255, texel(*rgb, 12, 3).g);
+}
+
+TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
+    testing::internal::CaptureStderr();
+    Dorvan::SharedPtr<TextureSource> missing = source("missing.png");
+    std::string lines = testing::internal::GetCapturedStderr();
+    EXPECT_FALSE(missing);
+    EXPECT_EQ(std::string("Error opening .\\textures\\missing.png: ") + iluErrorString(IL_COULD_NOT_OPEN_FILE) + "\n",
+              lines);
+
+    // DevIL hands a freed name out again, so a failed image that was deleted leaves the
+    // next free name unchanged.
+    ILuint before = 0;
+    ilGenImages(1, &before);
+    ilDeleteImages(1, &before);
+    testing::internal::CaptureStderr();
+    Dorvan::SharedPtr<TextureSource> corrupt = source("corrupt.png");
+    lines = testing::internal::GetCapturedStderr();
+    EXPECT_FALSE(corrupt);
+    ASSERT_FALSE(lines.empty());
+    std::istringstream each(lines);
+    for (std::string line; std::getline(each, line);)
+        EXPECT_EQ(0u, line.find("Error opening .\\textures\\corrupt.png: ")) << line;
+
+    ILuint after = 0;
+    ilGenImages(1, &after);
+    ilDeleteImages(1, &after);
+    EXPECT_EQ(before, after);
+}
+
+TEST_F(DevILTextureSourceLoaderTest, TakesFilesByTheirType) {
+    DevILTextureSourceLoader loader;
+    for (const char* type : {"png", "jpg", "jpeg", "tga", "bmp", "dds", "PNG", "Jpg"})
+        EXPECT_TRUE(loader.canLoad(resource(type))) << type;
+    for (const char* type : {"ms3d", "wav", "txt", ""})
+        EXPECT_FALSE(loader.canLoad(resource(type))) << type;
+    EXPECT_FALSE(loader.canConvert(TextureInfo(), false));
+    EXPECT_FALSE(loader.convert(Dorvan::SharedPtr<TextureSource>(), TextureInfo(), false));
+
+    TextureInfo palette;
+    palette.setColorFormat(Color::ColorIndex);
+    EXPECT_TRUE(loader.canLoad(resource("png"), TextureInfo()));
+    EXPECT_FALSE(loader.canLoad(resource("png"), palette));
+    EXPECT_FALSE(loader.canLoad(resource("wav"), TextureInfo()));
+
+    // A name no loader takes is nobody's error.
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(source("notes.txt"));
+    EXPECT_EQ("", testing::internal::GetCapturedStderr());
+}
+
+TEST_F(DevILTextureSourceLoaderTest, DeliversARequestedDescription) {
+    TextureInfo wanted;
+    wanted.setWidth(8);
+    wanted.setHeight(8);
+    wanted.setDepth(1);
+    wanted.setColorFormat(Color::Rgba);
+    wanted.setDataType(DataType::UnsignedByte);
+    Dorvan::SharedPtr<TextureSource> image =
+        core.getResourceManager().getTextureManager().getTextureSource("quads.bmp", wanted);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(wanted, image->getTextureInfo());
+    Rgba topLeft = texel(*image, 1, 1);
+    EXPECT_EQ(255, topLeft.r);
+    EXPECT_EQ(0, topLeft.b);
+    EXPECT_EQ(255, topLeft.a);
+    EXPECT_EQ(255, texel(*image, 1, 6).b);
+
+    // Left open, the file's own description stays.
+    Dorvan::SharedPtr<TextureSource> same =
+        core.getResourceManager().getTextureManager().getTextureSource("quads.tga", TextureInfo());
+    ASSERT_TRUE(same);
+    expectInfo(*same, Color::Bgr, 3, DataType::UnsignedByte);
+}
+
+TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
+    Dorvan::SharedPtr<TextureSource> rgb = source("rgb.png");
+    ASSERT_TRUE(rgb);
+    plugin.unregisterPlugin();
+    core.shutdown();
+    EXPECT_EQ(nullptr, rgb->getTextureData());
+    EXPECT_EQ(nullptr, rgb->getPixel(0, 0, 0));
+    EXPECT_EQ(16u, rgb->getTextureInfo().getWidth());
+
+    // A new session's images are not touched by the old source's end.
+    core.startup();
+    DevILTextureSourceLoader loader;
+    loader.initialize();
+    Dorvan::SharedPtr<TextureSource> again = loader.load(NameMapper::ResourceInfo("rgb.png", ".\\textures\\rgb.png", "png"));
+    ASSERT_TRUE(again);
+    rgb = Dorvan::SharedPtr<TextureSource>();
+    EXPECT_EQ(255, texel(*again, 3, 3).r);
+    again = Dorvan::SharedPtr<TextureSource>();
+    loader.shutdown();
+}
+
+TEST_F(DevILTextureSourceLoaderTest, PluginRegistersOneLoader) {
+    TextureManager& textures = core.getResourceManager().getTextureManager();
+    EXPECT_EQ(1u, textures.getTextureSourceLoaderCount());
+    EXPECT_EQ(0, plugin.registerPlugin());
+    EXPECT_EQ(1u, textures.getTextureSourceLoaderCount());
+}
