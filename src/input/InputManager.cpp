@@ -115,8 +115,13 @@ void InputManager::triggerInputEvent(InputEvent& event) {
             return;
         // The processor may have unregistered itself or others: go on after it, or
         // at its old place if it is gone.
-        int index = mProcessors.indexOf(id);
-        position = index >= 0 ? static_cast<unsigned int>(index) + 1 : position;
+        if (position < mProcessors.size() && mProcessors.keyAt(position) == id) {
+            ++position;
+        } else {
+            int index = mProcessors.indexOf(id);
+            if (index >= 0)
+                position = static_cast<unsigned int>(index) + 1;
+        }
     }
 }
 

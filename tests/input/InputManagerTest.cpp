@@ -156,6 +156,18 @@ TEST_F(InputManagerTest, AProcessorThatUnregistersItselfDoesNotHideTheNextOne) {
     EXPECT_EQ(1u, input().getInputProcessorCount());
 }
 
+TEST_F(InputManagerTest, UnregisteringAnEarlierProcessorDuringTheWalkSkipsNobody) {
+    RecordingProcessor a, b, c;
+    b.mAction = [&](InputEvent&) { input().unregisterInputProcessor(a); };
+    input().registerInputProcessor(a);
+    input().registerInputProcessor(b);
+    input().registerInputProcessor(c);
+    trigger(1);
+    EXPECT_EQ(1u, a.mTimestamps.size());
+    EXPECT_EQ(1u, b.mTimestamps.size());
+    EXPECT_EQ(1u, c.mTimestamps.size());
+}
+
 TEST_F(InputManagerTest, ADestroyedProcessorLeavesTheChain) {
     RecordingProcessor staying;
     {
