@@ -1,0 +1,9 @@
+#include "GLDrawFixture.h"
+
+namespace RenderGLTest {
+
+VelunTest::EngineClock* GLDrawTest::sClock = nullptr;
+Velun::GLRenderEngine* GLDrawTest::sEngine = nullptr;
+Velun::GLSDLRenderWindow* GLDrawTest::sWindow = nullptr;
+
+}  // namespace RenderGLTest

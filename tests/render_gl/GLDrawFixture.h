@@ -1,0 +1,277 @@
+#pragma once
+
+// A GL window of its own for the drawing tests, with helpers that build small scenes
+// (quads, textures, cameras, lights) and read back what the window shows.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/VelunCore.h"
+#include "foundation/CowMemPtr.h"
+#include "geometry/GeometryData.h"
+#include "geometry/GeometryDataGroup.h"
+#include "geometry/GeometryObject.h"
+#include "geometry/GeometrySubobject.h"
+#include "geometry/IndexedQuads.h"
+#include "geometry/VertexData.h"
+#include "material/Material.h"
+#include "plugins/render/opengl/GLRenderEngine.h"
+#include "plugins/render/opengl/GLScreenshot.h"
+#include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
+#include "render/RenderTarget.h"
+#include "render/Viewport.h"
+#include "scene/BoundingBox.h"
+#include "scene/Branch.h"
+#include "scene/Camera.h"
+#include "scene/Light.h"
+#include "scene/Overlay.h"
+#include "scene/SceneGraph.h"
+#include "scene/SceneManager.h"
+#include "scene/TransformationNode.h"
+#include "support/EngineClock.h"
+#include "texture/Texture2D.h"
+#include "texture/TextureData.h"
+#include "texture/TextureInfo.h"
+
+namespace RenderGLTest {
+
+using Dorvan::SharedPtr;
+
+struct Rgb {
+    int r, g, b;
+};
+
+inline std::ostream& operator<<(std::ostream& out, Rgb const& c) {
+    return out << "(" << c.r << ", " << c.g << ", " << c.b << ")";
+}
+
+// Components within `tolerance` of 0..255 values; rasterisers round differently, so
+// exact equality would test the driver rather than the engine.
+inline ::testing::AssertionResult near(Rgb actual, Rgb expected, int tolerance = 3) {
+    if (std::abs(actual.r - expected.r) <= tolerance && std::abs(actual.g - expected.g) <= tolerance &&
+        std::abs(actual.b - expected.b) <= tolerance)
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "colour " << actual << ", expected " << expected << " +-" << tolerance;
+}
+
+inline int toByte(float v) { return int(std::lround(v * 255.0f)); }
+
+// A quad in the z = 0 plane of its node, from (x0, y0) to (x1, y1), facing +Z.
+struct QuadSpec {
+    float x0 = -1, y0 = -1, x1 = 1, y1 = 1;
+    bool normals = false;
+    bool colors = false;
+    Velun::Color color = Velun::Color(1, 1, 1, 1);
+    unsigned int layers = 0;  // texture layers, coordinates 0..1 over the quad
+};
+
+inline SharedPtr<Velun::Geometry> makeQuad(QuadSpec const& spec) {
+    Velun::GeometryData* geometry = new Velun::GeometryData("quad");
+    SharedPtr<Velun::VertexData> vertices(new Velun::VertexData());
+    vertices->setUseVertex(true);
+    vertices->setUseNormal(spec.normals);
+    vertices->setUseColor(spec.colors);
+    vertices->setUseTexCoordinates(spec.layers > 0);
+    for (unsigned int l = 0; l < spec.layers; ++l)
+        vertices->addTextureIndex(l);
+    vertices->initialize(4, 4);
+    float const corners[4][2] = {{spec.x0, spec.y0}, {spec.x1, spec.y0}, {spec.x1, spec.y1}, {spec.x0, spec.y1}};
+    float const uv[4][2] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
+    for (int i = 0; i < 4; ++i) {
+        vertices->addVertex();
+        vertices->setVertex(corners[i][0], corners[i][1], 0.0f);
+        if (spec.normals)
+            vertices->setNormal(0, 0, 1);
+        if (spec.colors)
+            vertices->setColor(spec.color);
+        for (unsigned int l = 0; l < spec.layers; ++l)
+            vertices->setTexCoordinate(uv[i][0], uv[i][1], l);
+    }
+    geometry->setIndexedVertexData(vertices);
+    Velun::IndexedQuads* quad = new Velun::IndexedQuads(4);
+    quad->addQuad(0, 1, 2, 3);
+    geometry->createGroup().addElement(*quad);
+    geometry->setBoundingVolume(new Velun::BoundingBox(Velun::Point(spec.x0, spec.y0, -0.01f),
+                                                       Velun::Point(spec.x1, spec.y1, 0.01f)));
+    return SharedPtr<Velun::Geometry>(geometry);
+}
+
+// Plain colour, no lighting influence unless the pass lights it, no alpha test.
+inline SharedPtr<Velun::Material> colorMaterial(Velun::Color const& color) {
+    SharedPtr<Velun::Material> material(new Velun::Material());
+    material->setUseDefaultVertexColor(true);
+    material->setDefaultVertexColor(color);
+    material->setUseAlphaTest(false);
+    return material;
+}
+
+// A width x height RGB texture of the given texels (row 0 first), nearest filtering.
+inline SharedPtr<Velun::Texture> makeTexture(int width, int height, std::vector<unsigned char> const& rgb,
+                                             Velun::Texture::TexMode mode = Velun::Texture::Modulate) {
+    Velun::TextureInfo info;
+    info.setWidth(width);
+    info.setHeight(height);
+    info.setDepth(1);
+    info.setDataType(Velun::DataType::UnsignedByte);
+    info.setColorFormat(Velun::Color::Rgb);
+    Dorvan::CowMemPtr<void> data;
+    data.alloc(rgb.size());
+    std::copy(rgb.begin(), rgb.end(), static_cast<unsigned char*>(data.get()));
+    SharedPtr<Velun::TextureSource> source(new Velun::TextureData(info, data));
+    SharedPtr<Velun::Texture> texture(new Velun::Texture2D(source));
+    texture->setAllFilters(Velun::Texture::Nearest);
+    texture->setAllWrapModes(Velun::Texture::ClampToEdge);
+    texture->setTexMode(mode);
+    return texture;
+}
+
+class GLDrawTest : public ::testing::Test {
+public:
+    static constexpr int Width = 64;
+    static constexpr int Height = 64;
+
+    static void SetUpTestSuite() {
+        sClock = new VelunTest::EngineClock();
+        sEngine = new Velun::GLRenderEngine();
+        ASSERT_TRUE(sEngine->initialize());
+        sWindow = static_cast<Velun::GLSDLRenderWindow*>(
+            sEngine->createRenderWindow(1, "render_gl", Width, Height, false, 0, 0, nullptr));
+        ASSERT_NE(sWindow, nullptr);
+    }
+
+    static void TearDownTestSuite() {
+        delete sWindow;
+        sWindow = nullptr;
+        delete sEngine;
+        sEngine = nullptr;
+        delete sClock;
+        sClock = nullptr;
+    }
+
+protected:
+    void SetUp() override {
+        ASSERT_NE(sWindow, nullptr);
+        mTime = 1000;
+        sClock->setTime(mTime);
+        mScene = &Velun::VelunCore::getSingleton().getSceneManager().createSceneGraph();
+        mTarget = SharedPtr<Velun::RenderTarget>(new Velun::RenderTarget());
+        sWindow->attachRenderTarget(mTarget);
+    }
+
+    void TearDown() override {
+        sWindow->detachRenderTarget();
+        mTarget = SharedPtr<Velun::RenderTarget>();
+        mCameras.clear();
+        mNodes.clear();  // detach from their scenes before the scenes go
+        Velun::SceneManager& scenes = Velun::VelunCore::getSingleton().getSceneManager();
+        for (Velun::Overlay* overlay : mOverlays)
+            scenes.deleteOverlay(*overlay);
+        scenes.deleteSceneGraph(*mScene);
+    }
+
+    template <class T>
+    T& own(T* node) {
+        mNodes.emplace_back(node);
+        return *node;
+    }
+
+    Velun::Branch& root() { return *mScene->getRoot(); }
+
+    // An object with one quad subobject, placed at (x, y, z) below `parent`; the object's
+    // default material 0 is `material`. Returns the placing transformation.
+    Velun::TransformationNode& addQuad(Velun::Branch& parent, float x, float y, float z, QuadSpec const& spec,
+                                       SharedPtr<Velun::Material> material) {
+        Velun::TransformationNode& place = own(new Velun::TransformationNode());
+        place.translate(x, y, z, false);
+        Velun::GeometryObject& object = own(new Velun::GeometryObject());
+        Velun::GeometrySubobject* sub = new Velun::GeometrySubobject();
+        sub->setGeometry(makeQuad(spec), 0);
+        object.addSubobject(*sub);
+        if (!material.isNull())
+            object.setDefaultMaterial(0, material);
+        place.setChild(object);
+        parent.attachChild(place);
+        return place;
+    }
+
+    // A camera at the origin of the scene looking down -Z: near 0.1, fovY 90.
+    SharedPtr<Velun::Camera> addCamera(bool lights = false) {
+        Velun::Camera* camera = new Velun::Camera();
+        SharedPtr<Velun::Camera> shared(camera);
+        SharedPtr<Velun::RenderSettings> settings(new Velun::RenderSettings());
+        settings->setUseLights(lights);
+        camera->getCamSettings().setRenderSettings(settings);
+        camera->getCamSettings().setFovY(90.0f);
+        root().attachChild(*camera);
+        mCameras.push_back(shared);
+        return shared;
+    }
+
+    SharedPtr<Velun::Viewport> addViewport(SharedPtr<Velun::Camera> const& camera, float x = 0, float y = 0,
+                                           float w = 1, float h = 1) {
+        SharedPtr<Velun::Viewport> viewport(new Velun::Viewport(x, y, w, h));
+        viewport->attachCamera(camera);
+        mTarget->attachViewport(viewport);
+        return viewport;
+    }
+
+    Velun::Overlay& addOverlay() {
+        Velun::Overlay& overlay = Velun::VelunCore::getSingleton().getSceneManager().createOverlay();
+        mOverlays.push_back(&overlay);
+        return overlay;
+    }
+
+    // Update pass over every scene, one frame, and the picture it drew.
+    void frame() {
+        mTime += 20;
+        sClock->setTime(mTime);
+        mScene->getUpdateTraverser()->run(mTime);
+        for (Velun::Overlay* overlay : mOverlays)
+            overlay->getUpdateTraverser()->run(mTime);
+        // The window's frame without its swap, so the picture stays in the back buffer.
+        sEngine->renderTarget(mTarget.get(), sWindow->getGLRenderContext(), Width, Height);
+        ASSERT_TRUE(Velun::GLScreenshot::readPixels(GL_BACK, 0, 0, Width, Height, mPixels));
+    }
+
+    // (x, y) from the top left, as in the picture.
+    Rgb pixel(int x, int y) const {
+        std::size_t i = (std::size_t(y) * Width + std::size_t(x)) * 3;
+        return Rgb{mPixels[i], mPixels[i + 1], mPixels[i + 2]};
+    }
+    Rgb centre() const { return pixel(Width / 2, Height / 2); }
+
+    // Keeps the picture for a person to look at.
+    void savePicture(std::string const& name) {
+        std::string path = std::string(VELUN_BINARY_DIR) + "/render_gl_" + name + ".png";
+        EXPECT_TRUE(sWindow->saveScreenshot(path));
+    }
+
+    static VelunTest::EngineClock* sClock;
+    static Velun::GLRenderEngine* sEngine;
+    static Velun::GLSDLRenderWindow* sWindow;
+
+    std::int64_t mTime = 0;
+    Velun::SceneGraph* mScene = nullptr;
+    std::vector<Velun::Overlay*> mOverlays;
+    SharedPtr<Velun::RenderTarget> mTarget;
+    std::vector<SharedPtr<Velun::Camera>> mCameras;
+    // Destroyed last-made first, so children leave their parents before these go.
+    struct NodeList {
+        std::vector<std::unique_ptr<Velun::Node>> nodes;
+        template <class... A>
+        void emplace_back(A&&... a) { nodes.emplace_back(std::forward<A>(a)...); }
+        void clear() {
+            while (!nodes.empty())
+                nodes.pop_back();
+        }
+        ~NodeList() { clear(); }
+    } mNodes;
+    std::vector<unsigned char> mPixels;
+};
+
+}  // namespace RenderGLTest
