@@ -54,9 +54,9 @@ GLRenderContext::DataIdSet::DataIdSet(unsigned int providerId)
 GLRenderContext::DataIdSet::~DataIdSet() {
     unsigned int const names[] = {mVertexBuffer,   mColorBuffer,    mNormalBuffer,
                                   mTexCoordBuffer, mFogCoordBuffer, mSecondaryColorBuffer};
-    if (mOwner) {
-        mOwner->forgetDataIdSet(this);
-        mOwner->releaseBuffers(names, 6);
+    if (GLRenderContext* owner = mOwner) {
+        owner->forgetDataIdSet(this);
+        owner->releaseBuffers(names, 6);
     } else {
         deleteBuffersDirectly(names, 6);
     }
@@ -66,9 +66,9 @@ GLRenderContext::IndexIdSet::IndexIdSet(unsigned int providerId, unsigned int bu
     : ResourceData(providerId), mBufferId(bufferId), mTimeStamp(stamp), mOwner(nullptr) {}
 
 GLRenderContext::IndexIdSet::~IndexIdSet() {
-    if (mOwner) {
-        mOwner->forgetIndexIdSet(this);
-        mOwner->releaseBuffers(&mBufferId, 1);
+    if (GLRenderContext* owner = mOwner) {
+        owner->forgetIndexIdSet(this);
+        owner->releaseBuffers(&mBufferId, 1);
     } else {
         deleteBuffersDirectly(&mBufferId, 1);
     }
@@ -78,9 +78,9 @@ GLRenderContext::TexIdSet::TexIdSet(unsigned int providerId, unsigned int textur
     : ResourceData(providerId), mTextureId(textureId), mTimeStamp(stamp), mOwner(nullptr) {}
 
 GLRenderContext::TexIdSet::~TexIdSet() {
-    if (mOwner) {
-        mOwner->forgetTexIdSet(this);
-        mOwner->releaseTexture(mTextureId);
+    if (GLRenderContext* owner = mOwner) {
+        owner->forgetTexIdSet(this);
+        owner->releaseTexture(mTextureId);
     } else if (mTextureId > 0 && glIsTexture(mTextureId)) {
         glDeleteTextures(1, &mTextureId);
     }

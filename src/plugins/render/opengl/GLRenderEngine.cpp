@@ -1,7 +1,7 @@
 #include "plugins/render/opengl/GLRenderEngine.h"
 
 #include <GL/glew.h>
-#include <SDL/SDL.h>
+#include <SDL.h>
 
 #include "plugins/render/opengl/GLCapabilities.h"
 #include "plugins/render/opengl/GLRenderContext.h"

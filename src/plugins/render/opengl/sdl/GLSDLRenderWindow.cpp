@@ -1,7 +1,7 @@
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
 
 #include <GL/glew.h>
-#include <SDL/SDL.h>
+#include <SDL.h>
 
 #include <cassert>
 #include <iostream>

@@ -1,0 +1,125 @@
+#pragma once
+
+#include <GL/glew.h>
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "core/LogManager.h"
+#include "core/VelunCore.h"
+#include "foundation/CowMemPtr.h"
+#include "foundation/Logger.h"
+#include "plugins/render/opengl/GLRenderContext.h"
+#include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
+#include "render/RenderManager.h"
+#include "texture/TextureData.h"
+#include "texture/TextureInfo.h"
+
+namespace GLTest {
+
+// Collects every line with its channel, as "channel: text".
+class ChannelLog : public Dorvan::LogBackend {
+public:
+    void initialize() override { mInitialized = true; }
+    bool isInitialized() override { return mInitialized; }
+    Dorvan::SharedPtr<Dorvan::Logger> getLogger(const std::string& name) override {
+        return Dorvan::SharedPtr<Dorvan::Logger>(new Line(name, &mLines));
+    }
+    std::vector<std::string> mLines;
+
+private:
+    struct Line : Dorvan::Logger {
+        Line(std::string channel, std::vector<std::string>* lines) : mChannel(channel), mLines(lines) {}
+        void fatal(const std::string& m) override { add(m); }
+        void error(const std::string& m) override { add(m); }
+        void warn(const std::string& m) override { add(m); }
+        void info(const std::string& m) override { add(m); }
+        void debug(const std::string& m) override { add(m); }
+        void add(const std::string& m) { mLines->push_back(mChannel + ": " + m); }
+        std::string mChannel;
+        std::vector<std::string>* mLines;
+    };
+    bool mInitialized = false;
+};
+
+// A started and set-up engine with one window of the "opengl" engine open under the
+// X display (Xvfb in the test runs).
+class WindowTest : public testing::Test {
+protected:
+    static constexpr int kWidth = 64;
+    static constexpr int kHeight = 48;
+
+    void SetUp() override {
+        if (!std::getenv("DISPLAY"))
+            GTEST_SKIP() << "the GL window needs an X display (run under xvfb-run)";
+        ASSERT_TRUE(waitForDisplay()) << SDL_GetError();
+        core.startup();
+        core.getLogManager().registerBackend(log);
+        core.setup(true);
+        Velun::RenderManager& renderManager = core.getRenderManager();
+        renderManager.initializeRenderer(false);
+        window = static_cast<Velun::GLSDLRenderWindow*>(
+            renderManager.createRenderWindow(windowName(), kWidth, kHeight, false, 0, 0, nullptr));
+        ASSERT_NE(nullptr, window);
+        context = window->getGLRenderContext();
+        ASSERT_EQ(GLenum(GL_NO_ERROR), glGetError());
+    }
+
+    void TearDown() override {
+        if (core.isStarted())
+            core.shutdown();
+    }
+
+    // Xvfb resets itself when its last client leaves, as the previous test's window
+    // did, and refuses connections for a moment; the engine then takes SDL video over
+    // as it is.
+    static bool waitForDisplay() {
+        for (int attempt = 0; attempt < 100; ++attempt) {
+            if (SDL_InitSubSystem(SDL_INIT_VIDEO) == 0)
+                return true;
+            SDL_Delay(20);
+        }
+        return false;
+    }
+
+    virtual std::string windowName() const { return "velun gl test"; }
+
+    // The picture the window shows (the front buffer), bottom row first, RGB.
+    std::vector<unsigned char> readFront() {
+        std::vector<unsigned char> pixels(kWidth * kHeight * 3, 0x55);
+        glPixelStorei(GL_PACK_ALIGNMENT, 1);
+        glReadBuffer(GL_FRONT);
+        glReadPixels(0, 0, kWidth, kHeight, GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
+        glReadBuffer(GL_BACK);
+        return pixels;
+    }
+
+    // Waits until the engine clock has moved on, so a later stamp differs from this one.
+    static void nextMillisecond() { SDL_Delay(2); }
+
+    static Dorvan::SharedPtr<Velun::TextureSource> image(unsigned int width, unsigned int height,
+                                                         Velun::Color::Format format,
+                                                         std::vector<unsigned char> const& bytes) {
+        Velun::TextureInfo info;
+        info.setWidth(width);
+        info.setHeight(height);
+        info.setDepth(1);
+        info.setDataType(Velun::DataType::UnsignedByte);
+        info.setColorFormat(format);
+        Dorvan::CowMemPtr<void> data;
+        data.alloc(static_cast<unsigned int>(bytes.size()));
+        std::memcpy(data.get(), bytes.data(), bytes.size());
+        return Dorvan::SharedPtr<Velun::TextureSource>(new Velun::TextureData(info, data));
+    }
+
+    Velun::VelunCore& core = Velun::VelunCore::getSingleton();
+    ChannelLog log;
+    Velun::GLSDLRenderWindow* window = nullptr;
+    Velun::GLRenderContext* context = nullptr;
+};
+
+}  // namespace GLTest
