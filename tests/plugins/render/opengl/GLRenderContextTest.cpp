@@ -1,0 +1,253 @@
+#include "GLTestWindow.h"
+#include "geometry/IndexData.h"
+#include "geometry/VertexData.h"
+#include "texture/Texture2D.h"
+
+using namespace Velun;
+
+namespace {
+
+class GLRenderContextTest : public GLTest::WindowTest {
+protected:
+    // A triangle with positions and texture coordinates, no colours.
+    static void fill(VertexData& data) {
+        data.setUseVertex(true);
+        data.setUseTexCoordinates(true);
+        data.addTextureIndex(0);
+        data.initialize(3, 3);
+        for (int i = 0; i < 3; ++i) {
+            data.addVertex();
+            data.setVertex(float(i), float(i * i), 0.0f);
+            data.setTexCoordinate(0.5f * i, 0.0f, 0);
+        }
+    }
+
+    GLRenderContext::DataIdSet* ids(VertexData& data) {
+        return static_cast<GLRenderContext::DataIdSet*>(data.getResourceData(context->getProviderId()));
+    }
+
+    static GLint boundArrayBuffer() {
+        GLint bound = -1;
+        glGetIntegerv(GL_ARRAY_BUFFER_BINDING, &bound);
+        return bound;
+    }
+};
+
+}  // namespace
+
+TEST_F(GLRenderContextTest, ComponentTypesAndPixelFormatsMapToGL) {
+    EXPECT_EQ(GLenum(GL_BYTE), context->toGLType(DataType::None));
+    EXPECT_EQ(GLenum(GL_FLOAT), context->toGLType(DataType::Float));
+    EXPECT_EQ(GLenum(GL_DOUBLE), context->toGLType(DataType::Double));
+    EXPECT_EQ(GLenum(GL_INT), context->toGLType(DataType::Int));
+    EXPECT_EQ(GLenum(GL_BYTE), context->toGLType(DataType::Byte));
+    EXPECT_EQ(GLenum(GL_SHORT), context->toGLType(DataType::Short));
+    EXPECT_EQ(GLenum(GL_BOOL), context->toGLType(DataType::Bool));
+    EXPECT_EQ(GLenum(GL_UNSIGNED_BYTE), context->toGLType(DataType::UnsignedByte));
+    EXPECT_EQ(GLenum(GL_UNSIGNED_SHORT), context->toGLType(DataType::UnsignedShort));
+    EXPECT_EQ(GLenum(GL_UNSIGNED_INT), context->toGLType(DataType::UnsignedInt));
+    EXPECT_EQ(GLenum(GL_BYTE), context->toGLType(DataType::Type(42)));
+
+    EXPECT_EQ(GLenum(GL_LUMINANCE), context->toGLFormat(Color::ColorIndex));
+    EXPECT_EQ(GLenum(GL_LUMINANCE), context->toGLFormat(Color::Luminance));
+    EXPECT_EQ(GLenum(GL_RGB), context->toGLFormat(Color::Rgb));
+    EXPECT_EQ(GLenum(GL_RGBA), context->toGLFormat(Color::Rgba));
+    EXPECT_EQ(GLenum(GL_BGR), context->toGLFormat(Color::Bgr));
+    EXPECT_EQ(GLenum(GL_BGRA), context->toGLFormat(Color::Bgra));
+    EXPECT_EQ(0u, context->toGLFormat(Color::None));
+
+    EXPECT_EQ(GLenum(GL_RGB), context->toGLInternalFormat(GL_BGR));
+    EXPECT_EQ(GLenum(GL_RGBA), context->toGLInternalFormat(GL_BGRA));
+    EXPECT_EQ(GLenum(GL_LUMINANCE), context->toGLInternalFormat(GL_LUMINANCE));
+
+    TextureInfo info;
+    info.setChannels(2);
+    EXPECT_EQ(GLenum(GL_LUMINANCE_ALPHA), context->toGLFormat(info));
+    info.setChannels(1);
+    EXPECT_EQ(GLenum(GL_ALPHA), context->toGLFormat(info));
+    info.setColorFormat(Color::Luminance);
+    EXPECT_EQ(GLenum(GL_LUMINANCE), context->toGLFormat(info));
+    info.setColorFormat(Color::Bgra);
+    EXPECT_EQ(GLenum(GL_BGRA), context->toGLFormat(info));
+}
+
+TEST_F(GLRenderContextTest, ANeverModifiedSetIsUploadedOnce) {
+    VertexData data;
+    fill(data);
+    unsigned int const before = context->getBufferLoadCount();
+    for (std::int64_t stamp = 1; stamp <= 4; ++stamp) {
+        EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, stamp));
+        EXPECT_EQ(GLint(ids(data)->getVertexBuffer()), boundArrayBuffer());
+    }
+    EXPECT_EQ(before + 1, context->getBufferLoadCount());
+    EXPECT_EQ(4, ids(data)->getVertexStamp());
+    EXPECT_EQ(0, ids(data)->getColorStamp());
+
+    // The contents really are in the buffer.
+    float stored[9] = {};
+    glGetBufferSubData(GL_ARRAY_BUFFER, 0, sizeof stored, stored);
+    EXPECT_EQ(2.0f, stored[6]);
+    EXPECT_EQ(4.0f, stored[7]);
+}
+
+TEST_F(GLRenderContextTest, AModifiedSetIsUploadedAgainOnceAfterEachChange) {
+    VertexData data;
+    fill(data);
+    EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1));
+    unsigned int const name = ids(data)->getVertexBuffer();
+    unsigned int const afterFirst = context->getBufferLoadCount();
+
+    data.setCurrentVertex(0);
+    data.setVertex(7.0f, 7.0f, 7.0f);
+    data.setModified();
+    std::int64_t const modified = data.getModifiedTimestamp();
+    ASSERT_GT(modified, 0);
+    EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, modified + 1));
+    EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, modified + 2));
+    EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, modified + 3));
+    EXPECT_EQ(afterFirst + 1, context->getBufferLoadCount());
+    EXPECT_EQ(name, ids(data)->getVertexBuffer());
+
+    float first = 0.0f;
+    glGetBufferSubData(GL_ARRAY_BUFFER, 0, sizeof first, &first);
+    EXPECT_EQ(7.0f, first);
+}
+
+TEST_F(GLRenderContextTest, EachAttributeHasItsOwnBufferAndStamp) {
+    VertexData data;
+    fill(data);
+    EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::TexCoordinate, 5));
+    EXPECT_NE(0u, ids(data)->getTexCoordBuffer());
+    EXPECT_EQ(0u, ids(data)->getVertexBuffer());
+    EXPECT_EQ(5, ids(data)->getTexCoordStamp());
+
+    // No colours: the binding is cleared, no buffer is made, the caller draws no array.
+    EXPECT_FALSE(context->updateVertexBuffer(data, VertexDataSet::Part::Color, 6));
+    EXPECT_EQ(0, boundArrayBuffer());
+    EXPECT_EQ(0u, ids(data)->getColorBuffer());
+    EXPECT_EQ(0, ids(data)->getColorStamp());
+    EXPECT_FALSE(context->updateVertexBuffer(data, VertexDataSet::Part(17), 6));
+}
+
+TEST_F(GLRenderContextTest, IndexListsGoToElementArrayBuffersByStamp) {
+    IndexData indices;
+    indices.setIndexType(DataType::UnsignedShort);
+    indices.initialize(3, 3);
+    indices.addIndex(0);
+    indices.addIndex(1);
+    indices.addIndex(2);
+    unsigned int const before = context->getBufferLoadCount();
+    EXPECT_TRUE(context->updateIndexBuffer(indices, 0));
+    auto* set = static_cast<GLRenderContext::IndexIdSet*>(indices.getResourceData(context->getProviderId()));
+    ASSERT_NE(nullptr, set);
+    EXPECT_EQ(0, set->getTimeStamp());
+    GLint bound = 0;
+    glGetIntegerv(GL_ELEMENT_ARRAY_BUFFER_BINDING, &bound);
+    EXPECT_EQ(GLint(set->getBufferId()), bound);
+    unsigned short stored[3] = {};
+    glGetBufferSubData(GL_ELEMENT_ARRAY_BUFFER, 0, sizeof stored, stored);
+    EXPECT_EQ(2, stored[2]);
+
+    EXPECT_TRUE(context->updateIndexBuffer(indices, 10));
+    EXPECT_EQ(10, set->getTimeStamp());
+    EXPECT_EQ(before + 1, context->getBufferLoadCount());
+
+    indices.setModified();
+    EXPECT_TRUE(context->updateIndexBuffer(indices, indices.getModifiedTimestamp() + 1));
+    EXPECT_TRUE(context->updateIndexBuffer(indices, indices.getModifiedTimestamp() + 2));
+    EXPECT_EQ(before + 2, context->getBufferLoadCount());
+}
+
+TEST_F(GLRenderContextTest, AStaleTextureNameIsReportedAsNeverLoadedAndKeptByName) {
+    Texture2D texture(image(1, 1, Color::Rgb, {1, 2, 3}));
+    EXPECT_EQ(0, context->bindTexture(GL_TEXTURE_2D, texture, 100));
+    auto* set = static_cast<GLRenderContext::TexIdSet*>(texture.getResourceData(context->getProviderId()));
+    ASSERT_NE(nullptr, set);
+    unsigned int const name = set->getTextureId();
+    GLint bound = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    EXPECT_EQ(GLint(name), bound);
+    EXPECT_EQ(100, context->bindTexture(GL_TEXTURE_2D, texture, 200));
+    EXPECT_EQ(200, set->getTimeStamp());
+
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glDeleteTextures(1, &name);
+    ASSERT_FALSE(glIsTexture(name));
+    EXPECT_EQ(0, context->bindTexture(GL_TEXTURE_2D, texture, 300));
+    EXPECT_EQ(name, set->getTextureId());
+    EXPECT_TRUE(glIsTexture(name));
+    EXPECT_EQ(300, context->bindTexture(GL_TEXTURE_2D, texture, 400));
+}
+
+TEST_F(GLRenderContextTest, AGLErrorInALoadStepIsLoggedAndTheCallerFallsBackToClientArrays) {
+    VertexData data;
+    fill(data);
+    ASSERT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1));
+    // A buffer with immutable storage refuses glBufferData.
+    unsigned int immutable = 0;
+    glGenBuffers(1, &immutable);
+    glBindBuffer(GL_ARRAY_BUFFER, immutable);
+    glBufferStorage(GL_ARRAY_BUFFER, 64, nullptr, 0);
+    ASSERT_EQ(GLenum(GL_NO_ERROR), glGetError());
+    unsigned int const original = ids(data)->getVertexBuffer();
+    ids(data)->setVertexBuffer(immutable);
+
+    data.setModified();
+    std::int64_t const stamp = data.getModifiedTimestamp() + 1;
+    log.mLines.clear();
+    EXPECT_FALSE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, stamp));
+    ASSERT_EQ(1u, log.mLines.size());
+    EXPECT_EQ("glrendercontext: GL Error while loading buffer: invalid operation", log.mLines[0]);
+    EXPECT_EQ(1, ids(data)->getVertexStamp());
+    // The draw goes on from the client pointer.
+    EXPECT_NE(nullptr, data.getVertices());
+    EXPECT_EQ(GLenum(GL_NO_ERROR), glGetError());
+
+    ids(data)->setVertexBuffer(original);
+    glDeleteBuffers(1, &immutable);
+}
+
+TEST_F(GLRenderContextTest, DestroyedDataTakesItsGLObjectsWithIt) {
+    unsigned int buffer = 0;
+    unsigned int index = 0;
+    unsigned int textureName = 0;
+    unsigned int const buffersBefore = context->getBufferCount();
+    {
+        VertexData data;
+        fill(data);
+        IndexData indices;
+        indices.initialize(3, 3);
+        indices.addIndex(1);
+        Texture2D texture(image(1, 1, Color::Rgb, {1, 2, 3}));
+        ASSERT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1));
+        ASSERT_TRUE(context->updateIndexBuffer(indices, 1));
+        context->bindTexture(GL_TEXTURE_2D, texture, 1);
+        buffer = ids(data)->getVertexBuffer();
+        index = static_cast<GLRenderContext::IndexIdSet*>(indices.getResourceData(context->getProviderId()))
+                    ->getBufferId();
+        textureName =
+            static_cast<GLRenderContext::TexIdSet*>(texture.getResourceData(context->getProviderId()))->getTextureId();
+        EXPECT_EQ(buffersBefore + 2, context->getBufferCount());
+        EXPECT_EQ(1u, context->getTextureCount());
+        ASSERT_TRUE(glIsBuffer(buffer));
+        ASSERT_TRUE(glIsBuffer(index));
+        ASSERT_TRUE(glIsTexture(textureName));
+    }
+    EXPECT_FALSE(glIsBuffer(buffer));
+    EXPECT_FALSE(glIsBuffer(index));
+    EXPECT_FALSE(glIsTexture(textureName));
+    EXPECT_EQ(buffersBefore, context->getBufferCount());
+    EXPECT_EQ(0u, context->getTextureCount());
+}
+
+TEST_F(GLRenderContextTest, ACopiedSetIsUploadedOnItsOwn) {
+    VertexData data;
+    fill(data);
+    ASSERT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1));
+    VertexData copy(data);
+    EXPECT_EQ(nullptr, ids(copy));
+    unsigned int const before = context->getBufferLoadCount();
+    ASSERT_TRUE(context->updateVertexBuffer(copy, VertexDataSet::Part::Vertex, 1));
+    EXPECT_NE(ids(data)->getVertexBuffer(), ids(copy)->getVertexBuffer());
+    EXPECT_EQ(before + 1, context->getBufferLoadCount());
+}
