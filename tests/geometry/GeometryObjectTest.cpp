@@ -213,6 +213,17 @@ TEST_F(GeometryObjectSceneTest, NewGeometryRefreshesTheWorldBoxAtTheNextPass) {
     expectBox(worldBox(*mObject), Point(10, 0, 0), Point(14, 2, 2));
 }
 
+TEST_F(GeometryObjectSceneTest, PartAddedToAnAttachedObjectIsPlacedAtTheNextPass) {
+    update();
+    GeometrySubobject* late = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
+    ASSERT_TRUE(mObject->addSubobject(*late));
+    EXPECT_TRUE(late->isAttached());
+    mObject->getTransformation(*late)->translate(0, 0, -4, false);
+    update();
+    expectBox(worldBox(*late), Point(10, 0, -4), Point(11, 1, -3));
+    expectBox(worldBox(*mObject), Point(10, 0, -4), Point(14, 1, 1));
+}
+
 TEST_F(GeometryObjectSceneTest, DeletingAnAttachedObjectTakesItsPartsOut) {
     update();
     Node* parentOfFirst = mFirst->getParent();
