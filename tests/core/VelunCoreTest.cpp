@@ -1,17 +1,21 @@
 #include <gtest/gtest.h>
 
 #include "core/ConfigManager.h"
+#include "core/NameMapper.h"
 #include "core/LogManager.h"
 #include "core/PluginManager.h"
 #include "core/ProcessManager.h"
 #include "core/ResourceManager.h"
 #include "core/TimerManager.h"
 #include "core/VelunCore.h"
+#include "geometry/GeometryManager.h"
+#include "geometry/ObjectManager.h"
 #include "input/InputManager.h"
 #include "logic/EventManager.h"
 #include "render/RenderManager.h"
 #include "scene/SceneManager.h"
 #include "sound/SoundManager.h"
+#include "texture/TextureManager.h"
 
 using namespace Velun;
 
@@ -73,6 +77,22 @@ TEST_F(VelunCoreTest, SetupReturnsTrueEitherWay) {
     core.shutdown();
     core.startup();
     EXPECT_TRUE(core.setup(false));
+}
+
+TEST_F(VelunCoreTest, SetupMapsResourceNamesBelowTheWorkingDirectory) {
+    core.startup();
+    ResourceManager& resources = core.getResourceManager();
+    EXPECT_TRUE(resources.getObjectManager().getObjectNameMapper().isNull());
+    core.setup(true);
+
+    Dorvan::SharedPtr<NameMapper> models = resources.getGeometryManager().getGeometryNameMapper();
+    ASSERT_FALSE(models.isNull());
+    EXPECT_EQ(models.get(), resources.getObjectManager().getObjectNameMapper().get());
+    EXPECT_EQ(".\\models\\tree\\oak.ms3d", models->getResourceInfo("tree/oak.ms3d").mFileName);
+    EXPECT_EQ(".\\textures\\grass.png",
+              resources.getTextureManager().getTextureSourceNameMapper()->getResourceInfo("grass.png").mFileName);
+    EXPECT_EQ(".\\sound\\boom.wav",
+              resources.getSoundManager().getSoundNameMapper()->getResourceInfo("boom.wav").mFileName);
 }
 
 // Run under the sanitizer build, this shows that a full cycle leaves nothing behind.
