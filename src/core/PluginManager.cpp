@@ -1,6 +1,8 @@
 #include "core/PluginManager.h"
 
 #include "core/Plugin.h"
+#include "plugins/loader/devil/DevILPlugin.h"
+#include "plugins/loader/ms3d/Ms3dPlugin.h"
 #include "plugins/render/opengl/GLRenderPlugin.h"
 #include "plugins/sdl/SDLPlugin.h"
 
@@ -21,6 +23,8 @@ Plugin* createPlugin() {
 Plugin* (*const kPluginFactories[])() = {
     &createPlugin<GLRenderPlugin>,
     &createPlugin<SDLPlugin>,
+    &createPlugin<DevILPlugin>,
+    &createPlugin<Ms3dPlugin>,
 };
 
 }  // namespace
