@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include "geometry/GeometryData.h"
+#include "geometry/GeometryDataGroup.h"
+#include "geometry/IndexedQuadStrip.h"
+#include "geometry/IndexedQuads.h"
+#include "geometry/IndexedTriangleStrip.h"
+#include "geometry/IndexedTriangles.h"
+#include "scene/BoundingBox.h"
+
+using namespace Velun;
+
+namespace {
+
+// A volume that tells when it is deleted.
+class TrackedBox : public BoundingBox {
+public:
+    explicit TrackedBox(int* deleted) : mDeleted(deleted) {}
+    ~TrackedBox() override { ++*mDeleted; }
+    int* mDeleted;
+};
+
+// An element that tells when it is deleted.
+class TrackedElement : public VertexElementData {
+public:
+    explicit TrackedElement(int* deleted) : VertexElementData(Points), mDeleted(deleted) {}
+    ~TrackedElement() override { ++*mDeleted; }
+    int* mDeleted;
+};
+
+}  // namespace
+
+TEST(GeometryDataTest, GroupsAreNumberedByPositionAndStartOverAfterClearing) {
+    GeometryData geometry("rock");
+    EXPECT_EQ("rock", geometry.getName());
+    EXPECT_EQ(nullptr, geometry.getGroup(0));
+    for (unsigned int i = 0; i < 3; ++i)
+        EXPECT_EQ(i, geometry.createGroup().getGroupIndex());
+    EXPECT_EQ(3u, geometry.getElementGroups().size());
+    EXPECT_EQ(2u, geometry.getGroup(2)->getGroupIndex());
+    EXPECT_EQ(nullptr, geometry.getGroup(3));
+
+    geometry.clearGroups();
+    EXPECT_EQ(0u, geometry.getElementGroups().size());
+    EXPECT_EQ(0u, geometry.createGroup().getGroupIndex());
+}
+
+TEST(GeometryDataTest, GroupsOwnTheirElements) {
+    int deleted = 0;
+    {
+        GeometryData geometry;
+        GeometryDataGroup& group = geometry.createGroup();
+        group.setMaterialIndex(4);
+        group.addElement(*new TrackedElement(&deleted));
+        group.addElement(*new TrackedElement(&deleted));
+        EXPECT_EQ(4u, group.getMaterialIndex());
+        ASSERT_EQ(2u, group.getElementList(0).size());
+        EXPECT_EQ(GeometryElement::Points, group.getElementList(0).get(0)->getElementType());
+        group.clearElements();
+        EXPECT_EQ(2, deleted);
+        EXPECT_EQ(0u, group.getElementList(0).size());
+        group.addElement(*new TrackedElement(&deleted));
+    }
+    EXPECT_EQ(3, deleted);
+}
+
+TEST(GeometryDataTest, SharedVertexSetAndVolumes) {
+    GeometryData geometry;
+    EXPECT_EQ(nullptr, geometry.getIndexedDataSet(0));
+    EXPECT_EQ(nullptr, geometry.getIndexedDataSet(5));
+    EXPECT_TRUE(geometry.getIndexedData(0).isNull());
+
+    Dorvan::SharedPtr<VertexData> vertices(new VertexData());
+    geometry.setIndexedVertexData(vertices);
+    geometry.setIndexedVertexData(vertices);
+    EXPECT_EQ(2, vertices.getRefCount());
+    EXPECT_EQ(vertices.get(), geometry.getIndexedDataSet(0));
+    EXPECT_EQ(vertices.get(), geometry.getIndexedData(0).get());
+
+    int deleted = 0;
+    TrackedBox* first = new TrackedBox(&deleted);
+    geometry.setBoundingVolume(first);
+    geometry.setBoundingVolume(first);
+    EXPECT_EQ(0, deleted);
+    geometry.setBoundingVolume(new TrackedBox(&deleted));
+    EXPECT_EQ(1, deleted);
+    geometry.setPhysicsVolume(new TrackedBox(&deleted));
+    EXPECT_NE(nullptr, geometry.getPhysicsVolume());
+}
+
+TEST(GeometryDataTest, DestroyingTheGeometryFreesVolumesGroupsAndOneReference) {
+    int deleted = 0;
+    Dorvan::SharedPtr<VertexData> vertices(new VertexData());
+    {
+        GeometryData geometry;
+        geometry.setIndexedVertexData(vertices);
+        TrackedBox* box = new TrackedBox(&deleted);
+        geometry.setBoundingVolume(box);
+        geometry.setPhysicsVolume(box);  // one volume in both roles is deleted once
+        geometry.createGroup().addElement(*new TrackedElement(&deleted));
+    }
+    EXPECT_EQ(2, deleted);
+    EXPECT_EQ(1, vertices.getRefCount());
+}
+
+TEST(GeometryDataTest, IndexedElementsFixTheirTypeAndGrowth) {
+    IndexedTriangles triangles;
+    EXPECT_EQ(GeometryElement::Triangles, triangles.getElementType());
+    EXPECT_EQ(6u, triangles.getIndexList().getCapacity());
+    for (unsigned int i = 0; i < 3; ++i)
+        triangles.addTriangle(i, i + 1, i + 2);
+    EXPECT_EQ(9u, triangles.getIndexList().getCount());
+    EXPECT_EQ(12u, triangles.getIndexList().getCapacity());
+    EXPECT_EQ(4u, triangles.getIndexList().getIndex(8));
+
+    IndexedQuads quads(2);
+    quads.addQuad(0, 1, 2, 3);
+    EXPECT_EQ(GeometryElement::Quads, quads.getElementType());
+    EXPECT_EQ(10u, quads.getIndexList().getCapacity());
+    EXPECT_EQ(3u, quads.getIndexList().getIndex(3));
+
+    IndexedTriangleStrip strip;
+    strip.addVertice(5);
+    EXPECT_EQ(GeometryElement::TriangleStrip, strip.getElementType());
+    EXPECT_EQ(1u, strip.getIndexList().getCount());
+
+    IndexedQuadStrip quadStrip;
+    quadStrip.addQuad(0, 1);
+    EXPECT_EQ(GeometryElement::QuadStrip, quadStrip.getElementType());
+    EXPECT_EQ(2u, quadStrip.getIndexList().getCount());
+    for (unsigned int i = 0; i < 3; ++i)
+        quadStrip.addQuad(i, i);
+    EXPECT_EQ(8u, quadStrip.getIndexList().getCount());
+    EXPECT_EQ(18u, quadStrip.getIndexList().getCapacity());
+
+    // Seen the way a renderer sees them.
+    IndexElement& element = triangles;
+    EXPECT_EQ(DataType::UnsignedInt, element.getIndexList().getIndexType());
+}
+
+TEST(GeometryDataTest, VertexElementCarriesItsOwnVertices) {
+    VertexElementData element(GeometryElement::LineStrip);
+    element.getVertexData().initialize(2, 2);
+    element.getVertexData().addVertex();
+    VertexElement& asRendered = element;
+    EXPECT_EQ(GeometryElement::LineStrip, asRendered.getElementType());
+    EXPECT_EQ(1u, asRendered.getVertexData().getCount());
+}

@@ -1,0 +1,200 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "geometry/VertexData.h"
+#include "scene/Color.h"
+#include "support/EngineClock.h"
+
+using namespace Velun;
+
+namespace {
+
+const float* floats(const void* p) { return static_cast<const float*>(p); }
+
+}  // namespace
+
+TEST(VertexDataTest, FreshSetHasPositionsOnlyAndDefaultShapes) {
+    VertexData data;
+    EXPECT_EQ(DataType::Float, data.getVertexType());
+    EXPECT_EQ(DataType::None, data.getColorType());
+    EXPECT_EQ(DataType::None, data.getSecondaryColorType());
+    EXPECT_EQ(DataType::None, data.getNormalType());
+    EXPECT_EQ(DataType::None, data.getFogCoordinateType());
+    EXPECT_EQ(DataType::None, data.getTexCoordinateType(0));
+    EXPECT_EQ(3, data.getNumVertex());
+    EXPECT_EQ(4, data.getNumColor());
+    EXPECT_EQ(3, data.getNumSecondaryColor());
+    EXPECT_EQ(2, data.getNumTexCoord(0));
+    EXPECT_EQ(0u, data.getCount());
+    EXPECT_EQ(0u, data.getNumTexLayer());
+    EXPECT_EQ(nullptr, data.getVertices());
+    EXPECT_TRUE(data.isBufferable());
+    EXPECT_NE(0u, data.getId());
+}
+
+TEST(VertexDataTest, GrowsByTheConstantStepAndAddVertexMakesItCurrent) {
+    VertexData data;
+    data.initialize(4, 2);
+    for (unsigned int i = 0; i < 5; ++i) {
+        EXPECT_EQ(i, data.addVertex());
+        EXPECT_EQ(i, data.getCurrentVertex());
+        data.setVertex(float(i), float(i) + 0.5f, -float(i));
+    }
+    EXPECT_EQ(5u, data.getCount());
+    EXPECT_EQ(6u, data.getCapacity());
+    // Positions written before the resize survived it.
+    const float* v = floats(data.getVertices());
+    EXPECT_FLOAT_EQ(3.0f, v[9]);
+    EXPECT_FLOAT_EQ(3.5f, v[10]);
+    EXPECT_FLOAT_EQ(-4.0f, v[14]);
+    // Only positions were in use.
+    EXPECT_EQ(nullptr, data.getColor());
+    EXPECT_EQ(nullptr, data.getNormals());
+}
+
+TEST(VertexDataTest, ZeroGrowthStillGrowsOneAtATime) {
+    VertexData data;
+    data.initialize(0, 0);
+    data.addVertex();
+    data.setVertex(1, 2, 3);
+    data.addVertex();
+    data.setVertex(4, 5, 6);
+    EXPECT_EQ(2u, data.getCapacity());
+    EXPECT_FLOAT_EQ(6.0f, floats(data.getVertices())[5]);
+}
+
+TEST(VertexDataTest, WritesWithoutATargetAreIgnored) {
+    VertexData data;
+    data.setUseNormal(true);
+    data.initialize(2, 2);
+    data.setVertex(1, 2, 3);  // no vertex yet
+    data.setColor(1, 0, 0, 1);  // colours not in use
+    data.addVertex();
+    data.addVertex();
+    EXPECT_FALSE(data.setCurrentVertex(2));
+    EXPECT_EQ(1u, data.getCurrentVertex());
+    EXPECT_TRUE(data.setCurrentVertex(0));
+    data.setVertex(7, 8, 9);
+    EXPECT_FLOAT_EQ(7.0f, floats(data.getVertices())[0]);
+    EXPECT_EQ(nullptr, data.getColor());
+}
+
+TEST(VertexDataTest, NormalsAreStoredNormalised) {
+    VertexData data;
+    data.setUseNormal(true);
+    data.initialize(1, 1);
+    data.addVertex();
+    data.setNormal(0, 3, 4);
+    const float* n = floats(data.getNormals());
+    EXPECT_FLOAT_EQ(0.0f, n[0]);
+    EXPECT_FLOAT_EQ(0.6f, n[1]);
+    EXPECT_FLOAT_EQ(0.8f, n[2]);
+    EXPECT_EQ(DataType::Float, data.getNormalType());
+}
+
+TEST(VertexDataTest, EveryAttributeLandsAtItsVertex) {
+    VertexData data;
+    data.setUseColor(true);
+    data.setUseSecondaryColor(true);
+    data.setUseFogCoordinates(true);
+    data.initialize(2, 1);
+    data.addVertex();
+    data.addVertex();
+    data.setColor(Color(0.1f, 0.2f, 0.3f, 0.4f));
+    data.setSecondaryColor(0.5f, 0.6f, 0.7f);
+    data.setFogCoordinate(9.0f);
+    const float* c = floats(data.getColor());
+    EXPECT_FLOAT_EQ(0.1f, c[4]);
+    EXPECT_FLOAT_EQ(0.4f, c[7]);
+    EXPECT_FLOAT_EQ(0.7f, floats(data.getSecondaryColor())[5]);
+    EXPECT_FLOAT_EQ(9.0f, floats(data.getFogCoordinates())[1]);
+    EXPECT_EQ(DataType::Float, data.getColorType());
+    EXPECT_EQ(DataType::Float, data.getSecondaryColorType());
+    EXPECT_EQ(DataType::Float, data.getFogCoordinateType());
+    EXPECT_EQ(0u, data.getStride(VertexDataSet::Part::Color));
+    EXPECT_EQ(0u, data.getStride(VertexDataSet::Part::Vertex));
+}
+
+TEST(VertexDataTest, TextureLayersSitSideBySidePerVertex) {
+    VertexData data;
+    data.setUseTexCoordinates(true);
+    data.addTextureIndex(4);
+    data.addTextureIndex(7);
+    data.initialize(2, 2);
+    EXPECT_EQ(2u, data.getNumTexLayer());
+    EXPECT_EQ(7u, data.getTexturesIndices().get(1));
+    EXPECT_EQ(16u, data.getStride(VertexDataSet::Part::TexCoordinate));
+    const char* layer0 = static_cast<const char*>(data.getTexCoordinates(0));
+    EXPECT_EQ(layer0 + 8, static_cast<const char*>(data.getTexCoordinates(1)));
+
+    data.addVertex();
+    data.addVertex();
+    data.setTexCoordinate(0.25f, 0.75f, 1);
+    data.setTexCoordinate(9.0f, 9.0f, 2);  // no such layer
+    const float* t = floats(data.getTexCoordinates(0));
+    // Vertex 1, layer 1 begins at float (2 * 1 + 1) * 2.
+    EXPECT_FLOAT_EQ(0.25f, t[6]);
+    EXPECT_FLOAT_EQ(0.75f, t[7]);
+    data.addVertex();  // grows to 4 vertices of two layers
+    EXPECT_FLOAT_EQ(0.25f, floats(data.getTexCoordinates(0))[6]);
+}
+
+TEST(VertexDataTest, ACopySharesArraysUntilOneSideWrites) {
+    VertexData source;
+    source.initialize(2, 2);
+    source.addVertex();
+    source.setVertex(1, 2, 3);
+
+    VertexData copy(source);
+    EXPECT_EQ(source.getVertices(), copy.getVertices());
+    EXPECT_EQ(1u, copy.getCount());
+    // A copy is a new data set for every renderer.
+    EXPECT_NE(source.getId(), copy.getId());
+
+    copy.setCurrentVertex(0);
+    copy.setVertex(4, 5, 6);
+    EXPECT_NE(source.getVertices(), copy.getVertices());
+    EXPECT_FLOAT_EQ(1.0f, floats(source.getVertices())[0]);
+    EXPECT_FLOAT_EQ(4.0f, floats(copy.getVertices())[0]);
+
+    VertexData assigned;
+    std::uint64_t ownId = assigned.getId();
+    assigned = source;
+    EXPECT_EQ(ownId, assigned.getId());
+    EXPECT_EQ(source.getVertices(), assigned.getVertices());
+}
+
+TEST(VertexDataTest, DeleteDataKeepsCountButReportsNoArrays) {
+    VertexData data;
+    data.initialize(2, 2);
+    data.addVertex();
+    data.deleteData();
+    EXPECT_EQ(1u, data.getCount());
+    EXPECT_EQ(nullptr, data.getVertices());
+    // A renderer is never told to read a missing array.
+    EXPECT_EQ(DataType::None, data.getVertexType());
+    data.setVertex(1, 1, 1);
+}
+
+TEST(VertexDataTest, StampsMoveOnlyOnSetModified) {
+    VelunTest::EngineClock clock;
+    VertexData data;
+    for (std::int64_t t : {-5, 0, 1, 1000})
+        EXPECT_FALSE(data.hasChanged(t)) << t;
+
+    clock.setTime(500);
+    data.initialize(1, 1);
+    data.addVertex();
+    data.setVertex(1, 2, 3);
+    EXPECT_FALSE(data.hasChanged(0));  // filling is not announcing
+
+    data.setModified();
+    EXPECT_EQ(500, data.getModifiedTimestamp());
+    EXPECT_TRUE(data.hasChanged(0));
+    EXPECT_TRUE(data.hasChanged(500));
+    EXPECT_FALSE(data.hasChanged(501));
+
+    VertexData copy(data);
+    EXPECT_TRUE(copy.hasChanged(500));
+}
