@@ -1,5 +1,7 @@
 #include "render/RenderWindow.h"
 
+#include "core/VelunCore.h"
+
 namespace Velun {
 
 RenderWindow::RenderWindow(int id, const std::string& name, int width, int height, bool fullscreen, int offsetX,
@@ -22,5 +24,10 @@ int RenderWindow::getOffsetX() { return mOffsetX; }
 int RenderWindow::getOffsetY() { return mOffsetY; }
 
 const std::string& RenderWindow::getName() const { return mName; }
+
+bool RenderWindow::saveScreenshot(const std::string& fileName) {
+    VelunCore::getLogger("render")->error("Window '" + mName + "' cannot save screenshots: " + fileName);
+    return false;
+}
 
 }  // namespace Velun

@@ -30,6 +30,10 @@ public:
     virtual bool setCursorVisible(bool visible) = 0;
     virtual bool warpCursor(unsigned short x, unsigned short y) = 0;
 
+    // Writes what the window shows to an image file (PNG, or another type by the
+    // extension). False, with an error line, when the window cannot.
+    virtual bool saveScreenshot(const std::string& fileName);
+
     const std::string& getName() const;
 
 protected:
