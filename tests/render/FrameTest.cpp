@@ -1,0 +1,186 @@
+// One whole pass of the main loop with a render engine of the tests' own: the engine's
+// subsystems run in their fixed order, and every viewport is drawn from its camera.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "TestRenderEngine.h"
+#include "core/ProcessManager.h"
+#include "core/VelunCore.h"
+#include "input/InputManager.h"
+#include "input/InputProvider.h"
+#include "logic/EventManager.h"
+#include "render/RenderManager.h"
+#include "render/RenderTarget.h"
+#include "scene/BoundingBox.h"
+#include "scene/Branch.h"
+#include "scene/Light.h"
+#include "scene/Overlay.h"
+#include "scene/SceneGraph.h"
+#include "scene/SceneManager.h"
+#include "scene/TransformationNode.h"
+#include "sound/SoundManager.h"
+#include "core/ResourceManager.h"
+
+using Dorvan::SharedPtr;
+using namespace Velun;
+using RenderTest::CallLog;
+
+namespace {
+
+CallLog* gLog = 0;
+
+void record(std::string const& line) { gLog->push_back(line); }
+
+class InputProbe : public InputProvider {
+public:
+    bool needsPolling() override { return true; }
+    void pollEvents(std::int64_t) override { record("input"); }
+};
+
+class LogicProbe : public Modifier, public Process {
+public:
+    int run(std::int64_t) override {
+        record("logic");
+        return 0;
+    }
+};
+
+class SoundProbe : public Process {
+public:
+    int run(std::int64_t) override {
+        record("sound");
+        return 0;
+    }
+};
+
+// A named box whose update hook shows the scene's update pass.
+class Box : public Leaf {
+public:
+    Box(std::string const& name, float x, float z)
+        : Leaf(TypeObject, name), mBox(Point(x - 1.0f, -1.0f, z - 1.0f), Point(x + 1.0f, 1.0f, z + 1.0f)) {}
+    BoundingVolume const* getBoundingVolume() const override { return &mBox; }
+    void update(bool entering) override {
+        if (entering)
+            record("update " + getName());
+    }
+
+private:
+    BoundingBox mBox;
+};
+
+void stopAfterFrame() { VelunCore::getSingleton().getProcessManager().stop(false); }
+
+class FrameTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        gLog = &mLog;
+        VelunCore::getSingleton().startup();
+        mEngine = new RenderTest::TestRenderEngine(&mLog);
+        mInput = new InputProbe();
+    }
+    void TearDown() override {
+        std::vector<Process*>& sound = *VelunCore::getSingleton().getResourceManager().getSoundManager().getProcessList();
+        sound.erase(std::remove(sound.begin(), sound.end(), &mSound), sound.end());
+        delete mInput;
+        VelunCore::getSingleton().shutdown();
+        delete mEngine;
+        gLog = 0;
+    }
+
+    CallLog mLog;
+    RenderTest::TestRenderEngine* mEngine;
+    InputProbe* mInput;
+    SoundProbe mSound;
+};
+
+TEST_F(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
+    VelunCore& core = VelunCore::getSingleton();
+    RenderManager& render = core.getRenderManager();
+    SceneManager& scenes = core.getSceneManager();
+
+    core.getInputManager().registerInputProvider(*mInput);
+    SharedPtr<LogicProbe> logic(new LogicProbe());
+    logic->setState(LogicElement::StateRunning);
+    core.getEventManager().registerModifier(logic);
+    core.getResourceManager().getSoundManager().getProcessList()->push_back(&mSound);
+
+    // A world with a box in front of the cameras and one behind them, and an overlay.
+    SceneGraph& world = scenes.createSceneGraph();
+    Box ahead("ahead", 0.0f, -10.0f);
+    Box behind("behind", 0.0f, 10.0f);
+    Light lamp("lamp");
+    world.getRoot()->attachChild(ahead);
+    world.getRoot()->attachChild(behind);
+    world.getRoot()->attachChild(lamp);
+    Overlay& hud = scenes.createOverlay();
+    Box badge("badge", 0.0f, 0.0f);
+    hud.getRoot()->attachChild(badge);
+
+    SharedPtr<Camera> mainCamera(new Camera("main"));
+    SharedPtr<Camera> mirror(new Camera("mirror"));
+    TransformationNode turn;
+    turn.rotateY(3.14159265f, false);
+    turn.setChild(*mirror);
+    world.getRoot()->attachChild(*mainCamera);
+    world.getRoot()->attachChild(turn);
+    mainCamera->setOverlay(hud);
+
+    render.registerRenderer("test", mEngine);
+    EXPECT_EQ(1, render.initializeRenderer(false));
+    RenderTest::TestRenderWindow* window =
+        static_cast<RenderTest::TestRenderWindow*>(render.createRenderWindow("main", 800, 600, false, 0, 0, 0));
+    ASSERT_NE(nullptr, window);
+    window->mAfterRender = stopAfterFrame;
+
+    SharedPtr<RenderTarget> target(new RenderTarget());
+    SharedPtr<Viewport> full(new Viewport(0.0f, 0.0f, 1.0f, 1.0f));
+    SharedPtr<Viewport> corner(new Viewport(10, 20, 200, 100));
+    full->attachCamera(mainCamera);
+    corner->attachCamera(mirror);
+    target->attachViewport(full);
+    target->attachViewport(corner);
+    window->attachRenderTarget(target);
+
+    mLog.clear();
+    EXPECT_EQ(0, core.getProcessManager().run(true));
+
+    std::vector<std::string> expected = {
+        "input",
+        "logic",
+        "update ahead",
+        "update behind",
+        "update badge",
+        "sound",
+        "render main at 0",
+        "clear surface",
+        "viewport 0 0 800 600",
+        "clear depth",
+        "pass main scene 1 aspect 1.33333: ahead lamp",
+        "clear depth",
+        "overlay pass main scene 2 aspect 1.33333: badge",
+        "viewport 10 20 200 100",
+        "clear depth",
+        "pass mirror scene 1 aspect 2: behind lamp",
+        "swap",
+    };
+    EXPECT_EQ(expected, mLog);
+
+    world.getRoot()->detachChilds();
+    hud.getRoot()->detachChilds();
+    turn.detachChild();
+}
+
+TEST_F(FrameTest, WindowWithoutTargetIsOnlyCleared) {
+    RenderManager& render = VelunCore::getSingleton().getRenderManager();
+    render.registerRenderer("test", mEngine);
+    RenderTest::TestRenderWindow* window =
+        static_cast<RenderTest::TestRenderWindow*>(render.createRenderWindow("bare", 320, 200, false, 0, 0, 0));
+    window->mAfterRender = stopAfterFrame;
+    mLog.clear();
+    VelunCore::getSingleton().getProcessManager().run(true);
+    EXPECT_EQ((CallLog{"render bare at 0", "clear surface", "swap"}), mLog);
+}
+
+}  // namespace

@@ -1,0 +1,170 @@
+#include "render/RenderManager.h"
+
+#include <gtest/gtest.h>
+
+#include "TestRenderEngine.h"
+#include "core/VelunCore.h"
+
+using namespace Velun;
+using RenderTest::CallLog;
+using RenderTest::TestRenderEngine;
+
+namespace {
+
+class RenderManagerTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        VelunCore::getSingleton().startup();
+        mFirst = new TestRenderEngine(&mLog, "first");
+        mSecond = new TestRenderEngine(&mLog, "second");
+    }
+    void TearDown() override {
+        VelunCore::getSingleton().shutdown();
+        delete mFirst;
+        delete mSecond;
+    }
+    RenderManager& manager() { return VelunCore::getSingleton().getRenderManager(); }
+
+    CallLog mLog;
+    TestRenderEngine* mFirst;
+    TestRenderEngine* mSecond;
+};
+
+TEST_F(RenderManagerTest, FirstEngineRegisteredMakesTheWindows) {
+    EXPECT_EQ(6, manager().getSubsystemId());
+    manager().registerRenderer("b", mFirst);
+    manager().registerRenderer("a", mSecond);
+    EXPECT_FALSE(manager().setDefaultRenderer("missing"));
+    RenderWindow* window = manager().createRenderWindow("w", 64, 48, false, 5, 6, 0);
+    ASSERT_NE(nullptr, window);
+    EXPECT_EQ(mFirst, window->getRenderEngine());
+    EXPECT_EQ(64, window->getWidth());
+    EXPECT_EQ(48, window->getHeight());
+    EXPECT_EQ(5, window->getOffsetX());
+    EXPECT_EQ(6, window->getOffsetY());
+    EXPECT_FALSE(window->isFullscreen());
+    EXPECT_FALSE(window->isPrimary());
+
+    EXPECT_TRUE(manager().setDefaultRenderer("a"));
+    EXPECT_EQ(mSecond, manager().createRenderWindow("v", 32, 32, true, 0, 0, 0)->getRenderEngine());
+    Dorvan::Vector<std::string>* registered = manager().getRendererNames();
+    ASSERT_EQ(2u, registered->size());
+    EXPECT_EQ("a", registered->get(0));
+    EXPECT_EQ("b", registered->get(1));
+}
+
+TEST_F(RenderManagerTest, InitializeRunsEveryEngineInNameOrderAndLateOnesAtOnce) {
+    manager().registerRenderer("zeta", mFirst);
+    manager().registerRenderer("alpha", mSecond);
+    EXPECT_TRUE(mLog.empty());
+    EXPECT_EQ(1, manager().initializeRenderer(false));
+    EXPECT_TRUE(manager().isInitialized());
+    EXPECT_EQ((CallLog{"initialize second", "initialize first"}), mLog);
+
+    TestRenderEngine late(&mLog, "late");
+    manager().registerRenderer("late", &late);
+    EXPECT_EQ(1, late.mInitializeCount);
+    manager().unregisterRenderer(&late);
+}
+
+TEST_F(RenderManagerTest, InitializeWithoutEnginesMakesNoWindow) {
+    EXPECT_EQ(1, manager().initializeRenderer(true));
+    EXPECT_EQ(0u, manager().getRenderWindowCount());
+    EXPECT_EQ(nullptr, manager().getPrimaryRenderWindow());
+    EXPECT_EQ(nullptr, manager().createRenderWindow("w", 10, 10, false, 0, 0, 0));
+}
+
+TEST_F(RenderManagerTest, InitializeCanMakeTheDefaultWindow) {
+    manager().registerRenderer("test", mFirst);
+    manager().initializeRenderer(true);
+    ASSERT_EQ(1u, manager().getRenderWindowCount());
+    RenderWindow* window = manager().getPrimaryRenderWindow();
+    ASSERT_NE(nullptr, window);
+    EXPECT_EQ("default", window->getName());
+    EXPECT_EQ(800, window->getWidth());
+    EXPECT_EQ(600, window->getHeight());
+}
+
+TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
+    manager().registerRenderer("test", mFirst);
+    RenderWindow* a = manager().createRenderWindow("a", 10, 10, false, 0, 0, 0);
+    RenderWindow* b = manager().createRenderWindow("b", 10, 10, false, 0, 0, 0);
+    EXPECT_EQ(0, a->getId());
+    EXPECT_EQ(1, b->getId());
+    EXPECT_EQ(a, manager().getPrimaryRenderWindow());
+    EXPECT_EQ(b, manager().getRenderWindow(1));
+    EXPECT_EQ(b, manager().getRenderWindowByName("b"));
+    EXPECT_EQ(nullptr, manager().getRenderWindowByName("c"));
+    ASSERT_EQ(2u, manager().getProcessList()->size());
+    EXPECT_EQ(b, static_cast<RenderManager::RenderAdapter*>(manager().getProcessList()->at(1))->getRenderer());
+
+    // A destroyed window's id is never handed out again.
+    EXPECT_TRUE(manager().destroyRenderWindow(0));
+    EXPECT_EQ(nullptr, manager().getPrimaryRenderWindow());
+    RenderWindow* c = manager().createRenderWindow("c", 10, 10, false, 0, 0, 0);
+    EXPECT_EQ(2, c->getId());
+    EXPECT_EQ(b, manager().getRenderWindow(1));
+    EXPECT_EQ(2u, manager().getRenderWindowCount());
+    ASSERT_EQ(2u, manager().getProcessList()->size());
+    EXPECT_EQ(b, static_cast<RenderManager::RenderAdapter*>(manager().getProcessList()->at(0))->getRenderer());
+    EXPECT_EQ(c, static_cast<RenderManager::RenderAdapter*>(manager().getProcessList()->at(1))->getRenderer());
+
+    EXPECT_EQ(2, manager().setPrimaryRenderWindow(2));
+    EXPECT_EQ(c, manager().getPrimaryRenderWindow());
+    EXPECT_EQ(2, manager().setPrimaryRenderWindow(7));
+}
+
+TEST_F(RenderManagerTest, DestroyUnknownWindowFails) {
+    EXPECT_FALSE(manager().destroyRenderWindow(0));
+    manager().registerRenderer("test", mFirst);
+    manager().createRenderWindow("a", 10, 10, false, 0, 0, 0);
+    EXPECT_FALSE(manager().destroyRenderWindow(3));
+    EXPECT_TRUE(manager().destroyRenderWindow(0));
+    EXPECT_EQ(0u, manager().getProcessList()->size());
+    EXPECT_EQ("destroy window a", mLog.back());
+}
+
+TEST_F(RenderManagerTest, FailedWindowUsesNoIdAndMakesNoAdapter) {
+    manager().registerRenderer("test", mFirst);
+    mFirst->mFailWindows = true;
+    EXPECT_EQ(nullptr, manager().createRenderWindow("a", 10, 10, false, 0, 0, 0));
+    EXPECT_EQ(0u, manager().getRenderWindowCount());
+    EXPECT_EQ(0u, manager().getProcessList()->size());
+    mFirst->mFailWindows = false;
+    EXPECT_EQ(0, manager().createRenderWindow("b", 10, 10, false, 0, 0, 0)->getId());
+}
+
+TEST_F(RenderManagerTest, AdapterDrawsItsWindowOncePerRun) {
+    manager().registerRenderer("test", mFirst);
+    manager().createRenderWindow("a", 10, 10, false, 0, 0, 0);
+    mLog.clear();
+    EXPECT_EQ(0, manager().getProcessList()->at(0)->run(1234));
+    EXPECT_EQ("render a at 1234", mLog.front());
+}
+
+TEST_F(RenderManagerTest, ShutdownDeletesWindowsThenShutsEachEngineDownOnce) {
+    manager().registerRenderer("one", mFirst);
+    manager().registerRenderer("alias", mFirst);
+    manager().registerRenderer("two", mSecond);
+    manager().createRenderWindow("a", 10, 10, false, 0, 0, 0);
+    mLog.clear();
+    VelunCore::getSingleton().shutdown();
+    EXPECT_EQ((CallLog{"destroy window a", "shutdown first", "shutdown second"}), mLog);
+    EXPECT_EQ(1, mFirst->mShutdownCount);
+    VelunCore::getSingleton().startup();
+}
+
+TEST_F(RenderManagerTest, UnregisteredEngineLeavesWithItsWindows) {
+    manager().registerRenderer("one", mFirst);
+    manager().registerRenderer("two", mSecond);
+    manager().createRenderWindow("a", 10, 10, false, 0, 0, 0);
+    EXPECT_TRUE(manager().unregisterRenderer(mFirst));
+    EXPECT_FALSE(manager().unregisterRenderer(mFirst));
+    EXPECT_EQ(0u, manager().getRenderWindowCount());
+    EXPECT_EQ(0u, manager().getProcessList()->size());
+    EXPECT_EQ(0, mFirst->mShutdownCount);
+    // The default moves on to the remaining engine.
+    EXPECT_EQ(mSecond, manager().createRenderWindow("b", 10, 10, false, 0, 0, 0)->getRenderEngine());
+}
+
+}  // namespace

@@ -1,0 +1,127 @@
+#include "render/Viewport.h"
+
+#include <gtest/gtest.h>
+
+#include "TestRenderEngine.h"
+#include "core/VelunCore.h"
+#include "render/RenderTarget.h"
+
+using Dorvan::SharedPtr;
+using namespace Velun;
+
+namespace {
+
+class ViewportTest : public ::testing::Test {
+protected:
+    void SetUp() override { VelunCore::getSingleton().startup(); }
+    void TearDown() override { VelunCore::getSingleton().shutdown(); }
+};
+
+TEST(ViewportLayoutTest, RelativeLayoutFollowsTheSurfaceOfEachCall) {
+    Viewport right(0.5f, 0.0f, 0.5f, 1.0f);
+    EXPECT_TRUE(right.isRelative());
+    EXPECT_TRUE(right.isEnabled());
+    EXPECT_EQ(400, right.getPosX(801));
+    EXPECT_EQ(400, right.getWidth(801));
+    EXPECT_EQ(0, right.getPosY(600));
+    EXPECT_EQ(600, right.getHeight(600));
+    EXPECT_EQ(160, right.getWidth(320));
+    EXPECT_FLOAT_EQ(400.0f / 600.0f, right.getAspect(801, 600));
+}
+
+TEST(ViewportLayoutTest, AbsoluteLayoutIgnoresTheSurface) {
+    Viewport box(10, 20, 300, 150);
+    EXPECT_FALSE(box.isRelative());
+    EXPECT_EQ(10, box.getPosX(5000));
+    EXPECT_EQ(20, box.getPosY(1));
+    EXPECT_EQ(300, box.getWidth(0));
+    EXPECT_EQ(150, box.getHeight(0));
+    EXPECT_FLOAT_EQ(2.0f, box.getAspect(0, 0));
+}
+
+TEST(ViewportLayoutTest, SwitchingLayoutsKeepsTheOtherRectangle) {
+    Viewport viewport(10, 20, 300, 150);
+    EXPECT_EQ(300, viewport.getWidth(100));
+    viewport.setRelativeLayout(0.25f, 0.5f, 0.5f, 0.5f);
+    EXPECT_TRUE(viewport.isRelative());
+    EXPECT_EQ(25, viewport.getPosX(100));
+    EXPECT_EQ(50, viewport.getHeight(100));
+    viewport.setAbsoluteLayout(10, 20, 300, 150);
+    EXPECT_EQ(10, viewport.getPosX(100));
+    viewport.setRelativeLayout(0.25f, 0.5f, 0.5f, 0.5f);
+    EXPECT_EQ(25, viewport.getPosX(100));
+}
+
+TEST(ViewportLayoutTest, RectangleWithoutHeightHasNoAspect) {
+    Viewport flat(0.0f, 0.0f, 1.0f, 0.001f);
+    EXPECT_EQ(0, flat.getHeight(600));
+    EXPECT_FLOAT_EQ(0.0f, flat.getAspect(800, 600));
+}
+
+TEST_F(ViewportTest, CameraIsSharedAndCanBeDetached) {
+    Viewport viewport(0, 0, 10, 10);
+    EXPECT_TRUE(viewport.detachCamera().isNull());
+    SharedPtr<Camera> camera(new Camera());
+    viewport.attachCamera(camera);
+    EXPECT_EQ(camera, viewport.getCamera());
+    EXPECT_EQ(2, camera.getRefCount());
+    SharedPtr<Camera> other(new Camera());
+    viewport.attachCamera(other);
+    EXPECT_EQ(1, camera.getRefCount());
+    EXPECT_EQ(other, viewport.detachCamera());
+    EXPECT_TRUE(viewport.getCamera().isNull());
+    viewport.setEnabled(false);
+    EXPECT_FALSE(viewport.isEnabled());
+}
+
+TEST(RenderTargetTest, ViewportsKeepTheirDrawingOrder) {
+    RenderTarget target;
+    SharedPtr<Viewport> a(new Viewport(0, 0, 1, 1));
+    SharedPtr<Viewport> b(new Viewport(0, 0, 2, 2));
+    SharedPtr<Viewport> c(new Viewport(0, 0, 3, 3));
+    EXPECT_EQ(0, target.attachViewport(a));
+    EXPECT_EQ(1, target.attachViewport(b));
+    EXPECT_EQ(0, target.insertViewport(0, c));
+    EXPECT_EQ(3, target.getViewportCount());
+    EXPECT_EQ(c, target.getViewport(0));
+    EXPECT_EQ(a, target.getViewport(1));
+    EXPECT_EQ(b, target.getViewport(2));
+    EXPECT_EQ(3, target.insertViewport(9, c));
+    EXPECT_EQ(c, target.detachViewport(3));
+
+    EXPECT_EQ(a, target.detachViewport(1));
+    EXPECT_EQ(2, target.getViewportCount());
+    EXPECT_EQ(b, target.getViewport(1));
+}
+
+TEST(RenderTargetTest, DetachingOutsideTheListReportsIt) {
+    RenderTarget target;
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(target.detachViewport(0).isNull());
+    EXPECT_EQ("RenderTarget::detachViewport: no viewport at position 0 of 0\n",
+              testing::internal::GetCapturedStderr());
+}
+
+TEST(TargetRendererTest, TargetIsAttachedReplacedAndDetached) {
+    RenderTest::TestRenderEngine engine(0);
+    RenderTest::TestRenderWindow window(&engine, 0, 4, "w", 640, 480, true, 1, 2);
+    EXPECT_EQ(4, window.getId());
+    EXPECT_EQ("w", window.getName());
+    EXPECT_TRUE(window.isFullscreen());
+    EXPECT_EQ(&engine, window.getRenderContext()->getRenderEngine());
+    EXPECT_TRUE(window.getRenderTarget().isNull());
+    window.detachRenderTarget();
+    EXPECT_TRUE(window.getRenderTarget().isNull());
+
+    SharedPtr<RenderTarget> first(new RenderTarget());
+    SharedPtr<RenderTarget> second(new RenderTarget());
+    window.attachRenderTarget(first);
+    window.attachRenderTarget(second);
+    EXPECT_EQ(second, window.getRenderTarget());
+    EXPECT_EQ(1, first.getRefCount());
+    window.detachRenderTarget();
+    EXPECT_TRUE(window.getRenderTarget().isNull());
+    EXPECT_EQ(1, second.getRefCount());
+}
+
+}  // namespace
