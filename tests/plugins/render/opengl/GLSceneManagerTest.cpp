@@ -1,0 +1,203 @@
+#include <memory>
+
+#include "GLTestWindow.h"
+#include "plugins/render/opengl/GLSceneManager.h"
+#include "scene/Light.h"
+
+using namespace Velun;
+using Dorvan::Matrix;
+using Dorvan::SharedPtr;
+
+namespace {
+
+class GLSceneManagerTest : public GLTest::WindowTest {
+protected:
+    void SetUp() override {
+        GLTest::WindowTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
+        // The view renderer pushes the view matrix once before lights and drawables.
+        glMatrixMode(GL_MODELVIEW);
+        glLoadIdentity();
+        glPushMatrix();
+    }
+
+    static Matrix<float, 4> translation(float x, float y, float z) {
+        Matrix<float, 4> m = Matrix<float, 4>::identity();
+        m(0, 3) = x;
+        m(1, 3) = y;
+        m(2, 3) = z;
+        return m;
+    }
+
+    Light* light(float red, float x = 0.0f) {
+        lights.emplace_back(new Light());
+        Light* result = lights.back().get();
+        result->setDiffuseColor(Color(red, 0.0f, 0.0f, 1.0f));
+        result->getTransformedNode().assignWorldTransformation(translation(x, 0.0f, 0.0f));
+        return result;
+    }
+
+    static GLfloat lightValue(GLenum id, GLenum name, int component = 0) {
+        GLfloat values[4] = {};
+        glGetLightfv(id, name, values);
+        return values[component];
+    }
+
+    static GLint integer(GLenum name) {
+        GLint value = 0;
+        glGetIntegerv(name, &value);
+        return value;
+    }
+
+    std::vector<std::unique_ptr<Light>> lights;
+};
+
+}  // namespace
+
+TEST_F(GLSceneManagerTest, LightsOfThePassBecomeGLLightsAndTheRestGoOff) {
+    for (int i = 0; i < 8; ++i)
+        glEnable(GL_LIGHT0 + i);
+    GLSceneManager scene(context, SharedPtr<RenderSettings>());
+    Light* point = light(0.5f, 3.0f);
+    point->setLinearAttenuation(0.25f);
+    Light* spot = light(0.25f);
+    spot->setLightType(Light::Spot);
+    spot->setSpotCutoff(30.0f);
+    spot->setSpotExponent(2.0f);
+    Light* off = light(1.0f);
+    off->setEnabled(false);
+    Light* directional = light(0.75f);
+    directional->setLightType(Light::Directional);
+    scene.addLight(point);
+    scene.addLight(spot);
+    scene.addLight(off);
+    scene.addLight(directional);
+    EXPECT_EQ(4u, scene.getLightCount());
+    scene.setupLights();
+
+    EXPECT_TRUE(glIsEnabled(GL_LIGHTING));
+    EXPECT_TRUE(glIsEnabled(GL_LIGHT0));
+    EXPECT_EQ(0.5f, lightValue(GL_LIGHT0, GL_DIFFUSE));
+    EXPECT_EQ(0.25f, lightValue(GL_LIGHT0, GL_LINEAR_ATTENUATION));
+    EXPECT_EQ(180.0f, lightValue(GL_LIGHT0, GL_SPOT_CUTOFF));
+    // The position is given in the light's space, so it lands at its place in eye space.
+    EXPECT_EQ(3.0f, lightValue(GL_LIGHT0, GL_POSITION, 0));
+    EXPECT_EQ(1.0f, lightValue(GL_LIGHT0, GL_POSITION, 3));
+
+    EXPECT_EQ(30.0f, lightValue(GL_LIGHT1, GL_SPOT_CUTOFF));
+    EXPECT_EQ(2.0f, lightValue(GL_LIGHT1, GL_SPOT_EXPONENT));
+    EXPECT_EQ(-1.0f, lightValue(GL_LIGHT1, GL_SPOT_DIRECTION, 2));
+
+    EXPECT_FALSE(glIsEnabled(GL_LIGHT2));
+    EXPECT_NE(1.0f, lightValue(GL_LIGHT2, GL_DIFFUSE)) << "a disabled light sends nothing";
+
+    EXPECT_EQ(0.0f, lightValue(GL_LIGHT3, GL_POSITION, 3));
+    EXPECT_EQ(1.0f, lightValue(GL_LIGHT3, GL_POSITION, 2));
+    for (int i = 4; i < 8; ++i)
+        EXPECT_FALSE(glIsEnabled(GL_LIGHT0 + i)) << "light " << i;
+}
+
+TEST_F(GLSceneManagerTest, ANinthLightReplacesTheFirst) {
+    GLSceneManager scene(context, SharedPtr<RenderSettings>());
+    for (int i = 0; i < 9; ++i)
+        scene.addLight(light(0.1f * (i + 1)));
+    scene.setupLights();
+    EXPECT_FLOAT_EQ(0.9f, lightValue(GL_LIGHT0, GL_DIFFUSE));
+    EXPECT_FLOAT_EQ(0.2f, lightValue(GL_LIGHT1, GL_DIFFUSE));
+    for (int i = 0; i < 8; ++i)
+        EXPECT_TRUE(glIsEnabled(GL_LIGHT0 + i));
+}
+
+TEST_F(GLSceneManagerTest, SettingsWithoutLightsSwitchLightingOff) {
+    SharedPtr<RenderSettings> settings(new RenderSettings());
+    settings->setUseLights(false);
+    GLSceneManager scene(context, settings);
+    scene.setupLights();
+    EXPECT_FALSE(glIsEnabled(GL_LIGHTING));
+}
+
+TEST_F(GLSceneManagerTest, FogFollowsThePassSettings) {
+    SharedPtr<RenderSettings> foggy(new RenderSettings());
+    foggy->setUseFog(true);
+    GLSceneManager withFog(context, foggy);
+    withFog.setupFog();
+    EXPECT_TRUE(glIsEnabled(GL_FOG));
+    EXPECT_EQ(GL_EXP, integer(GL_FOG_MODE));
+    GLfloat density = 0.0f;
+    glGetFloatv(GL_FOG_DENSITY, &density);
+    EXPECT_FLOAT_EQ(0.04f, density);
+    GLfloat color[4] = {};
+    glGetFloatv(GL_FOG_COLOR, color);
+    EXPECT_FLOAT_EQ(0.415f, color[1]);
+
+    GLSceneManager clear(context, SharedPtr<RenderSettings>());
+    clear.setupFog();
+    EXPECT_FALSE(glIsEnabled(GL_FOG));
+}
+
+TEST_F(GLSceneManagerTest, PassSettingsComeBackOnceAfterAnOverride) {
+    SharedPtr<RenderSettings> pass(new RenderSettings());
+    pass->setShadingMode(RenderSettings::ShadeFlat);
+    GLSceneManager scene(context, pass);
+    scene.setupFog();
+    EXPECT_EQ(GL_FLAT, integer(GL_SHADE_MODEL));
+    EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
+    EXPECT_TRUE(glIsEnabled(GL_NORMALIZE));
+    EXPECT_FALSE(glIsEnabled(GL_CULL_FACE));
+    EXPECT_EQ(GL_CCW, integer(GL_FRONT_FACE));
+
+    SharedPtr<RenderSettings> material(new RenderSettings());
+    material->setUseLights(false);
+    scene.applyRenderSettings(material, true);
+    EXPECT_EQ(GL_SMOOTH, integer(GL_SHADE_MODEL));
+    EXPECT_FALSE(glIsEnabled(GL_LIGHTING));
+
+    scene.applyRenderSettings(SharedPtr<RenderSettings>(), true);
+    EXPECT_EQ(GL_FLAT, integer(GL_SHADE_MODEL));
+    EXPECT_TRUE(glIsEnabled(GL_LIGHTING));
+
+    // Restored once: a change made since stays until the next override.
+    glShadeModel(GL_SMOOTH);
+    scene.applyRenderSettings(SharedPtr<RenderSettings>(), true);
+    EXPECT_EQ(GL_SMOOTH, integer(GL_SHADE_MODEL));
+    scene.applyRenderSettings(SharedPtr<RenderSettings>(), false);
+    EXPECT_EQ(GL_SMOOTH, integer(GL_SHADE_MODEL));
+}
+
+TEST_F(GLSceneManagerTest, APassWithoutSettingsRestoresTheDefaultsInFull) {
+    GLSceneManager scene(context, SharedPtr<RenderSettings>());
+    ASSERT_TRUE(scene.getRenderSettings());
+    SharedPtr<RenderSettings> unlit(new RenderSettings());
+    unlit->setUseLights(false);
+    unlit->setShadingMode(RenderSettings::ShadeWireframe);
+    scene.applyRenderSettings(unlit, true);
+    scene.restoreDefaultSettings();
+    EXPECT_TRUE(glIsEnabled(GL_LIGHTING));
+    EXPECT_EQ(GL_SMOOTH, integer(GL_SHADE_MODEL));
+}
+
+TEST_F(GLSceneManagerTest, MatricesGoToGLTransposed) {
+    GLSceneManager scene(context, SharedPtr<RenderSettings>());
+    scene.loadMatrix(translation(1.0f, 2.0f, 3.0f));
+    GLfloat m[16] = {};
+    glGetFloatv(GL_MODELVIEW_MATRIX, m);
+    EXPECT_EQ(1.0f, m[12]);
+    EXPECT_EQ(3.0f, m[14]);
+    scene.multMatrix(translation(1.0f, 0.0f, 0.0f));
+    glGetFloatv(GL_MODELVIEW_MATRIX, m);
+    EXPECT_EQ(2.0f, m[12]);
+
+    // The world transformation replaces the previous one on top of the pushed view.
+    glLoadIdentity();
+    glTranslatef(0.0f, 0.0f, -10.0f);
+    glPushMatrix();
+    scene.setWorldTransformation(translation(5.0f, 0.0f, 0.0f));
+    scene.setWorldTransformation(translation(0.0f, 4.0f, 0.0f));
+    glGetFloatv(GL_MODELVIEW_MATRIX, m);
+    EXPECT_EQ(0.0f, m[12]);
+    EXPECT_EQ(4.0f, m[13]);
+    EXPECT_EQ(-10.0f, m[14]);
+    glPopMatrix();
+    EXPECT_EQ(GLenum(GL_NO_ERROR), glGetError());
+}
