@@ -135,16 +135,18 @@ public:
     static constexpr int Width = 64;
     static constexpr int Height = 64;
 
-    static void SetUpTestSuite() {
+    // One engine and window for the whole program (SDL has one video surface), made
+    // by the test environment below.
+    static void startWindow() {
         sClock = new VelunTest::EngineClock();
         sEngine = new Velun::GLRenderEngine();
-        ASSERT_TRUE(sEngine->initialize());
+        if (!sEngine->initialize())
+            return;
         sWindow = static_cast<Velun::GLSDLRenderWindow*>(
             sEngine->createRenderWindow(1, "render_gl", Width, Height, false, 0, 0, nullptr));
-        ASSERT_NE(sWindow, nullptr);
     }
 
-    static void TearDownTestSuite() {
+    static void stopWindow() {
         delete sWindow;
         sWindow = nullptr;
         delete sEngine;
