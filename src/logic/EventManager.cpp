@@ -1,5 +1,7 @@
 #include "logic/EventManager.h"
 
+#include "core/VelunCore.h"
+
 namespace Velun {
 
 EventManager::ElementAdapter::ElementAdapter(Dorvan::SharedPtr<LogicElement> element)
@@ -40,8 +42,10 @@ unsigned int EventManager::createElementId() { return mElements.createId(); }
 void EventManager::returnElementId(unsigned int id) { mElements.returnId(id); }
 
 void EventManager::registerModifier(Dorvan::SharedPtr<Modifier> modifier) {
-    if (modifier.isNull())
+    if (modifier.isNull()) {
+        VelunCore::getLogger("logic")->error("EventManager::registerModifier: the modifier is null");
         return;
+    }
     unsigned int id = modifier->getElementId();
     if (mElements.containsKey(id) && mElements.indexOf(id) >= 0)
         return;

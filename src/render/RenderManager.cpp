@@ -1,7 +1,9 @@
 #include "render/RenderManager.h"
 
 #include <set>
+#include <sstream>
 
+#include "core/VelunCore.h"
 #include "render/RenderEngine.h"
 #include "render/RenderWindow.h"
 
@@ -31,15 +33,19 @@ RenderManager::~RenderManager() {
     // registered under several names is shut down once.
     std::set<RenderEngine*> done;
     for (std::map<std::string, RenderEngine*>::iterator it = mRenderers.begin(); it != mRenderers.end(); ++it)
-        if (it->second && done.insert(it->second).second)
+        if (done.insert(it->second).second)
             it->second->shutdown();
 }
 
 void RenderManager::registerRenderer(const std::string& name, RenderEngine* engine) {
+    if (!engine) {
+        VelunCore::getLogger("render")->error("RenderManager::registerRenderer: no engine given for '" + name + "'");
+        return;
+    }
     mRenderers[name] = engine;
     if (mDefaultRenderer.empty())
         mDefaultRenderer = name;
-    if (mInitialized && engine)
+    if (mInitialized)
         engine->initialize();
 }
 
@@ -75,8 +81,7 @@ bool RenderManager::setDefaultRenderer(const std::string& name) {
 
 int RenderManager::initializeRenderer(bool createDefaultWindow) {
     for (std::map<std::string, RenderEngine*>::iterator it = mRenderers.begin(); it != mRenderers.end(); ++it)
-        if (it->second)
-            it->second->initialize();
+        it->second->initialize();
     if (createDefaultWindow)
         createRenderWindow("default", 800, 600, false, 0, 0, 0);
     mInitialized = true;
@@ -94,6 +99,13 @@ RenderWindow* RenderManager::createRenderWindow(const std::string& name, int wid
     RenderEngine* engine = getDefaultRenderEngine();
     if (!engine)
         return 0;
+    if (width <= 0 || height <= 0) {
+        std::ostringstream text;
+        text << "RenderManager::createRenderWindow: window '" << name << "' needs a positive size, not " << width
+             << "x" << height;
+        VelunCore::getLogger("render")->error(text.str());
+        return 0;
+    }
     // Ids come from a counter, so a destroyed window's id never names a live one.
     int id = mLastWindowId + 1;
     RenderWindow* window = engine->createRenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, options);

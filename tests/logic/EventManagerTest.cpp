@@ -130,6 +130,14 @@ TEST_F(EventManagerTest, ModifierThatIsNoProcessIsRegisteredAndDoesNothing) {
     EXPECT_EQ(0, runAll(10));
 }
 
+TEST_F(EventManagerTest, NullModifierIsReported) {
+    testing::internal::CaptureStderr();
+    manager().registerModifier(SharedPtr<Modifier>());
+    EXPECT_EQ("EventManager::registerModifier: the modifier is null\n", testing::internal::GetCapturedStderr());
+    EXPECT_EQ(0u, manager().getProcessList()->size());
+    EXPECT_FALSE(manager().unregisterModifier(SharedPtr<Modifier>()));
+}
+
 TEST_F(EventManagerTest, SensorsAndControllersAreNotKept) {
     SharedPtr<Sensor> sensor(new Sensor());
     SharedPtr<Controller> controller(new Controller());

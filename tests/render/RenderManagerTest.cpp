@@ -167,4 +167,18 @@ TEST_F(RenderManagerTest, UnregisteredEngineLeavesWithItsWindows) {
     EXPECT_EQ(mSecond, manager().createRenderWindow("b", 10, 10, false, 0, 0, 0)->getRenderEngine());
 }
 
+TEST_F(RenderManagerTest, BadArgumentsAreReportedAndRefused) {
+    testing::internal::CaptureStderr();
+    manager().registerRenderer("none", 0);
+    EXPECT_EQ("RenderManager::registerRenderer: no engine given for 'none'\n", testing::internal::GetCapturedStderr());
+    EXPECT_EQ(0u, manager().getRendererNames()->size());
+
+    manager().registerRenderer("test", mFirst);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(nullptr, manager().createRenderWindow("flat", 640, 0, false, 0, 0, 0));
+    EXPECT_EQ("RenderManager::createRenderWindow: window 'flat' needs a positive size, not 640x0\n",
+              testing::internal::GetCapturedStderr());
+    EXPECT_EQ(0u, manager().getRenderWindowCount());
+}
+
 }  // namespace
