@@ -166,6 +166,8 @@ protected:
     }
 
     void TearDown() override {
+        if (!sWindow || !mScene)
+            return;  // SetUp failed: nothing was made
         sWindow->detachRenderTarget();
         mTarget = SharedPtr<Velun::RenderTarget>();
         mCameras.clear();
