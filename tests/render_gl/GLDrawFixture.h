@@ -5,10 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "core/VelunCore.h"
@@ -140,10 +142,15 @@ public:
     static void startWindow() {
         sClock = new VelunTest::EngineClock();
         sEngine = new Velun::GLRenderEngine();
-        if (!sEngine->initialize())
-            return;
-        sWindow = static_cast<Velun::GLSDLRenderWindow*>(
-            sEngine->createRenderWindow(1, "render_gl", Width, Height, false, 0, 0, nullptr));
+        // On a loaded machine an X connection now and then fails to open (xdpyinfo
+        // fails alike), so a few attempts are made before the tests give up.
+        for (int attempt = 0; attempt < 5 && !sWindow; ++attempt) {
+            if (attempt > 0)
+                std::this_thread::sleep_for(std::chrono::milliseconds(200));
+            if (sEngine->initialize())
+                sWindow = static_cast<Velun::GLSDLRenderWindow*>(
+                    sEngine->createRenderWindow(1, "render_gl", Width, Height, false, 0, 0, nullptr));
+        }
     }
 
     static void stopWindow() {
