@@ -1,4 +1,7 @@
+#include <cstdlib>
+
 #include "GLTestWindow.h"
+#include "core/ProcessManager.h"
 #include "geometry/IndexData.h"
 #include "geometry/VertexData.h"
 #include "texture/Texture2D.h"
@@ -33,7 +36,66 @@ protected:
     }
 };
 
+// A driver without buffer objects and point sprites: Mesa hides the extensions when the
+// process asks before its first GL context. Returns 0 when every check holds.
+int drawWithoutBufferExtension() {
+    setenv("MESA_EXTENSION_OVERRIDE", "-GL_ARB_vertex_buffer_object -GL_ARB_point_sprite", 1);
+    if (!GLTest::waitForDisplay())
+        return 10;
+    VelunCore& core = VelunCore::getSingleton();
+    core.startup();
+    core.setup(true);
+    core.getRenderManager().initializeRenderer(false);
+    auto* window =
+        static_cast<GLSDLRenderWindow*>(core.getRenderManager().createRenderWindow("plain", 16, 16, false, 0, 0, nullptr));
+    if (!window)
+        return 11;
+    GLRenderContext* context = window->getGLRenderContext();
+    if (context->usesVertexBuffers() || context->usesIndexBuffers())
+        return 1;
+    if (context->hasPointSprites())
+        return 2;
+
+    // One triangle that covers the whole window.
+    VertexData data;
+    data.setUseVertex(true);
+    data.initialize(3, 3);
+    float const corners[3][2] = {{-1.0f, -1.0f}, {3.0f, -1.0f}, {-1.0f, 3.0f}};
+    for (auto const& corner : corners) {
+        data.addVertex();
+        data.setVertex(corner[0], corner[1], 0.0f);
+    }
+    IndexData indices;
+    indices.initialize(3, 3);
+    if (context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1))
+        return 3;
+    if (context->updateIndexBuffer(indices, 1))
+        return 4;
+    if (data.getResourceDataCount() != 0 || indices.getResourceDataCount() != 0)
+        return 5;
+
+    glDisable(GL_LIGHTING);
+    glColor3f(1.0f, 1.0f, 1.0f);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glVertexPointer(data.getNumVertex(), context->toGLType(data.getVertexType()), 0, data.getVertices());
+    glDrawArrays(GL_TRIANGLES, 0, 3);
+    unsigned char pixel[3] = {};
+    glReadPixels(8, 8, 1, 1, GL_RGB, GL_UNSIGNED_BYTE, pixel);
+    if (pixel[0] != 255 || pixel[1] != 255 || pixel[2] != 255)
+        return 6;
+    core.shutdown();
+    return 0;
+}
+
 }  // namespace
+
+TEST(GLRenderContextWithoutExtensionsTest, EveryGeometryDrawsFromClientArrays) {
+    if (!std::getenv("DISPLAY"))
+        GTEST_SKIP() << "the GL window needs an X display (run under xvfb-run)";
+    // A process of its own, since Mesa reads the extension override once per process.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(std::exit(drawWithoutBufferExtension()), testing::ExitedWithCode(0), "");
+}
 
 TEST_F(GLRenderContextTest, ComponentTypesAndPixelFormatsMapToGL) {
     EXPECT_EQ(GLenum(GL_BYTE), context->toGLType(DataType::None));

@@ -46,6 +46,17 @@ private:
     bool mInitialized = false;
 };
 
+// Xvfb resets itself when its last client leaves, as the previous test's window did,
+// and refuses connections for a moment; the engine then takes SDL video over as it is.
+inline bool waitForDisplay() {
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        if (SDL_InitSubSystem(SDL_INIT_VIDEO) == 0)
+            return true;
+        SDL_Delay(20);
+    }
+    return false;
+}
+
 // A started and set-up engine with one window of the "opengl" engine open under the
 // X display (Xvfb in the test runs).
 class WindowTest : public testing::Test {
@@ -72,18 +83,6 @@ protected:
     void TearDown() override {
         if (core.isStarted())
             core.shutdown();
-    }
-
-    // Xvfb resets itself when its last client leaves, as the previous test's window
-    // did, and refuses connections for a moment; the engine then takes SDL video over
-    // as it is.
-    static bool waitForDisplay() {
-        for (int attempt = 0; attempt < 100; ++attempt) {
-            if (SDL_InitSubSystem(SDL_INIT_VIDEO) == 0)
-                return true;
-            SDL_Delay(20);
-        }
-        return false;
     }
 
     virtual std::string windowName() const { return "velun gl test"; }
