@@ -87,13 +87,14 @@ protected:
 
     virtual std::string windowName() const { return "velun gl test"; }
 
-    // The picture the window shows (the front buffer), bottom row first, RGB.
-    std::vector<unsigned char> readFront() {
+    // The last frame the window swapped, bottom row first, RGB. Read from the back
+    // buffer: Xvfb keeps no contents for the front buffer (it reads black), while Mesa's
+    // software path leaves the swapped frame in the back buffer.
+    std::vector<unsigned char> readShown() {
         std::vector<unsigned char> pixels(kWidth * kHeight * 3, 0x55);
         glPixelStorei(GL_PACK_ALIGNMENT, 1);
-        glReadBuffer(GL_FRONT);
-        glReadPixels(0, 0, kWidth, kHeight, GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
         glReadBuffer(GL_BACK);
+        glReadPixels(0, 0, kWidth, kHeight, GL_RGB, GL_UNSIGNED_BYTE, pixels.data());
         return pixels;
     }
 
