@@ -11,6 +11,12 @@ const float kByteScale = 0.003921569f;
 TextureInfo::TextureInfo()
     : mWidth(0), mHeight(0), mDepth(0), mChannels(0), mDataType(DataType::None), mColorFormat(Color::None) {}
 
+TextureInfo::TextureInfo(unsigned int width, unsigned int height, unsigned int depth, DataType::Type type,
+                         Color::Format format)
+    : mWidth(width), mHeight(height), mDepth(depth), mChannels(0), mDataType(type), mColorFormat(Color::None) {
+    setColorFormat(format);
+}
+
 TextureInfo::~TextureInfo() {}
 
 void TextureInfo::setChannels(unsigned int channels) {

@@ -12,6 +12,9 @@ namespace Velun {
 class VELUN_EXPORT TextureInfo {
 public:
     TextureInfo();
+    // An image of `format` (which sets the channel count) in components of `type`.
+    TextureInfo(unsigned int width, unsigned int height, unsigned int depth, DataType::Type type,
+                Color::Format format);
     virtual ~TextureInfo();
 
     unsigned int getWidth() const { return mWidth; }

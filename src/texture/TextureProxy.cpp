@@ -9,6 +9,7 @@
 
 #include "core/TimerManager.h"
 #include "core/VelunCore.h"
+#include "texture/TextureData.h"
 
 namespace Velun {
 
@@ -30,6 +31,59 @@ struct ByteLayout {
     int component[4];
 };
 
+// The output component tables of a byte composition as 32-bit words with the byte in
+// its place in memory, so that one pixel is the OR of four lookups and one store.
+struct WordTables {
+    std::uint32_t component[4][256];
+    unsigned int offset[4];
+
+    WordTables(const ComponentRead* reads) {
+        for (int c = 0; c < 4; ++c) {
+            offset[c] = reads[c].offset;
+            for (int i = 0; i < 256; ++i) {
+                unsigned char bytes[4] = {0, 0, 0, 0};
+                bytes[c] = reads[c].table[i];
+                std::memcpy(&component[c][i], bytes, 4);
+            }
+        }
+    }
+};
+
+// One row of a byte composition. Everything the loop reads is passed by value, so the
+// stores cannot make the compiler reload it; pixel sizes known at compile time (0 for
+// "use the size passed") let it address the common rows directly. Without resampling
+// the alpha pixel of column x is the x-th of its row.
+template <unsigned int Stride, unsigned int AlphaStride>
+void composeRow(const unsigned char* p, const unsigned char* alphaRow, const std::size_t* alphaColumn,
+                unsigned int width, std::size_t pixelSize, std::size_t alphaPixelSize, const WordTables& tables,
+                unsigned char* out) {
+    const std::size_t step = Stride ? Stride : pixelSize;
+    const std::size_t alphaStep = AlphaStride ? AlphaStride : alphaPixelSize;
+    const std::uint32_t* const red = tables.component[0];
+    const std::uint32_t* const green = tables.component[1];
+    const std::uint32_t* const blue = tables.component[2];
+    const std::uint32_t* const alpha = tables.component[3];
+    const unsigned int r = tables.offset[0], g = tables.offset[1], b = tables.offset[2];
+    alphaRow += tables.offset[3];
+    for (unsigned int x = 0; x < width; ++x, p += step, out += 4) {
+        std::size_t a = alphaColumn ? alphaColumn[x] : x * alphaStep;
+        std::uint32_t word = red[p[r]] | green[p[g]] | blue[p[b]] | alpha[alphaRow[a]];
+        std::memcpy(out, &word, 4);
+    }
+}
+
+template <unsigned int Stride>
+void composeRowFor(const unsigned char* p, const unsigned char* alphaRow, const std::size_t* alphaColumn,
+                   unsigned int width, std::size_t pixelSize, std::size_t alphaPixelSize,
+                   const WordTables& tables, unsigned char* out) {
+    if (alphaColumn)
+        composeRow<Stride, 0>(p, alphaRow, alphaColumn, width, pixelSize, alphaPixelSize, tables, out);
+    else if (alphaPixelSize == 1)
+        composeRow<Stride, 1>(p, alphaRow, 0, width, pixelSize, alphaPixelSize, tables, out);
+    else
+        composeRow<Stride, 0>(p, alphaRow, 0, width, pixelSize, alphaPixelSize, tables, out);
+}
+
 bool byteLayout(const TextureInfo& info, ByteLayout& layout) {
     unsigned int channels = info.getChannels();
     if (info.getDataType() != DataType::UnsignedByte || channels == 0)
@@ -43,6 +97,13 @@ bool byteLayout(const TextureInfo& info, ByteLayout& layout) {
     else
         layout = {{-1, -1, -1, 0}};
     return true;
+}
+
+// Rows can be read straight from the block only when it holds the whole image its
+// description promises.
+bool holdsWholeImage(const TextureSource& source) {
+    const TextureData* data = dynamic_cast<const TextureData*>(&source);
+    return !data || data->getData().getByteSize() >= source.getTextureInfo().getMemSize();
 }
 
 // The image must fit the unsigned sizes the engine describes pixels with.
@@ -164,7 +225,8 @@ bool TextureProxy::composeBytes(const TextureSource& source, const TextureSource
     const unsigned char* data1 = static_cast<const unsigned char*>(source.getTextureData());
     const unsigned char* data2 =
         alphaSource ? static_cast<const unsigned char*>(alphaSource->getTextureData()) : data1;
-    if (!data1 || !data2 || info2.getWidth() == 0 || info2.getHeight() == 0 || info2.getDepth() == 0)
+    if (!data1 || !data2 || info2.getWidth() == 0 || info2.getHeight() == 0 || info2.getDepth() == 0 ||
+        !holdsWholeImage(source) || (alphaSource && !holdsWholeImage(*alphaSource)))
         return false;
 
     unsigned char colorTable[256];
@@ -210,10 +272,15 @@ bool TextureProxy::composeBytes(const TextureSource& source, const TextureSource
     const float ys = static_cast<float>(info2.getHeight()) / height;
     const float zs = static_cast<float>(info2.getDepth()) / depth;
 
-    // Byte offset of each column's alpha pixel within its row.
-    std::vector<std::size_t> alphaColumn(width);
-    for (unsigned int x = 0; x < width; ++x)
-        alphaColumn[x] = (resample ? static_cast<unsigned int>(x * xs) : x) * pixel2;
+    // Byte offset of each column's alpha pixel within its row, when resampling.
+    std::vector<std::size_t> alphaColumn;
+    if (resample) {
+        alphaColumn.resize(width);
+        for (unsigned int x = 0; x < width; ++x)
+            alphaColumn[x] = static_cast<unsigned int>(x * xs) * pixel2;
+    }
+    const std::size_t* column = resample ? alphaColumn.data() : 0;
+    const WordTables tables(reads);
 
     unsigned char* out = mData;
     for (unsigned int z = 0; z < depth; ++z) {
@@ -225,15 +292,18 @@ bool TextureProxy::composeBytes(const TextureSource& source, const TextureSource
                 data2 + (static_cast<std::size_t>(sz) * info2.getHeight() + sy) * info2.getWidth() * pixel2;
             if (!alphaSource)
                 row2 = row1;
-            const std::size_t* column = alphaColumn.data();
-            const unsigned char* p = row1;
-            for (unsigned int x = 0; x < width; ++x, p += pixel1, out += 4) {
-                const unsigned char* q = row2 + column[x];
-                out[0] = reads[0].table[p[reads[0].offset]];
-                out[1] = reads[1].table[p[reads[1].offset]];
-                out[2] = reads[2].table[p[reads[2].offset]];
-                out[3] = reads[3].table[q[reads[3].offset]];
+            switch (pixel1) {
+            case 3:
+                composeRowFor<3>(row1, row2, column, width, pixel1, pixel2, tables, out);
+                break;
+            case 4:
+                composeRowFor<4>(row1, row2, column, width, pixel1, pixel2, tables, out);
+                break;
+            default:
+                composeRowFor<0>(row1, row2, column, width, pixel1, pixel2, tables, out);
+                break;
             }
+            out += std::size_t(width) * 4;
         }
     }
     return true;

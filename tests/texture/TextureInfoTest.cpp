@@ -56,6 +56,7 @@ TEST(TextureInfoTest, SizeAndEquality) {
     a.setDepth(2);
     EXPECT_EQ(256u, a.getMemSize());
     EXPECT_EQ(4u, a.getPixelSize());
+    EXPECT_EQ(a, TextureInfo(8, 4, 2, DataType::UnsignedByte, Color::Rgba));
 
     TextureInfo b = a;
     EXPECT_TRUE(a == b);

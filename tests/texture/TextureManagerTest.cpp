@@ -15,12 +15,7 @@ namespace {
 typedef std::vector<std::string> Calls;
 
 Dorvan::SharedPtr<TextureSource> onePixel() {
-    TextureInfo info;
-    info.setDataType(DataType::UnsignedByte);
-    info.setColorFormat(Color::Luminance);
-    info.setWidth(1);
-    info.setHeight(1);
-    info.setDepth(1);
+    TextureInfo info(1, 1, 1, DataType::UnsignedByte, Color::Luminance);
     Dorvan::CowMemPtr<void> pixels;
     pixels.alloc(1);
     return Dorvan::SharedPtr<TextureSource>(new TextureData(info, pixels));

@@ -16,12 +16,7 @@ typedef Dorvan::SharedPtr<TextureSource> Source;
 
 // Pixels from bytes, in the given format.
 Source image(unsigned int width, unsigned int height, Color::Format format, const std::vector<unsigned char>& bytes) {
-    TextureInfo info;
-    info.setDataType(DataType::UnsignedByte);
-    info.setColorFormat(format);
-    info.setWidth(width);
-    info.setHeight(height);
-    info.setDepth(1);
+    TextureInfo info(width, height, 1, DataType::UnsignedByte, format);
     Dorvan::CowMemPtr<void> pixels;
     pixels.alloc(info.getMemSize());
     std::memcpy(pixels.get(), bytes.data(), info.getMemSize());
@@ -177,12 +172,7 @@ TEST(TextureProxyTest, RowsAndSinglePixelsComposeAlike) {
 }
 
 TEST(TextureProxyTest, FloatSourcesCompose) {
-    TextureInfo info;
-    info.setDataType(DataType::Float);
-    info.setColorFormat(Color::Rgb);
-    info.setWidth(1);
-    info.setHeight(1);
-    info.setDepth(1);
+    TextureInfo info(1, 1, 1, DataType::Float, Color::Rgb);
     Dorvan::CowMemPtr<void> values;
     values.alloc(info.getMemSize());
     float* f = static_cast<float*>(values.get());
@@ -245,4 +235,14 @@ TEST(TextureProxyTest, CopyOfAnotherFormatChangesNoPixelButStamps) {
     EXPECT_TRUE(canvas.copyRect(image(1, 1, Color::Rgb, {9, 9, 9}), 0, 0, 0, 0, 0, 0, 1, 1, 1));
     EXPECT_EQ((Bytes{0, 0, 0, 0}), pixel(canvas, 0, 0));
     EXPECT_TRUE(canvas.hasChanged(50));
+}
+
+TEST(TextureProxyTest, BlockShorterThanItsDescriptionReadsBlackBeyondItsEnd) {
+    TextureInfo info(2, 2, 1, DataType::UnsignedByte, Color::Rgb);
+    Dorvan::CowMemPtr<void> pixels;
+    pixels.alloc(3);
+    std::memset(pixels.get(), 200, 3);
+    TextureProxy proxy(Source(new TextureData(info, pixels)), Source(), 1.0f, 0.0f, 3);
+    EXPECT_EQ((Bytes{200, 200, 200, 255}), pixel(proxy, 0, 0));
+    EXPECT_EQ((Bytes{0, 0, 0, 255}), pixel(proxy, 1, 1));
 }

@@ -14,12 +14,7 @@ using namespace Velun;
 namespace {
 
 Dorvan::SharedPtr<TextureSource> makeRgb(unsigned int width, unsigned int height) {
-    TextureInfo info;
-    info.setDataType(DataType::UnsignedByte);
-    info.setColorFormat(Color::Rgb);
-    info.setWidth(width);
-    info.setHeight(height);
-    info.setDepth(1);
+    TextureInfo info(width, height, 1, DataType::UnsignedByte, Color::Rgb);
     Dorvan::CowMemPtr<void> pixels;
     pixels.alloc(info.getMemSize());
     unsigned char* p = static_cast<unsigned char*>(pixels.get());
