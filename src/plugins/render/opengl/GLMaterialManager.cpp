@@ -121,8 +121,9 @@ bool GLMaterialManager::applyMaterial(Dorvan::SharedPtr<Material> material) {
 
 void GLMaterialManager::applyMaterialState(Material& material) {
     if (material.useMaterialColor()) {
-        glEnable(GL_COLOR_MATERIAL);
+        // The mode first: enabling copies the current colour into what the mode names.
         glColorMaterial(GL_FRONT, GL_AMBIENT_AND_DIFFUSE);
+        glEnable(GL_COLOR_MATERIAL);
     } else {
         glDisable(GL_COLOR_MATERIAL);
         sendMaterialColor(GL_AMBIENT, material.getAmbientMaterialColor());
@@ -192,9 +193,7 @@ void GLMaterialManager::setPointSprites(Material const& material) {
         GLfloat const attenuation[] = {1.0f, 0.0f, 0.0f};
         glPointParameterfvARB(GL_POINT_DISTANCE_ATTENUATION_ARB, attenuation);
         glPointParameterfARB(GL_POINT_SIZE_MIN_ARB, 0.0f);
-        GLfloat range[2] = {1.0f, 1.0f};
-        glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, range);
-        glPointParameterfARB(GL_POINT_SIZE_MAX_ARB, range[1]);
+        glPointParameterfARB(GL_POINT_SIZE_MAX_ARB, mContext->getMaxPointSize());
     }
     // Coordinate replacement is per unit; setupTextures sets it on every unit it binds.
     glTexEnvi(GL_POINT_SPRITE_ARB, GL_COORD_REPLACE_ARB, material.usePointSprites() ? GL_TRUE : GL_FALSE);

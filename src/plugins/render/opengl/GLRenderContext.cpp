@@ -93,6 +93,7 @@ GLRenderContext::GLRenderContext(GLRenderEngine* engine)
       mUseIndexBuffers(false),
       mUseVertexBuffers(false),
       mMaxTextureUnits(1),
+      mMaxPointSize(1.0f),
       mActiveTextureUnits(0),
       mBufferLoads(0),
       mTextureLoads(0),
@@ -127,6 +128,9 @@ void GLRenderContext::refreshCapabilities() {
     glGetIntegerv(GL_MAX_TEXTURE_UNITS, &units);
     if (units > 0)
         mMaxTextureUnits = static_cast<unsigned int>(units);
+    GLfloat pointSizes[2] = {1.0f, 1.0f};
+    glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, pointSizes);
+    mMaxPointSize = pointSizes[1];
 }
 
 void GLRenderContext::makeCurrent() {

@@ -139,6 +139,8 @@ public:
     bool hasPointSprites() const { return mPointSpritesAvailable; }
     // Fixed-function texture units of the driver (1 until GL is set up).
     unsigned int getMaxTextureUnits() const { return mMaxTextureUnits; }
+    // Largest point size the driver draws (1 until GL is set up).
+    float getMaxPointSize() const { return mMaxPointSize; }
 
     // The window calls these around the life of its GL context. Only one GL context
     // exists at a time: making one current marks the former one's objects as gone.
@@ -209,6 +211,7 @@ private:
     bool mUseIndexBuffers;
     bool mUseVertexBuffers;
     unsigned int mMaxTextureUnits;
+    float mMaxPointSize;
     unsigned int mActiveTextureUnits;
     unsigned int mBufferLoads;
     unsigned int mTextureLoads;
