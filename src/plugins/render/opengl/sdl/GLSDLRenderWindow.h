@@ -46,7 +46,7 @@ public:
 
     // Draws the attached target once more, unseen, and writes the picture to an image
     // file: PNG, or any type DevIL writes, by the extension. False with an error line.
-    bool saveScreenshot(std::string const& fileName);
+    virtual bool saveScreenshot(std::string const& fileName);
     bool isDoubleBuffered() const { return mDoubleBuffered; }
     int getColorDepth() const { return mColorDepth; }
 

@@ -1,0 +1,276 @@
+// Frame time of N small lit, textured cubes, each its own object node, in a 256x256
+// window: the scene of the peer benchmarks (cube layout, camera, light and texture come
+// from their draw_scene.h), drawn through the whole engine: update pass, culling walk,
+// collection, materials, buffers and the window's swap. bench/compare_cubes.sh runs it
+// next to the raw-GL program and Irrlicht and prints the per-object slopes.
+//
+// BM_Cubes: one geometry shared by all cubes. BM_CubesModified: every cube has its own
+// vertex data, modified once before the first frame; the frames after the first must
+// load nothing ("buffer_loads_per_frame" stays 0).
+// VELUN_NO_RASTER=1 wraps each frame in GL_RASTERIZER_DISCARD, as the peers' no-raster
+// runs do, so that API, state and vertex work are timed without rasterisation.
+#include <benchmark/benchmark.h>
+
+#if __has_include("draw_scene.h")
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+#include "core/TimerManager.h"
+#include "core/VelunCore.h"
+#include "foundation/CowMemPtr.h"
+#include "geometry/ElementData.h"
+#include "geometry/GeometryData.h"
+#include "geometry/GeometryDataGroup.h"
+#include "geometry/GeometryObject.h"
+#include "geometry/GeometrySubobject.h"
+#include "geometry/VertexData.h"
+#include "material/Material.h"
+#include "plugins/render/opengl/GLRenderContext.h"
+#include "plugins/render/opengl/GLRenderEngine.h"
+#include "plugins/render/opengl/GLScreenshot.h"
+#include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
+#include "render/RenderManager.h"
+#include "render/RenderTarget.h"
+#include "render/Viewport.h"
+#include "scene/BoundingBox.h"
+#include "scene/Branch.h"
+#include "scene/Camera.h"
+#include "scene/Light.h"
+#include "scene/SceneGraph.h"
+#include "scene/SceneManager.h"
+#include "scene/TransformationNode.h"
+#include "texture/Texture2D.h"
+#include "texture/TextureData.h"
+#include "texture/TextureInfo.h"
+
+// After the engine's headers, which bring GLEW before any other GL header.
+#include "draw_scene.h"
+
+namespace {
+
+using Dorvan::SharedPtr;
+using namespace Velun;
+
+// 36 vertices (12 triangles) with normals and texture coordinates, faces counter
+// clockwise from outside, as the peers' cube.
+SharedPtr<Geometry> makeCube() {
+    const float h = cubescene::kCubeSize * 0.5f;
+    const float f[6][9] = {{1, 0, 0, 0, 0, -1, 0, 1, 0}, {-1, 0, 0, 0, 0, 1, 0, 1, 0},
+                           {0, 1, 0, 1, 0, 0, 0, 0, -1}, {0, -1, 0, 1, 0, 0, 0, 0, 1},
+                           {0, 0, 1, 1, 0, 0, 0, 1, 0},  {0, 0, -1, -1, 0, 0, 0, 1, 0}};
+    const float corner[6][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, -1}, {1, 1}, {-1, 1}};
+    GeometryData* geometry = new GeometryData("cube");
+    VertexElementData* triangles = new VertexElementData(GeometryElement::Triangles);
+    VertexData& v = triangles->getVertexData();
+    v.setUseVertex(true);
+    v.setUseNormal(true);
+    v.setUseTexCoordinates(true);
+    v.addTextureIndex(0);
+    v.initialize(36, 36);
+    for (const auto& F : f)
+        for (const auto& c : corner) {
+            v.addVertex();
+            v.setVertex(h * (F[0] + c[0] * F[3] + c[1] * F[6]), h * (F[1] + c[0] * F[4] + c[1] * F[7]),
+                        h * (F[2] + c[0] * F[5] + c[1] * F[8]));
+            v.setNormal(F[0], F[1], F[2]);
+            v.setTexCoordinate(0.5f * (c[0] + 1), 0.5f * (c[1] + 1), 0);
+        }
+    geometry->createGroup().addElement(*triangles);
+    geometry->setBoundingVolume(new BoundingBox(Point(-h, -h, -h), Point(h, h, h)));
+    return SharedPtr<Geometry>(geometry);
+}
+
+SharedPtr<Material> makeMaterial() {
+    std::vector<unsigned char> rgba = cubescene::make_texture();
+    TextureInfo info;
+    info.setWidth(cubescene::kTex);
+    info.setHeight(cubescene::kTex);
+    info.setDepth(1);
+    info.setDataType(DataType::UnsignedByte);
+    info.setColorFormat(Color::Rgba);
+    Dorvan::CowMemPtr<void> pixels;
+    pixels.alloc(rgba.size());
+    std::copy(rgba.begin(), rgba.end(), static_cast<unsigned char*>(pixels.get()));
+    SharedPtr<Texture> texture(new Texture2D(SharedPtr<TextureSource>(new TextureData(info, pixels))));
+    texture->setAllFilters(Texture::Linear);
+    texture->setTexMode(Texture::Modulate);
+    // The peers' white material under a white light with a global ambient of 0.2.
+    SharedPtr<Material> material(new Material());
+    material->setAmbientMaterialColor(Color(1, 1, 1));
+    material->setDiffuseMaterialColor(Color(1, 1, 1));
+    material->setSpecularMaterialColor(Color(0, 0, 0));
+    material->setUseAlphaTest(false);
+    material->setTexture(0, texture);
+    return material;
+}
+
+// Row-major engine matrix from the peers' column-major GL model matrix.
+Dorvan::Matrix<float, 4> toMatrix(const float m[16]) {
+    Dorvan::Matrix<float, 4> r;
+    for (int row = 0; row < 4; ++row)
+        for (int col = 0; col < 4; ++col)
+            r.m[row * 4 + col] = m[col * 4 + row];
+    r.mIdentity = false;
+    return r;
+}
+
+// A directional light shines from its node's +Z: turn +Z into the direction towards
+// the light (the peers' light direction, mirrored into right-handed eye space).
+Dorvan::Matrix<float, 4> lightRotation() {
+    const float* L = cubescene::kLightDir;
+    const float ll = std::sqrt(L[0] * L[0] + L[1] * L[1] + L[2] * L[2]);
+    const float z[3] = {-L[0] / ll, -L[1] / ll, L[2] / ll};
+    float x[3] = {z[2], 0, -z[0]};  // (0, 1, 0) x z
+    const float xl = std::sqrt(x[0] * x[0] + x[2] * x[2]);
+    x[0] /= xl;
+    x[2] /= xl;
+    const float y[3] = {z[1] * x[2] - z[2] * x[1], z[2] * x[0] - z[0] * x[2], z[0] * x[1] - z[1] * x[0]};
+    Dorvan::Matrix<float, 4> r = Dorvan::Matrix<float, 4>::identity();
+    for (int i = 0; i < 3; ++i) {
+        r.m[i * 4 + 0] = x[i];
+        r.m[i * 4 + 1] = y[i];
+        r.m[i * 4 + 2] = z[i];
+    }
+    r.mIdentity = false;
+    return r;
+}
+
+// The engine with one 256x256 window, made once for the whole program.
+struct Engine {
+    GLSDLRenderWindow* window = nullptr;
+    Engine() {
+        VelunCore& core = VelunCore::getSingleton();
+        core.startup();
+        core.setup(true);
+        core.getRenderManager().initializeRenderer(false);
+        window = dynamic_cast<GLSDLRenderWindow*>(core.getRenderManager().createRenderWindow(
+            "cubes", cubescene::kWin, cubescene::kWin, false, 0, 0, nullptr));
+    }
+};
+
+Engine& engine() {
+    static Engine e;
+    return e;
+}
+
+// N cubes under one scene, a camera and a light; torn down with the benchmark run.
+class CubeScene {
+public:
+    CubeScene(int n, bool ownData) : mScene(&VelunCore::getSingleton().getSceneManager().createSceneGraph()) {
+        mCamera = SharedPtr<Camera>(new Camera());
+        CameraSettings& settings = mCamera->getCamSettings();
+        settings.setFovY(cubescene::kFovYDeg);
+        settings.setNearDistance(cubescene::kNear);
+        settings.setFarDistance(cubescene::kFar);
+        mScene->getRoot()->attachChild(*mCamera);
+
+        mLightPlace.reset(new TransformationNode());
+        mLightPlace->setLocalTransformation(lightRotation());
+        mLight.reset(new Light());
+        mLight->setLightType(Light::Directional);
+        mLight->setAmbientColor(Color(0, 0, 0));
+        mLight->setSpecularColor(Color(0, 0, 0));
+        mLightPlace->setChild(*mLight);
+        mScene->getRoot()->attachChild(*mLightPlace);
+
+        SharedPtr<Material> material = makeMaterial();
+        SharedPtr<Geometry> shared = makeCube();
+        for (const cubescene::Cube& c : cubescene::make_cubes(n)) {
+            GeometryObject* object = new GeometryObject();
+            GeometrySubobject* sub = new GeometrySubobject();
+            SharedPtr<Geometry> geometry = ownData ? makeCube() : shared;
+            if (ownData) {
+                VertexElement* element =
+                    dynamic_cast<VertexElement*>(geometry->getElementGroups()[0]->getElementList(0)[0]);
+                dynamic_cast<VertexData&>(element->getVertexData()).setModified();
+            }
+            sub->setGeometry(geometry, 0);
+            object->addSubobject(*sub);
+            object->setDefaultMaterial(0, material);
+            float m[16];
+            cubescene::gl_model_matrix(c, m);
+            object->getTransformation(*sub)->setLocalTransformation(toMatrix(m));
+            mScene->getRoot()->attachChild(*object);
+            mObjects.emplace_back(object);
+        }
+
+        SharedPtr<RenderTarget> target(new RenderTarget());
+        SharedPtr<Viewport> viewport(new Viewport(0.0f, 0.0f, 1.0f, 1.0f));
+        viewport->attachCamera(mCamera);
+        target->attachViewport(viewport);
+        engine().window->attachRenderTarget(target);
+    }
+
+    ~CubeScene() {
+        engine().window->detachRenderTarget();
+        mObjects.clear();
+        mLight.reset();
+        mLightPlace.reset();
+        mCamera = SharedPtr<Camera>();
+        VelunCore::getSingleton().getSceneManager().deleteSceneGraph(*mScene);
+    }
+
+    // What the main loop does for this scene and window in one pass.
+    void frame() {
+        std::int64_t now = VelunCore::getSingleton().getTimerManager().getTimestamp();
+        mScene->getUpdateTraverser()->run(now);
+        if (cubescene::no_raster())
+            glEnable(cubescene::kRasterizerDiscard);
+        engine().window->render(now);
+        if (cubescene::no_raster())
+            glDisable(cubescene::kRasterizerDiscard);
+    }
+
+    // Fraction of the window that is not background, from a frame drawn but not swapped.
+    double coverage() {
+        GLSDLRenderWindow& window = *engine().window;
+        static_cast<GLRenderEngine*>(window.getRenderEngine())
+            ->renderTarget(window.getRenderTarget().get(), window.getGLRenderContext(), cubescene::kWin,
+                           cubescene::kWin);
+        std::vector<unsigned char> rgb;
+        GLScreenshot::readPixels(GL_BACK, 0, 0, cubescene::kWin, cubescene::kWin, rgb);
+        long covered = 0;
+        for (std::size_t i = 0; i < rgb.size(); i += 3)
+            covered += rgb[i] || rgb[i + 1] || rgb[i + 2];
+        return double(covered) / (cubescene::kWin * cubescene::kWin);
+    }
+
+private:
+    SceneGraph* mScene;
+    SharedPtr<Camera> mCamera;
+    std::unique_ptr<TransformationNode> mLightPlace;
+    std::unique_ptr<Light> mLight;
+    std::vector<std::unique_ptr<GeometryObject>> mObjects;
+};
+
+void runCubes(benchmark::State& state, bool ownData) {
+    if (!engine().window) {
+        state.SkipWithError("no GL window");
+        return;
+    }
+    CubeScene scene(int(state.range(0)), ownData);
+    GLRenderContext& context = *engine().window->getGLRenderContext();
+    for (int i = 0; i < cubescene::kWarmupFrames; ++i)
+        scene.frame();
+    glFinish();
+    unsigned int loads = context.getBufferLoadCount();
+    for (auto _ : state)
+        scene.frame();
+    glFinish();
+    state.counters["buffer_loads_per_frame"] =
+        double(context.getBufferLoadCount() - loads) / double(state.iterations());
+    state.counters["objects"] = double(state.range(0));
+    state.counters["coverage"] = scene.coverage();
+}
+
+void BM_Cubes(benchmark::State& state) { runCubes(state, false); }
+void BM_CubesModified(benchmark::State& state) { runCubes(state, true); }
+
+BENCHMARK(BM_Cubes)->Arg(200)->Arg(2000)->Arg(20000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_CubesModified)->Arg(200)->Arg(2000)->Arg(20000)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+#endif
