@@ -95,30 +95,6 @@ float BoundingBox::getFrustrumDistance(Frustrum const& frustum) const {
     return highest;
 }
 
-bool BoundingBox::mergeExtents(float const* lo, float const* hi) {
-    if (mState == StateEmpty) {
-        for (int i = 0; i < 3; ++i) {
-            mMin[i] = lo[i];
-            mMax[i] = hi[i];
-        }
-        mMin[3] = mMax[3] = 1.0f;
-        mState = StateBounded;
-        return true;
-    }
-    bool moved = false;
-    for (int i = 0; i < 3; ++i) {
-        if (lo[i] < mMin[i]) {
-            mMin[i] = lo[i];
-            moved = true;
-        }
-        if (hi[i] > mMax[i]) {
-            mMax[i] = hi[i];
-            moved = true;
-        }
-    }
-    return moved;
-}
-
 bool BoundingBox::merge(Point const& p) {
     if (mState == StateInfinite)
         return false;
@@ -131,56 +107,10 @@ bool BoundingBox::merge(Point const& p) {
     return mergeExtents(p.m, p.m);
 }
 
-int BoundingBox::mergeStates(int otherState) {
-    if (mState == StateInfinite || otherState == StateEmpty)
-        return 0;
-    if (otherState == StateInfinite) {
-        mState = StateInfinite;
-        return 1;
-    }
-    return -1;
-}
-
-bool BoundingBox::mergeBox(BoundingBox const& other) {
-    int decided = mergeStates(other.mState);
-    if (decided >= 0)
-        return decided != 0;
-    if (mState == StateEmpty) {
-        mMin = other.mMin;
-        mMax = other.mMax;
-        mState = StateBounded;
-        return true;
-    }
-    return mergeExtents(other.mMin.m, other.mMax.m);
-}
-
-bool BoundingBox::mergeBox(BoundingBox const& other, Dorvan::Matrix<float, 4> const& t) {
-    if (t.mIdentity)
-        return mergeBox(other);
-    int decided = mergeStates(other.mState);
-    if (decided >= 0)
-        return decided != 0;
-    float const* m = t.m;
-    if (m[12] == 0.0f && m[13] == 0.0f && m[14] == 0.0f && m[15] == 1.0f) {
-        // Affine: each axis of the result takes, term by term, the smaller or larger
-        // product, which gives exactly the extremes over the eight transformed corners.
-        float lo[3], hi[3];
-        for (int r = 0; r < 3; ++r) {
-            float s0 = 0.0f, s1 = 0.0f;
-            for (int c = 0; c < 3; ++c) {
-                float a = m[r * 4 + c] * other.mMin[c];
-                float b = m[r * 4 + c] * other.mMax[c];
-                s0 += a < b ? a : b;
-                s1 += a < b ? b : a;
-            }
-            lo[r] = s0 + m[r * 4 + 3];
-            hi[r] = s1 + m[r * 4 + 3];
-        }
-        return mergeExtents(lo, hi);
-    }
+bool BoundingBox::mergeCorners(BoundingBox const& other, Dorvan::Matrix<float, 4> const& transform) {
     bool moved = false;
     for (int i = 0; i < 8; ++i)
-        moved = merge(Point(t * other.getCorner(i))) || moved;
+        moved = merge(Point(transform * other.getCorner(i))) || moved;
     return moved;
 }
 

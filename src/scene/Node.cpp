@@ -12,31 +12,46 @@ Node::Node(NodeType type) : Node(type, std::string(), std::string()) {}
 Node::Node(NodeType type, std::string const& name) : Node(type, name, std::string()) {}
 
 Node::Node(NodeType type, std::string const& name, std::string const& uniqueName)
-    : mNodeType(type),
+    : mNodeType(static_cast<unsigned char>(type)),
       mNodeStatus(StatusNew),
-      mParent(0),
       mKind(KindNode),
       mUpdating(false),
+      mParent(0),
       mSceneRoot(0),
       mNodeId(VelunCore::getSingleton().getSceneManager().createNodeId()),
-      mTransformedNode(this),
-      mName(name),
-      mUniqueName(uniqueName) {}
+      mDetails(0),
+      mTransformedNode(this) {
+    if (!name.empty() || !uniqueName.empty()) {
+        details().mName = name;
+        details().mUniqueName = uniqueName;
+    }
+}
 
 Node::~Node() {
     if (mParent)
         mParent->Group::detachChild(mNodeId);
     if (mSceneRoot)
         Node::detachSceneRoot();
+    delete mDetails;
 }
+
+Node::Details& Node::details() {
+    if (!mDetails)
+        mDetails = new Details();
+    return *mDetails;
+}
+
+std::string Node::getName() const { return mDetails ? mDetails->mName : std::string(); }
+
+std::string Node::getUniqueName() const { return mDetails ? mDetails->mUniqueName : std::string(); }
 
 void Node::update(bool) {}
 
-void Node::setProperty(std::string const& key, std::string const& value) { mProperties.put(key, value); }
+void Node::setProperty(std::string const& key, std::string const& value) { details().mProperties.put(key, value); }
 
-bool Node::hasProperty(std::string const& key) const { return mProperties.containsKey(key); }
+bool Node::hasProperty(std::string const& key) const { return mDetails && mDetails->mProperties.containsKey(key); }
 
-std::string Node::getProperty(std::string const& key) { return mProperties[key]; }
+std::string Node::getProperty(std::string const& key) { return details().mProperties[key]; }
 
 bool Node::isModified(bool ownChangesOnly) const {
     if (ownChangesOnly && mNodeStatus == StatusChildModified)

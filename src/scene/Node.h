@@ -54,10 +54,10 @@ public:
     virtual std::string getProperty(std::string const& key);
 
     std::uint64_t getNodeId() const { return mNodeId; }
-    NodeType getNodeType() const { return mNodeType; }
-    NodeStatus getNodeStatus() const { return mNodeStatus; }
-    std::string getName() const { return mName; }
-    std::string getUniqueName() const { return mUniqueName; }
+    NodeType getNodeType() const { return static_cast<NodeType>(mNodeType); }
+    NodeStatus getNodeStatus() const { return static_cast<NodeStatus>(mNodeStatus); }
+    std::string getName() const;
+    std::string getUniqueName() const;
     SceneRoot* getSceneRoot() const { return mSceneRoot; }
     bool isAttached() const { return mSceneRoot != 0; }
     Group* getParent() const { return mParent; }
@@ -98,22 +98,30 @@ protected:
     void setModified(bool childChanged);
     void setParent(Group* parent) { mParent = parent; }
 
-    enum Kind { KindNode = 0, KindLeaf = 1, KindGroup = 2 };
+    enum Kind : unsigned char { KindNode = 0, KindLeaf = 1, KindGroup = 2 };
     void setKind(Kind kind) { mKind = kind; }
 
 private:
-    // Hot fields of the update pass first.
-    NodeType mNodeType;
-    NodeStatus mNodeStatus;
-    Group* mParent;
+    // Names and properties, made when first needed: most nodes have none, and the
+    // walks read nodes faster when they are small.
+    struct Details {
+        std::string mName;
+        std::string mUniqueName;
+        Dorvan::LinkedMap<std::string, std::string> mProperties;
+    };
+    Details& details();
+
+    // What the walks read comes first, next to the world volume; small fields keep
+    // the node small, which is what a walk over many nodes pays for.
+    unsigned char mNodeType;
+    unsigned char mNodeStatus;
     Kind mKind;
     bool mUpdating;
+    Group* mParent;
     SceneRoot* mSceneRoot;
     std::uint64_t mNodeId;
+    Details* mDetails;
     TransformedNode mTransformedNode;
-    std::string mName;
-    std::string mUniqueName;
-    Dorvan::LinkedMap<std::string, std::string> mProperties;
 };
 
 }  // namespace Velun

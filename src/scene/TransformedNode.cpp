@@ -2,19 +2,32 @@
 
 namespace Velun {
 
-TransformedNode::TransformedNode(Node* node) : mNode(node), mNeedsPropagation(false), mInverseDirty(false) {
+TransformedNode::TransformedNode(Node* node)
+    : mNode(node), mNeedsPropagation(false), mInverseDirty(true), mInverseWorld(0) {
     mWorld.setIdentity();
-    mInverseWorld.setIdentity();
 }
 
-TransformedNode::~TransformedNode() {}
+TransformedNode::~TransformedNode() { delete mInverseWorld; }
+
+void TransformedNode::assignWorldTransformation(Dorvan::Matrix<float, 4> const& world,
+                                                Dorvan::Matrix<float, 4> const& inverse) {
+    mWorld = world;
+    if (mInverseWorld)
+        *mInverseWorld = inverse;
+    else
+        mInverseWorld = new Dorvan::Matrix<float, 4>(inverse);
+    mInverseDirty = false;
+}
 
 Dorvan::Matrix<float, 4> const& TransformedNode::getInverseWorldTransformation() const {
     if (mInverseDirty) {
-        mInverseWorld = mWorld.inverse();
+        if (mInverseWorld)
+            *mInverseWorld = mWorld.inverse();
+        else
+            mInverseWorld = new Dorvan::Matrix<float, 4>(mWorld.inverse());
         mInverseDirty = false;
     }
-    return mInverseWorld;
+    return *mInverseWorld;
 }
 
 }  // namespace Velun

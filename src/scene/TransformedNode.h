@@ -29,11 +29,7 @@ public:
         mWorld = world;
         mInverseDirty = true;
     }
-    void assignWorldTransformation(Dorvan::Matrix<float, 4> const& world, Dorvan::Matrix<float, 4> const& inverse) {
-        mWorld = world;
-        mInverseWorld = inverse;
-        mInverseDirty = false;
-    }
+    void assignWorldTransformation(Dorvan::Matrix<float, 4> const& world, Dorvan::Matrix<float, 4> const& inverse);
 
     // In world coordinates; always a BoundingBox.
     BoundingVolume& getBoundingVolume() const { return mBoundingVolume; }
@@ -44,12 +40,15 @@ public:
     void setNeedsPropagation(bool needs) { mNeedsPropagation = needs; }
 
 private:
+    // In the order the walks read them: culling needs the volume only.
     Node* mNode;
     bool mNeedsPropagation;
     mutable bool mInverseDirty;
-    Dorvan::Matrix<float, 4> mWorld;
     mutable BoundingBox mBoundingVolume;
-    mutable Dorvan::Matrix<float, 4> mInverseWorld;
+    Dorvan::Matrix<float, 4> mWorld;
+    // Made when first needed (cameras, or a pass that computes inverses), so that
+    // the many nodes whose inverse nobody reads stay small.
+    mutable Dorvan::Matrix<float, 4>* mInverseWorld;
 };
 
 }  // namespace Velun

@@ -27,6 +27,8 @@ void Traverser::addFilter(Dorvan::SharedPtr<Filter> filter) {
 
 bool Traverser::isLeaf() const { return mCurrent->isLeaf(); }
 
+int Traverser::getChildCount() const { return getNodeChildCount(mCurrent); }
+
 int Traverser::getNodeChildCount(Node* node) {
     return node->isGroup() ? static_cast<Group*>(node)->getAttachedChildCount() : -1;
 }
@@ -83,7 +85,7 @@ void Traverser::resetHandler(Node& start) {
         handler->reset(start);
 }
 
-Node* Traverser::moveDown(int position) {
+Node* Traverser::stepDown(int position) {
     if (!mCurrent->isGroup() || position < -1)
         return 0;
     Group* group = static_cast<Group*>(mCurrent);
@@ -98,7 +100,7 @@ Node* Traverser::moveDown(int position) {
     return mCurrent;
 }
 
-Node* Traverser::moveUp(bool) {
+Node* Traverser::stepUp() {
     Group* parent = mCurrent->getParent();
     if (mCurrent == mRoot || !parent || mPositions.empty())
         return 0;
@@ -107,11 +109,11 @@ Node* Traverser::moveUp(bool) {
     return mCurrent;
 }
 
-Node* Traverser::nextSibling() {
+Node* Traverser::stepSideways(bool backward) {
     Group* parent = mCurrent->getParent();
     if (mPositions.empty() || !parent)
         return 0;
-    int found = getSibling(parent, mPositions.back() + 1, false);
+    int found = getSibling(parent, mPositions.back() + (backward ? -1 : 1), backward);
     if (found < 0)
         return 0;
     mPositions.back() = found;
@@ -119,17 +121,13 @@ Node* Traverser::nextSibling() {
     return mCurrent;
 }
 
-Node* Traverser::prevSibling() {
-    Group* parent = mCurrent->getParent();
-    if (mPositions.empty() || !parent)
-        return 0;
-    int found = getSibling(parent, mPositions.back() - 1, true);
-    if (found < 0)
-        return 0;
-    mPositions.back() = found;
-    mCurrent = parent->getAttachedChild(found);
-    return mCurrent;
-}
+Node* Traverser::moveDown(int position) { return stepDown(position); }
+
+Node* Traverser::moveUp(bool) { return stepUp(); }
+
+Node* Traverser::nextSibling() { return stepSideways(false); }
+
+Node* Traverser::prevSibling() { return stepSideways(true); }
 
 void Traverser::reset(bool clearVisited) {
     mNodeCount = 0;
@@ -155,7 +153,7 @@ Node* Traverser::walk(int maxDepth, bool reverse) {
         Node* next = 0;
         Direction direction = DirectionDown;
         if (!skip && (maxDepth == 0 || depth < maxDepth)) {
-            next = moveDown(reverse ? -1 : 0);
+            next = stepDown(reverse ? -1 : 0);
             if (next)
                 ++depth;
         }
@@ -164,10 +162,10 @@ Node* Traverser::walk(int maxDepth, bool reverse) {
             // The walk covers the start node's subtree only: it never moves beside it.
             if (mCurrent == start)
                 return 0;
-            next = reverse ? prevSibling() : nextSibling();
+            next = stepSideways(reverse);
             direction = reverse ? DirectionPrev : DirectionNext;
             if (!next) {
-                if (mCurrent == mRoot || !moveUp())
+                if (mCurrent == mRoot || !stepUp())
                     return 0;
                 next = mCurrent;
                 direction = DirectionUp;

@@ -61,6 +61,8 @@ public:
     void addFilter(Dorvan::SharedPtr<Filter> filter);
     Dorvan::SharedPtr<Filter> getFilter(unsigned int index) const { return mFilters.get(index); }
     Dorvan::Vector<Dorvan::SharedPtr<Filter>> getFilterList() const { return mFilters; }
+    int getHandlerCount() const { return static_cast<int>(mHandlerList.size()); }
+    int getFilterCount() const { return static_cast<int>(mFilterList.size()); }
 
     // The start node of a walk is then not handled on the way in.
     void setSkipRoot(bool skip) { mSkipRoot = skip; }
@@ -72,7 +74,7 @@ public:
     int getCurrentPos() const { return mPositions.back(); }
     bool isLeaf() const;
     // Children of the current node, -1 if it is no group.
-    int getChildCount() const { return getNodeChildCount(mCurrent); }
+    int getChildCount() const;
     int getMaxDepth() const { return mMaxDepth; }
     int getNodeCount() const { return mNodeCount; }
 
@@ -97,11 +99,15 @@ protected:
     Dorvan::LinkedMap<std::uint64_t, int> mVisited;
 
 private:
-    bool isFiltered(Node* node) const;
-    int getSibling(Group* group, int position, bool backward) const;
-    int handleNode(Node& node, Direction direction, Node* previous);
-    void resetHandler(Node& start);
-    static int getNodeChildCount(Node* node);
+    // The walk's steps; hidden from the library's interface so that they inline.
+    VELUN_NO_EXPORT bool isFiltered(Node* node) const;
+    VELUN_NO_EXPORT int getSibling(Group* group, int position, bool backward) const;
+    VELUN_NO_EXPORT int handleNode(Node& node, Direction direction, Node* previous);
+    VELUN_NO_EXPORT void resetHandler(Node& start);
+    VELUN_NO_EXPORT static int getNodeChildCount(Node* node);
+    VELUN_NO_EXPORT Node* stepDown(int position);
+    VELUN_NO_EXPORT Node* stepUp();
+    VELUN_NO_EXPORT Node* stepSideways(bool backward);
 
     bool mSkipRoot;
     Node* mRoot;

@@ -14,34 +14,23 @@ UpdateTraverser::UpdateHandler::~UpdateHandler() {}
 
 void UpdateTraverser::UpdateHandler::reset(Node&) {}
 
-Traverser::StatusResult UpdateTraverser::UpdateHandler::handle(Node& node, Direction direction, Node*) {
+namespace {
+
+// The pass's step on the way down into a node with a parent; ResultSkip cuts off an
+// unchanged subtree.
+inline Traverser::StatusResult enter(Node& node, Group& parent, bool calcInverse) {
     TransformedNode& tn = node.getTransformedNode();
-    Group* parent = node.getParent();
-
-    if (direction == DirectionUp) {
-        if (parent)
-            parent->getTransformedNode().getBoundingBox().mergeBox(tn.getBoundingBox());
-        node.update(false);
-        node.finishUpdate();
-        tn.setNeedsPropagation(false);
-        return ResultContinue;
-    }
-    if (direction != DirectionDown && direction != DirectionNext && direction != DirectionPrev)
-        return ResultContinue;
-
     node.startUpdate();
-    if (!parent)
-        return ResultContinue;
     node.update(true);
 
-    TransformedNode& ptn = parent->getTransformedNode();
+    TransformedNode& ptn = parent.getTransformedNode();
     bool parentMoved = ptn.needsPropagation();
     Node::NodeStatus status = node.getNodeStatus();
     if (status == Node::StatusUpdated && !parentMoved) {
         // Nothing below changed and the world above did not move: the subtree keeps
         // its matrices and volume, which still count for the parent's volume.
         ptn.getBoundingBox().mergeBox(tn.getBoundingBox());
-        return ResultSkip;
+        return Traverser::ResultSkip;
     }
 
     bool changed = status == Node::StatusNew || status == Node::StatusModified;
@@ -50,7 +39,7 @@ Traverser::StatusResult UpdateTraverser::UpdateHandler::handle(Node& node, Direc
     if (transformation) {
         if (changed || parentMoved) {
             Dorvan::Matrix<float, 4> world = ptn.getWorldTransformation() * transformation->getLocalTransformation();
-            if (mCalcInverse)
+            if (calcInverse)
                 tn.assignWorldTransformation(world, transformation->getInverseTransformation() *
                                                         ptn.getInverseWorldTransformation());
             else
@@ -61,7 +50,7 @@ Traverser::StatusResult UpdateTraverser::UpdateHandler::handle(Node& node, Direc
         // A plain node has no transformation of its own. A new or changed one takes
         // its parent's even if the parent did not move, so that a node attached below
         // a placed transformation is drawn there.
-        if (mCalcInverse)
+        if (calcInverse)
             tn.assignWorldTransformation(ptn.getWorldTransformation(), ptn.getInverseWorldTransformation());
         else
             tn.assignWorldTransformation(ptn.getWorldTransformation());
@@ -69,14 +58,43 @@ Traverser::StatusResult UpdateTraverser::UpdateHandler::handle(Node& node, Direc
     }
 
     BoundingBox& volume = tn.getBoundingBox();
-    volume.setEmpty();
+    volume.BoundingBox::setEmpty();
     if (node.isLeaf()) {
         BoundingVolume const* own = static_cast<Leaf&>(node).getBoundingVolume();
-        if (own)
+        if (own && own->getVolumeType() == BoundingVolume::VolumeBox)
+            volume.mergeBox(static_cast<BoundingBox const&>(*own), tn.getWorldTransformation());
+        else if (own)
             volume.merge(*own, tn.getWorldTransformation());
         ptn.getBoundingBox().mergeBox(volume);
     }
-    return ResultContinue;
+    return Traverser::ResultContinue;
+}
+
+// The step back up into a group after its children.
+inline void leave(Node& node) {
+    TransformedNode& tn = node.getTransformedNode();
+    if (Group* parent = node.getParent())
+        parent->getTransformedNode().getBoundingBox().mergeBox(tn.getBoundingBox());
+    node.update(false);
+    node.finishUpdate();
+    tn.setNeedsPropagation(false);
+}
+
+}  // namespace
+
+Traverser::StatusResult UpdateTraverser::UpdateHandler::handle(Node& node, Direction direction, Node*) {
+    if (direction == DirectionUp) {
+        leave(node);
+        return ResultContinue;
+    }
+    if (direction != DirectionDown && direction != DirectionNext && direction != DirectionPrev)
+        return ResultContinue;
+    Group* parent = node.getParent();
+    if (!parent) {
+        node.startUpdate();
+        return ResultContinue;
+    }
+    return enter(node, *parent, mCalcInverse);
 }
 
 UpdateTraverser::ModifiedFilter::~ModifiedFilter() {}
@@ -86,12 +104,13 @@ Traverser::StatusResult UpdateTraverser::ModifiedFilter::filter(Node& node) {
 }
 
 UpdateTraverser::UpdateTraverser(SceneRoot& root)
-    : Traverser(*root.getRoot()), mSceneRoot(&root), mHandler(new UpdateHandler(this, false)) {
+    : Traverser(*root.getRoot()), mSceneRoot(&root), mRoot(root.getRoot()), mHandler(new UpdateHandler(this, false)) {
     addHandler(mHandler);
     setSkipRoot(true);
 }
 
-UpdateTraverser::UpdateTraverser(Node& root) : Traverser(root), mSceneRoot(0), mHandler(new UpdateHandler(this, false)) {
+UpdateTraverser::UpdateTraverser(Node& root)
+    : Traverser(root), mSceneRoot(0), mRoot(&root), mHandler(new UpdateHandler(this, false)) {
     addHandler(mHandler);
     setSkipRoot(true);
 }
@@ -100,8 +119,43 @@ UpdateTraverser::~UpdateTraverser() {}
 
 int UpdateTraverser::run(std::int64_t) {
     reset(false);
-    walk(0, false);
+    if (getHandlerCount() == 1 && getFilterCount() == 0 && doSkipRoot())
+        runAlone();
+    else
+        walk(0, false);
     return 0;
+}
+
+// The general walk without filters, restricted to what the update handler does: the
+// same nodes in the same order, with the root left out on the way in.
+void UpdateTraverser::runAlone() {
+    mHandler->reset(*mRoot);
+    if (!mRoot->isGroup() || static_cast<Group*>(mRoot)->getAttachedChildCount() == 0)
+        return;
+    bool calcInverse = mHandler->doCalcInverse();
+    mPath.clear();
+    Group* group = static_cast<Group*>(mRoot);
+    int position = 0;
+    for (;;) {
+        if (position < group->getAttachedChildCount()) {
+            Node* child = group->getAttachedChild(position);
+            if (enter(*child, *group, calcInverse) == ResultContinue && child->isGroup() &&
+                static_cast<Group*>(child)->getAttachedChildCount() > 0) {
+                mPath.push_back(Step{group, position});
+                group = static_cast<Group*>(child);
+                position = 0;
+            } else {
+                ++position;
+            }
+            continue;
+        }
+        leave(*group);
+        if (mPath.empty())
+            return;
+        group = mPath.back().mGroup;
+        position = mPath.back().mPosition + 1;
+        mPath.pop_back();
+    }
 }
 
 }  // namespace Velun

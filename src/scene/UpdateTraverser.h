@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "scene/Traverser.h"
 #include "velun_export.h"
@@ -13,7 +14,12 @@ class SceneRoot;
 // cursor descends and world volumes are merged upward as it returns; a group in
 // which nothing changed, under a parent that did not move, is not entered, so the
 // cost of a pass follows what changed. After a pass every group's world volume
-// encloses those of all its children. The pass allocates nothing.
+// encloses those of all its children. The pass allocates nothing once it has seen
+// the depth of the tree.
+//
+// While the pass has only its own handler and no filter, run() takes a walk of its
+// own that makes the same calls in the same order without the general traverser's
+// dispatch; handlers or filters added by the application get the general walk.
 class VELUN_EXPORT UpdateTraverser : public Traverser {
 public:
     class VELUN_EXPORT UpdateHandler : public Handler {
@@ -43,7 +49,8 @@ public:
 
     // The pass over the scene's root.
     explicit UpdateTraverser(SceneRoot& root);
-    // The pass over any tree; its root keeps its own world transformation.
+    // The pass over any tree. Its root keeps its own world transformation, and its
+    // volume is not reset: children's volumes are merged into it.
     explicit UpdateTraverser(Node& root);
     virtual ~UpdateTraverser();
 
@@ -54,8 +61,17 @@ public:
     UpdateHandler& getUpdateHandler() const { return *mHandler; }
 
 private:
+    struct Step {
+        Group* mGroup;
+        int mPosition;
+    };
+    VELUN_NO_EXPORT void runAlone();
+
     SceneRoot* mSceneRoot;
+    Node* mRoot;
     Dorvan::SharedPtr<UpdateHandler> mHandler;
+    // The groups above the one being walked, kept between passes.
+    std::vector<Step> mPath;
 };
 
 }  // namespace Velun

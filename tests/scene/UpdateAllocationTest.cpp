@@ -60,8 +60,13 @@ TEST_F(UpdateAllocationTest, ThePassAllocatesNothing) {
     for (TransformationNode* place : places)
         place->translate(0, 1, 0, true);
     EXPECT_EQ(allocationsDuring(scene), 0u) << "pass after every transformation moved";
+    // Computing inverses, each node makes room for its inverse once.
     scene.getUpdateTraverser()->getUpdateHandler().setCalcInverse(true);
-    places[3]->scale(2, false);
+    for (TransformationNode* place : places)
+        place->scale(2, false);
+    scene.getUpdateTraverser()->run(0);
+    for (TransformationNode* place : places)
+        place->scale(0.5f, false);
     EXPECT_EQ(allocationsDuring(scene), 0u) << "pass computing inverses";
 
     for (auto it = nodes.rbegin(); it != nodes.rend(); ++it)

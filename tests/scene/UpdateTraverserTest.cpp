@@ -257,6 +257,78 @@ TEST_F(UpdateTraverserTest, ModifiedFilterLeavesOutFinishedNodes) {
     EXPECT_EQ(filter.filter(pending), Velun::Traverser::ResultContinue);
 }
 
+// A handler that only watches: with it the pass takes the general traverser's walk.
+class Watcher : public Velun::Traverser::Handler {
+public:
+    void reset(Node&) override {}
+    Velun::Traverser::StatusResult handle(Node& node, Velun::Traverser::Direction direction, Node*) override {
+        mLog += node.getName() + (direction == Velun::Traverser::DirectionUp ? "^ " : " ");
+        return Velun::Traverser::ResultContinue;
+    }
+    std::string mLog;
+};
+
+struct Tree {
+    explicit Tree(Branch& root) : top("top"), place("place"), holder("holder"), still("still"), a("a"), b("b") {
+        root.attachChild(top);
+        top.attachChild(place);
+        top.attachChild(still);
+        place.setChild(holder);
+        holder.attachChild(a);
+        still.attachChild(b);
+        a.mHasBox = b.mHasBox = true;
+        a.mBox.merge(Point(1, 2, 3));
+        b.mBox.merge(Point(-1, 0, 4));
+    }
+    CountingBranch top;
+    CountingTransformation place;
+    CountingBranch holder, still;
+    BoxLeaf a, b;
+};
+
+TEST_F(UpdateTraverserTest, GeneralWalkAndOwnWalkAgree) {
+    SceneRoot other(2);
+    Dorvan::SharedPtr<Watcher> watcher(new Watcher());
+    other.getUpdateTraverser()->addHandler(watcher);
+    Tree fast(root()), general(*other.getRoot());
+    for (int step = 0; step < 4; ++step) {
+        for (Tree* t : {&fast, &general}) {
+            if (step == 1)
+                t->place.rotateX(0.5f, false);
+            if (step == 3)
+                t->b.markModified();
+        }
+        update();
+        other.getUpdateTraverser()->run(0);
+        for (auto pair : {std::make_pair<Node*, Node*>(&fast.top, &general.top),
+                          std::make_pair<Node*, Node*>(&fast.place, &general.place),
+                          std::make_pair<Node*, Node*>(&fast.holder, &general.holder),
+                          std::make_pair<Node*, Node*>(&fast.still, &general.still),
+                          std::make_pair<Node*, Node*>(&fast.a, &general.a),
+                          std::make_pair<Node*, Node*>(&fast.b, &general.b)}) {
+            EXPECT_EQ(pair.first->getNodeStatus(), pair.second->getNodeStatus()) << pair.first->getName();
+            for (int i = 0; i < 3; ++i) {
+                EXPECT_EQ(worldBox(*pair.first).getMin()[i], worldBox(*pair.second).getMin()[i]);
+                EXPECT_EQ(worldBox(*pair.first).getMax()[i], worldBox(*pair.second).getMax()[i]);
+            }
+            for (int i = 0; i < 16; ++i)
+                EXPECT_EQ(pair.first->getTransformedNode().getWorldTransformation().m[i],
+                          pair.second->getTransformedNode().getWorldTransformation().m[i]);
+        }
+        EXPECT_EQ(fast.top.mDown, general.top.mDown);
+        EXPECT_EQ(fast.top.mUp, general.top.mUp);
+        EXPECT_EQ(fast.holder.mDown, general.holder.mDown);
+        EXPECT_EQ(fast.still.mUp, general.still.mUp);
+        EXPECT_EQ(fast.a.mVisits, general.a.mVisits);
+        EXPECT_EQ(fast.b.mVisits, general.b.mVisits);
+    }
+    // A node the pass cuts off is not shown to later handlers.
+    EXPECT_EQ(watcher->mLog, "top place holder a holder^ place^ still b still^ top^ ^ "
+                             "top place holder a holder^ place^ top^ ^ "
+                             "^ "
+                             "top still b still^ top^ ^ ");
+}
+
 TEST_F(UpdateTraverserTest, PassOverATreeOutsideAScene) {
     Branch top;
     TransformationNode place;
