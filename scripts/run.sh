@@ -19,5 +19,5 @@ else
   export SDL_VIDEODRIVER=x11
   args=("$@")
   [ ${#args[@]} -eq 0 ] && args=(--frames 300 --screenshots "$shots")
-  xvfb-run -a -s '-screen 0 1024x768x24' "$build/examples/showcase" "${args[@]}"
+  xvfb-run -a -s '-screen 0 1024x768x24 -noreset' "$build/examples/showcase" "${args[@]}"
 fi

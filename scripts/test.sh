@@ -16,5 +16,5 @@ export SDL_VIDEODRIVER=x11 SDL_AUDIODRIVER=dummy
 if [ -n "${DISPLAY:-}" ]; then
   ctest --output-on-failure --timeout 600
 else
-  xvfb-run -a -s '-screen 0 1024x768x24' ctest --output-on-failure --timeout 600
+  xvfb-run -a -s '-screen 0 1024x768x24 -noreset' ctest --output-on-failure --timeout 600
 fi

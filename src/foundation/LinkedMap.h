@@ -2,57 +2,15 @@
 
 #include <map>
 
-#include "foundation/Collection.h"
+#include "foundation/StandardMap.h"
 
 namespace Dorvan {
 
-// Key-sorted map over std::map. Lookups through `operator[]` and `get` insert a
-// default value for a missing key; test with `containsKey` first where that matters.
+// Key-sorted map over std::map; begin() and end() walk it in key order.
 template <class K, class V>
-class LinkedMap : public Map<K, V> {
+class LinkedMap : public StandardMap<std::map<K, V>, K, V> {
 public:
-    typedef typename std::map<K, V>::const_iterator const_iterator;
-
-    LinkedMap() {}
     virtual ~LinkedMap() {}
-
-    virtual unsigned int size() const { return static_cast<unsigned int>(mMap.size()); }
-    virtual bool isEmpty() const { return mMap.empty(); }
-    virtual void clear() { mMap.clear(); }
-
-    virtual V operator[](K key) { return mMap[key]; }
-
-    virtual V put(K key, V value) {
-        mMap[key] = value;
-        return value;
-    }
-
-    // Erases the entry and returns its value; a missing key gives the default value.
-    virtual V remove(K key) {
-        typename std::map<K, V>::iterator it = mMap.find(key);
-        if (it == mMap.end())
-            return V();
-        V value = it->second;
-        mMap.erase(it);
-        return value;
-    }
-
-    virtual V get(K key) { return mMap[key]; }
-    virtual bool containsKey(K key) const { return mMap.find(key) != mMap.end(); }
-
-    virtual bool containsValue(V value) const {
-        for (const_iterator it = mMap.begin(); it != mMap.end(); ++it)
-            if (it->second == value)
-                return true;
-        return false;
-    }
-
-    // Walk in key order, without touching the entries.
-    const_iterator begin() const { return mMap.begin(); }
-    const_iterator end() const { return mMap.end(); }
-
-private:
-    std::map<K, V> mMap;
 };
 
 }  // namespace Dorvan

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "foundation/Collection.h"
+
+namespace Dorvan {
+
+// The map operations over a standard associative container (std::map or
+// std::unordered_map). Lookups through `operator[]` and `get` insert a default value
+// for a missing key; test with `containsKey` first where that matters.
+template <class Container, class K, class V>
+class StandardMap : public Map<K, V> {
+public:
+    typedef typename Container::const_iterator const_iterator;
+
+    virtual ~StandardMap() {}
+
+    virtual unsigned int size() const { return static_cast<unsigned int>(mMap.size()); }
+    virtual bool isEmpty() const { return mMap.empty(); }
+    virtual void clear() { mMap.clear(); }
+
+    virtual V operator[](K key) { return mMap[key]; }
+
+    virtual V put(K key, V value) {
+        mMap[key] = value;
+        return value;
+    }
+
+    // Erases the entry and returns its value; a missing key gives the default value.
+    virtual V remove(K key) {
+        typename Container::iterator it = mMap.find(key);
+        if (it == mMap.end())
+            return V();
+        V value = it->second;
+        mMap.erase(it);
+        return value;
+    }
+
+    virtual V get(K key) { return mMap[key]; }
+    virtual bool containsKey(K key) const { return mMap.find(key) != mMap.end(); }
+
+    virtual bool containsValue(V value) const {
+        for (const_iterator it = mMap.begin(); it != mMap.end(); ++it)
+            if (it->second == value)
+                return true;
+        return false;
+    }
+
+    // Walks the entries without touching them.
+    const_iterator begin() const { return mMap.begin(); }
+    const_iterator end() const { return mMap.end(); }
+
+private:
+    Container mMap;
+};
+
+}  // namespace Dorvan
