@@ -44,6 +44,13 @@ unsigned int TextureManager::registerTextureSourceLoader(TextureSourceLoader& lo
     return static_cast<unsigned int>(mTextureSourceLoaders.add(&loader));
 }
 
+bool TextureManager::unregisterTextureSourceLoader(TextureSourceLoader& loader) {
+    if (!mTextureSourceLoaders.contains(&loader))
+        return false;
+    mTextureSourceLoaders.remove(&loader);
+    return true;
+}
+
 void TextureManager::setTextureNameMapper(Dorvan::SharedPtr<NameMapper> mapper) { mTextureNameMapper = mapper; }
 
 Dorvan::SharedPtr<NameMapper> TextureManager::getTextureNameMapper() const { return mTextureNameMapper; }

@@ -36,6 +36,9 @@ public:
     // Initialises the loader if it is not yet, appends it and returns its position.
     unsigned int registerTextureLoader(TextureLoader& loader);
     unsigned int registerTextureSourceLoader(TextureSourceLoader& loader);
+    // Removes the loader from the list; false if it was not registered. For plug-ins
+    // that delete their loaders before the manager ends.
+    bool unregisterTextureSourceLoader(TextureSourceLoader& loader);
 
     void setTextureNameMapper(Dorvan::SharedPtr<NameMapper> mapper);
     Dorvan::SharedPtr<NameMapper> getTextureNameMapper() const;

@@ -266,9 +266,13 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
     loader.shutdown();
 }
 
-TEST_F(DevILTextureSourceLoaderTest, PluginRegistersOneLoader) {
+TEST_F(DevILTextureSourceLoaderTest, PluginRegistersAndRemovesItsLoader) {
     TextureManager& textures = core.getResourceManager().getTextureManager();
     EXPECT_EQ(1u, textures.getTextureSourceLoaderCount());
     EXPECT_EQ(0, plugin.registerPlugin());
     EXPECT_EQ(1u, textures.getTextureSourceLoaderCount());
+    EXPECT_EQ(0, plugin.unregisterPlugin());
+    EXPECT_EQ(0u, textures.getTextureSourceLoaderCount());
+    // Without a loader a name finds nothing, and nobody complains.
+    EXPECT_FALSE(source("rgb.png"));
 }

@@ -22,6 +22,8 @@ int DevILPlugin::registerPlugin() {
 int DevILPlugin::unregisterPlugin() {
     if (!mLoader)
         return 0;
+    if (ResourceManager* resources = VelunCore::getSingleton().findResourceManager())
+        resources->getTextureManager().unregisterTextureSourceLoader(*mLoader);
     mLoader->shutdown();
     delete mLoader;
     mLoader = 0;

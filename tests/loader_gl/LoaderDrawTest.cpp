@@ -1,0 +1,178 @@
+// Loaded models and images on screen: the jeep from its MS3D file with its JPEG, and a
+// quad per test image, drawn by the GL back end into an Xvfb window and read back.
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <set>
+
+#include "core/FileNameMapper.h"
+#include "core/ResourceManager.h"
+#include "geometry/IndexedTriangles.h"
+#include "geometry/ObjectManager.h"
+#include "plugins/loader/devil/DevILPlugin.h"
+#include "plugins/loader/ms3d/Ms3dPlugin.h"
+#include "render_gl/GLDrawFixture.h"
+#include "texture/TextureManager.h"
+
+// Mesa and libX11 keep small allocations of their own until exit.
+extern "C" const char* __asan_default_options() { return "detect_leaks=0"; }
+
+using namespace Velun;
+using Dorvan::SharedPtr;
+using RenderGLTest::Rgb;
+
+namespace {
+
+const int kSize = RenderGLTest::GLDrawTest::Width;
+
+// The drawing tests' window, with both loaders; the working directory is a temporary
+// folder with models/ and textures/ linked to the test data.
+class LoaderDrawTest : public RenderGLTest::GLDrawTest {
+protected:
+    void SetUp() override {
+        namespace fs = std::filesystem;
+        GLDrawTest::SetUp();
+        mOldDirectory = fs::current_path();
+        char pattern[] = "/tmp/velun-loader-gl-XXXXXX";
+        ASSERT_NE(nullptr, mkdtemp(pattern));
+        mDirectory = pattern;
+        fs::create_directory(mDirectory / "models");
+        fs::create_directory(mDirectory / "textures");
+        for (const char* from : {"models", "textures", "images"})
+            for (const auto& entry : fs::directory_iterator(fs::path(VELUN_TEST_DATA_DIR) / from))
+                fs::create_symlink(entry.path(), mDirectory / (std::string(from) == "models" ? "models" : "textures") /
+                                                     entry.path().filename());
+        fs::current_path(mDirectory);
+        ResourceManager& resources = VelunCore::getSingleton().getResourceManager();
+        resources.getObjectManager().setObjectNameMapper(SharedPtr<NameMapper>(new FileNameMapper(".\\models")));
+        resources.getTextureManager().setTextureSourceNameMapper(
+            SharedPtr<NameMapper>(new FileNameMapper(".\\textures")));
+        mImages.registerPlugin();
+        mModels.registerPlugin();
+        addViewport(addCamera());
+    }
+
+    void TearDown() override {
+        GLDrawTest::TearDown();
+        mModels.unregisterPlugin();
+        mImages.unregisterPlugin();
+        std::filesystem::current_path(mOldDirectory);
+        std::filesystem::remove_all(mDirectory);
+    }
+
+    // Places `node` below the scene's root at (x, y, z), turned by `pitch` about x and
+    // then `yaw` about y.
+    void place(ObjectNode* node, float x, float y, float z, float pitch = 0, float yaw = 0) {
+        TransformationNode& placing = own(new TransformationNode());
+        placing.translate(x, y, z, false);
+        placing.rotateX(pitch, true);
+        placing.rotateY(yaw, true);
+        placing.setChild(own(node));
+        root().attachChild(placing);
+    }
+
+    void save(const std::string& name) {
+        GLScreenshot::writeImage(std::string(VELUN_BINARY_DIR) + "/loader_gl_" + name + ".png", kSize, kSize,
+                                 mPixels);
+    }
+
+    std::filesystem::path mOldDirectory;
+    std::filesystem::path mDirectory;
+    DevILPlugin mImages;
+    Ms3dPlugin mModels;
+};
+
+// A quad filling the view at distance 1 (the camera's fovY is 90), showing the whole texture with its
+// first row at the top, as image files and MS3D texture coordinates have it.
+GeometryObject* texturedQuad(SharedPtr<TextureSource> image) {
+    GeometryData* geometry = new GeometryData("quad");
+    SharedPtr<VertexData> vertices(new VertexData());
+    vertices->setUseTexCoordinates(true);
+    vertices->addTextureIndex(0);
+    vertices->initialize(4, 4);
+    const float corners[4][4] = {{-1, -1, 0, 1}, {1, -1, 1, 1}, {1, 1, 1, 0}, {-1, 1, 0, 0}};
+    for (const float* c : corners) {
+        vertices->addVertex();
+        vertices->setVertex(c[0], c[1], 0);
+        vertices->setTexCoordinate(c[2], c[3], 0);
+    }
+    geometry->setIndexedVertexData(vertices);
+    IndexedTriangles* triangles = new IndexedTriangles(6);
+    triangles->addTriangle(0, 1, 2);
+    triangles->addTriangle(0, 2, 3);
+    GeometryDataGroup& group = geometry->createGroup();
+    group.addElement(*triangles);
+    group.setMaterialIndex(0);
+    geometry->setBoundingVolume(new BoundingBox(Point(-1, -1, -0.01f), Point(1, 1, 0.01f)));
+
+    SharedPtr<Texture> texture(new Texture2D(image));
+    texture->setAllFilters(Texture::Nearest);
+    texture->setTexMode(Texture::Replace);
+    SharedPtr<Material> material(new Material());
+    material->setUseAlphaTest(false);
+    material->setTexture(0, texture);
+
+    GeometryObject* object = new GeometryObject("quad");
+    GeometrySubobject* subobject = new GeometrySubobject("quad");
+    subobject->setGeometry(SharedPtr<Geometry>(geometry), 0);
+    object->addSubobject(*subobject);
+    object->setDefaultMaterial(0, material);
+    return object;
+}
+
+
+}  // namespace
+
+TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
+    struct Case {
+        const char* name;
+        int tolerance;  // lossy formats come back close, not exact
+    };
+    const Case cases[] = {{"rgb.png", 0},         {"rgba.png", 0}, {"palette.png", 0},   {"deep.png", 1},
+                          {"quads.jpg", 12},      {"quads.tga", 0}, {"quads-alpha.tga", 0}, {"quads.bmp", 0},
+                          {"quads.dds", 0},       {"quads-dxt1.dds", 8}};
+    // Red top left, green top right, blue bottom left, white bottom right.
+    const Rgb expected[4] = {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}, {255, 255, 255}};
+    const int at[4][2] = {{kSize / 4, kSize / 4}, {3 * kSize / 4, kSize / 4}, {kSize / 4, 3 * kSize / 4},
+                          {3 * kSize / 4, 3 * kSize / 4}};
+    for (const Case& c : cases) {
+        SharedPtr<TextureSource> image = VelunCore::getSingleton().getResourceManager().getTextureManager().getTextureSource(c.name);
+        ASSERT_TRUE(image) << c.name;
+        place(texturedQuad(image), 0, 0, -1);
+        frame();
+        for (int i = 0; i < 4; ++i) {
+            Rgb got = pixel(at[i][0], at[i][1]);
+            EXPECT_TRUE(RenderGLTest::near(got, expected[i], c.tolerance)) << c.name << " at " << at[i][0] << "," << at[i][1];
+        }
+        if (std::string(c.name) == "quads.bmp")
+            save("bmp");
+        mNodes.clear();
+    }
+}
+
+TEST_F(LoaderDrawTest, TheJeepStandsTextured) {
+    std::unique_ptr<ObjectNode> made(VelunCore::getSingleton().getResourceManager().getObjectManager().createObject("jeep1.ms3d"));
+    ASSERT_TRUE(made);
+    // Seen from its left side, a little from above: it is 17 units long along z.
+    place(made.release(), 0, -4, -13, 0.35f, 1.5708f);
+    frame();
+    save("jeep");
+
+    // The jeep covers the middle of the picture, in many colours of its texture; the
+    // corners stay background.
+    std::set<int> colours;
+    int covered = 0;
+    const Rgb background = pixel(0, 0);
+    for (int y = kSize / 4; y < 3 * kSize / 4; ++y)
+        for (int x = kSize / 8; x < 7 * kSize / 8; ++x) {
+            Rgb p = pixel(x, y);
+            if (!RenderGLTest::near(p, background, 0)) {
+                ++covered;
+                colours.insert((p.r << 16) | (p.g << 8) | p.b);
+            }
+        }
+    EXPECT_GT(covered, kSize * kSize / 8);
+    EXPECT_GT(colours.size(), 50u);
+    EXPECT_TRUE(RenderGLTest::near(pixel(kSize - 1, 0), background, 0));
+}
