@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,13 +19,15 @@
 #include "loader/Ms3dWriter.h"
 #include "texture/TextureManager.h"
 
-class EngineFixture : public testing::Test {
-protected:
-    void SetUp() override {
+// A temporary working directory: models/ links the sample models, textures/ the sample
+// texture and the test images. Removed, with the old directory restored, at the end.
+class DataDirectory {
+public:
+    DataDirectory() : mOldDirectory(std::filesystem::current_path()) {
         namespace fs = std::filesystem;
-        mOldDirectory = fs::current_path();
         char pattern[] = "/tmp/velun-loader-XXXXXX";
-        ASSERT_NE(nullptr, mkdtemp(pattern));
+        if (!mkdtemp(pattern))
+            return;
         mDirectory = pattern;
         fs::create_directory(mDirectory / "models");
         fs::create_directory(mDirectory / "textures");
@@ -32,19 +35,51 @@ protected:
         link(fs::path(VELUN_TEST_DATA_DIR) / "textures", mDirectory / "textures");
         link(fs::path(VELUN_TEST_DATA_DIR) / "images", mDirectory / "textures");
         fs::current_path(mDirectory);
+    }
 
-        core.startup();
-        Velun::ResourceManager& resources = core.getResourceManager();
+    ~DataDirectory() {
+        std::filesystem::current_path(mOldDirectory);
+        if (!mDirectory.empty())
+            std::filesystem::remove_all(mDirectory);
+    }
+
+    const std::filesystem::path& path() const { return mDirectory; }
+
+    // Installs the mappers that setup would: ".\models" and ".\textures".
+    static void mapNames() {
+        Velun::ResourceManager& resources = Velun::VelunCore::getSingleton().getResourceManager();
         resources.getObjectManager().setObjectNameMapper(
             Dorvan::SharedPtr<Velun::NameMapper>(new Velun::FileNameMapper(".\\models")));
         resources.getTextureManager().setTextureSourceNameMapper(
             Dorvan::SharedPtr<Velun::NameMapper>(new Velun::FileNameMapper(".\\textures")));
     }
 
+    DataDirectory(const DataDirectory&) = delete;
+    DataDirectory& operator=(const DataDirectory&) = delete;
+
+private:
+    static void link(const std::filesystem::path& from, const std::filesystem::path& to) {
+        for (const auto& entry : std::filesystem::directory_iterator(from))
+            std::filesystem::create_symlink(entry.path(), to / entry.path().filename());
+    }
+
+    std::filesystem::path mOldDirectory;
+    std::filesystem::path mDirectory;
+};
+
+class EngineFixture : public testing::Test {
+protected:
+    void SetUp() override {
+        mData.reset(new DataDirectory());
+        ASSERT_FALSE(mData->path().empty());
+        mDirectory = mData->path();
+        core.startup();
+        DataDirectory::mapNames();
+    }
+
     void TearDown() override {
         core.shutdown();
-        std::filesystem::current_path(mOldDirectory);
-        std::filesystem::remove_all(mDirectory);
+        mData.reset();
     }
 
     // Writes a model below models/.
@@ -56,10 +91,5 @@ protected:
     std::filesystem::path mDirectory;
 
 private:
-    static void link(const std::filesystem::path& from, const std::filesystem::path& to) {
-        for (const auto& entry : std::filesystem::directory_iterator(from))
-            std::filesystem::create_symlink(entry.path(), to / entry.path().filename());
-    }
-
-    std::filesystem::path mOldDirectory;
+    std::unique_ptr<DataDirectory> mData;
 };

@@ -1,15 +1,11 @@
 // Loaded models and images on screen: the jeep from its MS3D file with its JPEG, and a
 // quad per test image, drawn by the GL back end into an Xvfb window and read back.
 
-#include <unistd.h>
-
-#include <filesystem>
+#include <memory>
 #include <set>
 
-#include "core/FileNameMapper.h"
-#include "core/ResourceManager.h"
 #include "geometry/IndexedTriangles.h"
-#include "geometry/ObjectManager.h"
+#include "loader/EngineFixture.h"
 #include "plugins/loader/devil/DevILPlugin.h"
 #include "plugins/loader/ms3d/Ms3dPlugin.h"
 #include "render_gl/GLDrawFixture.h"
@@ -26,28 +22,13 @@ namespace {
 
 const int kSize = RenderGLTest::GLDrawTest::Width;
 
-// The drawing tests' window, with both loaders; the working directory is a temporary
-// folder with models/ and textures/ linked to the test data.
+// The drawing tests' window, with both loaders, in a working directory of test data.
 class LoaderDrawTest : public RenderGLTest::GLDrawTest {
 protected:
     void SetUp() override {
-        namespace fs = std::filesystem;
         GLDrawTest::SetUp();
-        mOldDirectory = fs::current_path();
-        char pattern[] = "/tmp/velun-loader-gl-XXXXXX";
-        ASSERT_NE(nullptr, mkdtemp(pattern));
-        mDirectory = pattern;
-        fs::create_directory(mDirectory / "models");
-        fs::create_directory(mDirectory / "textures");
-        for (const char* from : {"models", "textures", "images"})
-            for (const auto& entry : fs::directory_iterator(fs::path(VELUN_TEST_DATA_DIR) / from))
-                fs::create_symlink(entry.path(), mDirectory / (std::string(from) == "models" ? "models" : "textures") /
-                                                     entry.path().filename());
-        fs::current_path(mDirectory);
-        ResourceManager& resources = VelunCore::getSingleton().getResourceManager();
-        resources.getObjectManager().setObjectNameMapper(SharedPtr<NameMapper>(new FileNameMapper(".\\models")));
-        resources.getTextureManager().setTextureSourceNameMapper(
-            SharedPtr<NameMapper>(new FileNameMapper(".\\textures")));
+        mData.reset(new DataDirectory());
+        DataDirectory::mapNames();
         mImages.registerPlugin();
         mModels.registerPlugin();
         addViewport(addCamera());
@@ -57,8 +38,7 @@ protected:
         GLDrawTest::TearDown();
         mModels.unregisterPlugin();
         mImages.unregisterPlugin();
-        std::filesystem::current_path(mOldDirectory);
-        std::filesystem::remove_all(mDirectory);
+        mData.reset();
     }
 
     // Places `node` below the scene's root at (x, y, z), turned by `pitch` about x and
@@ -77,8 +57,7 @@ protected:
                                  mPixels);
     }
 
-    std::filesystem::path mOldDirectory;
-    std::filesystem::path mDirectory;
+    std::unique_ptr<DataDirectory> mData;
     DevILPlugin mImages;
     Ms3dPlugin mModels;
 };
