@@ -1,5 +1,6 @@
 #include "scene/UpdateTraverser.h"
 
+#include "geometry/Drawable.h"
 #include "scene/Branch.h"
 #include "scene/Leaf.h"
 #include "scene/SceneRoot.h"
@@ -70,11 +71,18 @@ inline Traverser::StatusResult enter(Node& node, Group& parent, bool calcInverse
     return Traverser::ResultContinue;
 }
 
-// The step back up into a group after its children.
+// The step back up into a group after its children. A drawable group adds its own
+// volume to theirs.
 inline void leave(Node& node) {
     TransformedNode& tn = node.getTransformedNode();
-    if (Group* parent = node.getParent())
+    if (Group* parent = node.getParent()) {
+        if (node.getNodeType() == Node::TypeObject) {
+            Drawable* drawable = dynamic_cast<Drawable*>(&node);
+            if (BoundingVolume const* own = drawable ? drawable->getBoundingVolume() : 0)
+                tn.getBoundingBox().merge(*own, tn.getWorldTransformation());
+        }
         parent->getTransformedNode().getBoundingBox().mergeBox(tn.getBoundingBox());
+    }
     node.update(false);
     node.finishUpdate();
     tn.setNeedsPropagation(false);

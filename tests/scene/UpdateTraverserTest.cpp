@@ -2,6 +2,10 @@
 
 #include <cmath>
 
+#include "geometry/Drawable.h"
+#include "geometry/Geometry.h"
+#include "material/Material.h"
+#include "scene/ObjectNode.h"
 #include "scene/SceneRoot.h"
 #include "scene/UpdateTraverser.h"
 
@@ -221,6 +225,40 @@ TEST_F(UpdateTraverserTest, NodesAttachedLaterTakeTheirParentsPlace) {
     update();
     expectPoint(worldOrigin(leaf), 0, 0, -8);
     EXPECT_EQ(worldBox(holder).getState(), BoundingVolume::StateEmpty);
+}
+
+// An object that is itself drawn, with a volume of its own around its children's.
+class DrawnObject : public Velun::ObjectNode, public Velun::Drawable {
+public:
+    DrawnObject() : mBox(Point(0, 0, 0), Point(1, 1, 1)) {}
+    Dorvan::SharedPtr<Velun::Material> getDefaultMaterial(unsigned int) override {
+        return Dorvan::SharedPtr<Velun::Material>();
+    }
+    Dorvan::SharedPtr<Velun::Material> const getMaterial(unsigned int) const override {
+        return Dorvan::SharedPtr<Velun::Material>();
+    }
+    Dorvan::SharedPtr<Velun::Material> getMaterial(unsigned int) override { return Dorvan::SharedPtr<Velun::Material>(); }
+    Dorvan::SharedPtr<Velun::Geometry> const getGeometry(int) const override {
+        return Dorvan::SharedPtr<Velun::Geometry>();
+    }
+    Dorvan::SharedPtr<Velun::Geometry> getGeometry(int) override { return Dorvan::SharedPtr<Velun::Geometry>(); }
+    BoundingVolume const* getBoundingVolume() const override { return &mBox; }
+    using Group::attachChild;
+    BoundingBox mBox;
+};
+
+TEST_F(UpdateTraverserTest, DrawableGroupsAddTheirOwnVolume) {
+    TransformationNode place;
+    DrawnObject object;
+    BoxLeaf part(Point(5, 5, 5), Point(6, 6, 6));
+    root().attachChild(place);
+    place.setChild(object);
+    object.attachChild(part);
+    place.translate(10, 0, 0, false);
+    update();
+    EXPECT_EQ(worldBox(object).getMin()[0], 10.0f);
+    EXPECT_EQ(worldBox(object).getMax()[0], 16.0f);
+    EXPECT_EQ(worldBox(place).getMin()[1], 0.0f);
 }
 
 TEST_F(UpdateTraverserTest, EmptySceneKeepsTheRootsStatus) {
