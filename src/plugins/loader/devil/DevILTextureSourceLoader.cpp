@@ -2,6 +2,8 @@
 
 #include <IL/ilu.h>
 
+#include <cstdint>
+#include <fstream>
 #include <sstream>
 
 #include "core/NativePath.h"
@@ -85,6 +87,30 @@ TextureInfo describeBoundImage() {
     return info;
 }
 
+// Whether the PNG chunks of the file, up to IEND, all lie inside it. DevIL's PNG
+// reader does not stop at the end of a file, so a chunk length beyond it keeps libpng
+// reading for minutes.
+bool pngChunksFit(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    in.seekg(0, std::ios::end);
+    std::streamoff size = in.tellg();
+    std::streamoff at = 8;
+    unsigned char header[8];
+    while (in && at + 12 <= size) {
+        in.seekg(at);
+        if (!in.read(reinterpret_cast<char*>(header), sizeof header))
+            return false;
+        std::uint32_t length = (std::uint32_t(header[0]) << 24) | (std::uint32_t(header[1]) << 16) |
+                               (std::uint32_t(header[2]) << 8) | header[3];
+        at += 12 + static_cast<std::streamoff>(length);
+        if (at > size)
+            return false;
+        if (header[4] == 'I' && header[5] == 'E' && header[6] == 'N' && header[7] == 'D')
+            return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 DevILTextureSourceLoader::DevILTextureSourceLoader() : mInitialized(false) {}
@@ -147,8 +173,15 @@ ILuint DevILTextureSourceLoader::loadImage(const NameMapper::ResourceInfo& resou
     ilGenImages(1, &image);
     ilBindImage(image);
     const std::string path = toNativePath(resource.mFileName);
-    ILboolean loaded = ilLoadImage(path.c_str());
-    ILenum code = ilGetError();
+    ILboolean loaded = IL_FALSE;
+    ILenum code = IL_NO_ERROR;
+    if (typeOfExtension(resource.mFileType) == IL_PNG && !pngChunksFit(path)) {
+        std::ifstream exists(path, std::ios::binary);
+        code = exists ? IL_INVALID_FILE_HEADER : IL_COULD_NOT_OPEN_FILE;
+    } else {
+        loaded = ilLoadImage(path.c_str());
+        code = ilGetError();
+    }
     if (code == IL_NO_ERROR && !loaded)
         code = IL_INVALID_FILE_HEADER;
     if (code == IL_NO_ERROR) {
