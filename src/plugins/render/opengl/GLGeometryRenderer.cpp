@@ -19,7 +19,13 @@ using Dorvan::SharedPtr;
 using Part = VertexDataSet::Part;
 
 GLGeometryRenderer::GLGeometryRenderer(GLRenderContext* context, SharedPtr<RenderSettings> settings)
-    : mSettings(settings), mContext(context), mMaterialManager(0), mPolygonMode(0), mFogSource(-1), mDrawCalls(0) {}
+    : mSettings(settings), mContext(context), mMaterialManager(0), mPolygonMode(0),
+      mFogSource(-1),
+      mAppliedMaterial(0),
+      mTextureMaterial(0),
+      mTextureSet(0),
+      mArraySet(0),
+      mDrawCalls(0) {}
 
 GLGeometryRenderer::~GLGeometryRenderer() {}
 
@@ -50,7 +56,10 @@ void GLGeometryRenderer::drawDrawable(Drawable* drawable, ObjectNode* object, st
             continue;
         // Never null: without a material of its own a group gets a default one.
         SharedPtr<Material> material = mMaterialManager->getMaterial(drawable, object, group->getMaterialIndex());
-        mMaterialManager->applyMaterial(material);
+        if (material.get() != mAppliedMaterial) {
+            mMaterialManager->applyMaterial(material);
+            mAppliedMaterial = material.get();
+        }
         drawGroup(geometry.get(), group, material, stamp);
     }
 }
@@ -63,16 +72,24 @@ void GLGeometryRenderer::drawGroup(Geometry* geometry, GeometryGroup* group, Sha
         GeometryElement* element = elements[i];
         if (indexedSet) {
             if (IndexElement* indexed = dynamic_cast<IndexElement*>(element)) {
-                mMaterialManager->setupTextures(material, indexedSet);
+                setupTextures(material, indexedSet);
                 drawElements(indexed, indexedSet, stamp);
                 continue;
             }
         }
         if (VertexElement* own = dynamic_cast<VertexElement*>(element)) {
-            mMaterialManager->setupTextures(material, &own->getVertexData());
+            setupTextures(material, &own->getVertexData());
             drawArrays(own, stamp);
         }
     }
+}
+
+void GLGeometryRenderer::setupTextures(SharedPtr<Material> const& material, VertexDataSet* set) {
+    if (material.get() == mTextureMaterial && set == mTextureSet)
+        return;
+    mMaterialManager->setupTextures(material, set);
+    mTextureMaterial = material.get();
+    mTextureSet = set;
 }
 
 void GLGeometryRenderer::drawElements(IndexElement* element, VertexDataSet* set, std::int64_t stamp) {
@@ -103,6 +120,9 @@ void GLGeometryRenderer::drawArrays(VertexElement* element, std::int64_t stamp) 
 }
 
 void GLGeometryRenderer::setupVertexArrays(VertexDataSet* set, std::int64_t stamp) {
+    if (set == mArraySet)
+        return;
+    mArraySet = set;
     const bool bufferable = set->isBufferable();
     const bool buffers = mContext->usesVertexBuffers();
     // Uploads into a buffer object when it can, else points at the client memory with
@@ -180,6 +200,7 @@ void GLGeometryRenderer::drawBoundingBox(BoundingVolume const* volume) {
     Point const& a = box->getMin();
     Point const& b = box->getMax();
     glColor3f(1.0f, 1.0f, 1.0f);
+    mAppliedMaterial = 0;  // the colour is no longer the material's
     glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
     glBegin(GL_QUAD_STRIP);
     glVertex3f(a[0], a[1], a[2]);

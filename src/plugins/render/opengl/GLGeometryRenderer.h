@@ -47,12 +47,20 @@ public:
 
 private:
     void updatePolygonMode();
+    void setupTextures(Dorvan::SharedPtr<Material> const& material, VertexDataSet* set);
 
     Dorvan::SharedPtr<RenderSettings> mSettings;
     GLRenderContext* mContext;
     GLMaterialManager* mMaterialManager;
     GLenum mPolygonMode;
     GLint mFogSource;  // GL_FOG_COORD_SRC as last set, -1 before the first draw
+    // What the last draw of this pass left in GL. Nothing changes in the scene while a
+    // pass runs, so the same material, or the same data set, need not be stated again
+    // for the next draw; a new pass starts with nothing known.
+    Material* mAppliedMaterial;
+    Material* mTextureMaterial;
+    VertexDataSet* mTextureSet;
+    VertexDataSet* mArraySet;
     unsigned int mDrawCalls;
 };
 
