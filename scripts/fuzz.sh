@@ -34,7 +34,7 @@ for target in ms3d image; do
   log="$build/fuzz-$target.log"
   echo "== fuzz_$target for ${seconds}s"
   if "$build/fuzz/fuzz_$target" "$corpus/$target" -max_total_time="$seconds" -print_final_stats=1 \
-       -max_len=262144 -rss_limit_mb=2048 -artifact_prefix="$build/fuzz-$target-" >"$log" 2>&1; then
+       -max_len=262144 -rss_limit_mb=2048 -timeout=20 -artifact_prefix="$build/fuzz-$target-" >"$log" 2>&1; then
     runs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || echo "?")
     echo "fuzz_$target: $runs executions, no finding"
   else

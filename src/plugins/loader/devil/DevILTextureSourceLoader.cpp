@@ -4,7 +4,9 @@
 
 #include <cstdint>
 #include <fstream>
+#include <iterator>
 #include <sstream>
+#include <vector>
 
 #include "core/NativePath.h"
 #include "core/VelunCore.h"
@@ -111,6 +113,32 @@ bool pngChunksFit(const std::string& path) {
     return false;
 }
 
+// Whether the JPEG's marker segments, up to the start of the scan, all lie inside the
+// file; DevIL's JPEG source skips a segment that runs past the end two bytes at a time.
+bool jpegSegmentsFit(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::vector<unsigned char> bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::size_t at = 2;
+    if (bytes.size() < 4 || bytes[0] != 0xFF || bytes[1] != 0xD8)
+        return false;
+    while (at + 4 <= bytes.size()) {
+        if (bytes[at] != 0xFF)
+            return false;
+        unsigned char marker = bytes[at + 1];
+        if (marker == 0xFF) {
+            ++at;
+            continue;
+        }
+        std::size_t length = (std::size_t(bytes[at + 2]) << 8) | bytes[at + 3];
+        if (length < 2 || at + 2 + length > bytes.size())
+            return false;
+        if (marker == 0xDA)
+            return true;
+        at += 2 + length;
+    }
+    return false;
+}
+
 }  // namespace
 
 DevILTextureSourceLoader::DevILTextureSourceLoader() : mInitialized(false) {}
@@ -175,7 +203,8 @@ ILuint DevILTextureSourceLoader::loadImage(const NameMapper::ResourceInfo& resou
     const std::string path = toNativePath(resource.mFileName);
     ILboolean loaded = IL_FALSE;
     ILenum code = IL_NO_ERROR;
-    if (typeOfExtension(resource.mFileType) == IL_PNG && !pngChunksFit(path)) {
+    ILenum type = typeOfExtension(resource.mFileType);
+    if ((type == IL_PNG && !pngChunksFit(path)) || (type == IL_JPG && !jpegSegmentsFit(path))) {
         std::ifstream exists(path, std::ios::binary);
         code = exists ? IL_INVALID_FILE_HEADER : IL_COULD_NOT_OPEN_FILE;
     } else {
