@@ -72,34 +72,34 @@ struct QuadSpec {
     unsigned int layers = 0;  // texture layers, coordinates 0..1 over the quad
 };
 
-inline SharedPtr<Velun::Geometry> makeQuad(QuadSpec const& spec) {
+inline SharedPtr<Velun::Geometry> makeQuad(QuadSpec const& shape) {
     Velun::GeometryData* geometry = new Velun::GeometryData("quad");
     SharedPtr<Velun::VertexData> vertices(new Velun::VertexData());
     vertices->setUseVertex(true);
-    vertices->setUseNormal(spec.normals);
-    vertices->setUseColor(spec.colors);
-    vertices->setUseTexCoordinates(spec.layers > 0);
-    for (unsigned int l = 0; l < spec.layers; ++l)
+    vertices->setUseNormal(shape.normals);
+    vertices->setUseColor(shape.colors);
+    vertices->setUseTexCoordinates(shape.layers > 0);
+    for (unsigned int l = 0; l < shape.layers; ++l)
         vertices->addTextureIndex(l);
     vertices->initialize(4, 4);
-    float const corners[4][2] = {{spec.x0, spec.y0}, {spec.x1, spec.y0}, {spec.x1, spec.y1}, {spec.x0, spec.y1}};
+    float const corners[4][2] = {{shape.x0, shape.y0}, {shape.x1, shape.y0}, {shape.x1, shape.y1}, {shape.x0, shape.y1}};
     float const uv[4][2] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
     for (int i = 0; i < 4; ++i) {
         vertices->addVertex();
         vertices->setVertex(corners[i][0], corners[i][1], 0.0f);
-        if (spec.normals)
+        if (shape.normals)
             vertices->setNormal(0, 0, 1);
-        if (spec.colors)
-            vertices->setColor(spec.color);
-        for (unsigned int l = 0; l < spec.layers; ++l)
+        if (shape.colors)
+            vertices->setColor(shape.color);
+        for (unsigned int l = 0; l < shape.layers; ++l)
             vertices->setTexCoordinate(uv[i][0], uv[i][1], l);
     }
     geometry->setIndexedVertexData(vertices);
     Velun::IndexedQuads* quad = new Velun::IndexedQuads(4);
     quad->addQuad(0, 1, 2, 3);
     geometry->createGroup().addElement(*quad);
-    geometry->setBoundingVolume(new Velun::BoundingBox(Velun::Point(spec.x0, spec.y0, -0.01f),
-                                                       Velun::Point(spec.x1, spec.y1, 0.01f)));
+    geometry->setBoundingVolume(new Velun::BoundingBox(Velun::Point(shape.x0, shape.y0, -0.01f),
+                                                       Velun::Point(shape.x1, shape.y1, 0.01f)));
     return SharedPtr<Velun::Geometry>(geometry);
 }
 
@@ -195,13 +195,13 @@ protected:
 
     // An object with one quad subobject, placed at (x, y, z) below `parent`; the object's
     // default material 0 is `material`. Returns the placing transformation.
-    Velun::TransformationNode& addQuad(Velun::Branch& parent, float x, float y, float z, QuadSpec const& spec,
+    Velun::TransformationNode& addQuad(Velun::Branch& parent, float x, float y, float z, QuadSpec const& shape,
                                        SharedPtr<Velun::Material> material) {
         Velun::TransformationNode& place = own(new Velun::TransformationNode());
         place.translate(x, y, z, false);
         Velun::GeometryObject& object = own(new Velun::GeometryObject());
         Velun::GeometrySubobject* sub = new Velun::GeometrySubobject();
-        sub->setGeometry(makeQuad(spec), 0);
+        sub->setGeometry(makeQuad(shape), 0);
         object.addSubobject(*sub);
         if (!material.isNull())
             object.setDefaultMaterial(0, material);

@@ -21,12 +21,12 @@ protected:
 
 TEST_F(GLGeometryRendererTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
     addViewport(addCamera());
-    QuadSpec spec;
-    spec.colors = true;
-    spec.normals = true;
-    spec.color = Color(1, 0, 0);
+    QuadSpec shape;
+    shape.colors = true;
+    shape.normals = true;
+    shape.color = Color(1, 0, 0);
     SharedPtr<Velun::Material> material(new Velun::Material());
-    Velun::TransformationNode& place = addQuad(root(), 0, 0, -5, spec, material);
+    Velun::TransformationNode& place = addQuad(root(), 0, 0, -5, shape, material);
     Velun::VertexData& vertices = verticesOf(place);
 
     frame();
@@ -56,10 +56,10 @@ TEST_F(GLGeometryRendererTest, WireframeShadingDrawsOnlyTheEdges) {
     SharedPtr<Velun::Camera> camera = addCamera();
     camera->getCamSettings().getRenderSettings()->setShadingMode(Velun::RenderSettings::ShadeWireframe);
     addViewport(camera);
-    QuadSpec spec;
-    spec.x0 = spec.y0 = -2;
-    spec.x1 = spec.y1 = 2;
-    addQuad(root(), 0, 0, -5, spec, colorMaterial(Color(1, 1, 1)));
+    QuadSpec shape;
+    shape.x0 = shape.y0 = -2;
+    shape.x1 = shape.y1 = 2;
+    addQuad(root(), 0, 0, -5, shape, colorMaterial(Color(1, 1, 1)));
     frame();
     savePicture("wireframe");
     EXPECT_TRUE(near(centre(), Rgb{0, 0, 0}, 0));

@@ -14,9 +14,9 @@ class GLLightingTest : public GLDrawTest {
 protected:
     // A white quad facing the camera, lit by the pass's lights.
     void addLitQuad(float x, bool normals) {
-        QuadSpec spec;
-        spec.normals = normals;
-        addQuad(root(), x, 0, -5, spec, SharedPtr<Velun::Material>(new Velun::Material()));
+        QuadSpec shape;
+        shape.normals = normals;
+        addQuad(root(), x, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
     }
 
     Velun::Light& addDirectionalLight(float tiltRadians) {

@@ -20,12 +20,12 @@ protected:
     }
 
     QuadSpec tinted(Color const& color, float half) {
-        QuadSpec spec;
-        spec.x0 = spec.y0 = -half;
-        spec.x1 = spec.y1 = half;
-        spec.colors = true;
-        spec.color = color;
-        return spec;
+        QuadSpec shape;
+        shape.x0 = shape.y0 = -half;
+        shape.x1 = shape.y1 = half;
+        shape.colors = true;
+        shape.color = color;
+        return shape;
     }
 
     // A far red and a near green quad, both at alpha 0.5, in the given tree order.

@@ -10,9 +10,9 @@ protected:
     // A 2 x 2 quad at distance 2 covers the middle half of the view: pixels 16 to 47.
     SharedPtr<Velun::Material> texturedQuad(unsigned int layers) {
         SharedPtr<Velun::Material> material(new Velun::Material());
-        QuadSpec spec;
-        spec.layers = layers;
-        addQuad(root(), 0, 0, -2, spec, material);
+        QuadSpec shape;
+        shape.layers = layers;
+        addQuad(root(), 0, 0, -2, shape, material);
         return material;
     }
 };
