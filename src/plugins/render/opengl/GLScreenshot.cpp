@@ -100,14 +100,7 @@ bool GLSDLRenderWindow::saveScreenshot(std::string const& fileName) {
     // without backing store give black), so the frame is drawn again into the hidden
     // buffer, read there and never shown.
     mRenderContext->beginFrame();
-    Dorvan::SharedPtr<RenderTarget> target = getRenderTarget();
-    if (target) {
-        mEngine->renderTarget(target.get(), mRenderContext, getWidth(), getHeight());
-    } else {
-        glViewport(0, 0, getWidth(), getHeight());
-        glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
-        glClear(GL_COLOR_BUFFER_BIT);
-    }
+    drawTarget();
     bool saved = GLScreenshot::save(fileName, mDoubleBuffered ? GL_BACK : GL_FRONT, getWidth(), getHeight());
     mRenderContext->endFrame();
     return saved;

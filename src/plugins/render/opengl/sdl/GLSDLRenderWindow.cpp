@@ -80,8 +80,7 @@ GLRenderContext* GLSDLRenderWindow::getGLRenderContext() {
     return mRenderContext;
 }
 
-void GLSDLRenderWindow::render(std::int64_t) {
-    mRenderContext->beginFrame();
+void GLSDLRenderWindow::drawTarget() {
     Dorvan::SharedPtr<RenderTarget> target = getRenderTarget();
     if (target) {
         mEngine->renderTarget(target.get(), mRenderContext, getWidth(), getHeight());
@@ -90,6 +89,11 @@ void GLSDLRenderWindow::render(std::int64_t) {
         glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
         glClear(GL_COLOR_BUFFER_BIT);
     }
+}
+
+void GLSDLRenderWindow::render(std::int64_t) {
+    mRenderContext->beginFrame();
+    drawTarget();
     if (mDoubleBuffered)
         SDL_GL_SwapBuffers();
     mRenderContext->endFrame();

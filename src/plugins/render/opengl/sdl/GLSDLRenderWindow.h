@@ -54,6 +54,8 @@ public:
     GLSDLRenderWindow& operator=(GLSDLRenderWindow const&) = delete;
 
 private:
+    // Draws the attached target, or clears to black without one; no swap.
+    void drawTarget();
     int mColorDepth;
     bool mDoubleBuffered;
     GLRenderEngine* mEngine;
