@@ -139,6 +139,26 @@ bool jpegSegmentsFit(const std::string& path) {
     return false;
 }
 
+// Whether a DDS file holds at least the pixels its header announces. The densest
+// format, DXT1, takes half a byte a pixel, so more pixels than twice the data bytes
+// is a lie; DevIL would trust it and allocate gigabytes before reading.
+bool ddsSizeFits(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    in.seekg(0, std::ios::end);
+    std::streamoff size = in.tellg();
+    unsigned char header[28];
+    in.seekg(0);
+    if (size < 128 || !in.read(reinterpret_cast<char*>(header), sizeof header))
+        return false;
+    auto word = [&header](int at) {
+        return std::uint64_t(header[at]) | std::uint64_t(header[at + 1]) << 8 | std::uint64_t(header[at + 2]) << 16 |
+               std::uint64_t(header[at + 3]) << 24;
+    };
+    std::uint64_t height = word(12), width = word(16), depth = word(24);
+    std::uint64_t pixels = width * height * (depth ? depth : 1);
+    return width && height && pixels <= 2 * std::uint64_t(size - 128) + 16;
+}
+
 }  // namespace
 
 DevILTextureSourceLoader::DevILTextureSourceLoader() : mInitialized(false) {}
@@ -204,7 +224,8 @@ ILuint DevILTextureSourceLoader::loadImage(const NameMapper::ResourceInfo& resou
     ILboolean loaded = IL_FALSE;
     ILenum code = IL_NO_ERROR;
     ILenum type = typeOfExtension(resource.mFileType);
-    if ((type == IL_PNG && !pngChunksFit(path)) || (type == IL_JPG && !jpegSegmentsFit(path))) {
+    if ((type == IL_PNG && !pngChunksFit(path)) || (type == IL_JPG && !jpegSegmentsFit(path)) ||
+        (type == IL_DDS && !ddsSizeFits(path))) {
         std::ifstream exists(path, std::ios::binary);
         code = exists ? IL_INVALID_FILE_HEADER : IL_COULD_NOT_OPEN_FILE;
     } else {
