@@ -16,7 +16,9 @@
 
 namespace {
 
-const char* const kTypes[] = {"png", "jpg", "tga", "bmp", "dds"};
+// DDS is left out: DevIL 1.7.8's own DDS decoder crashes on damaged block data
+// (DecompressARGB), which no check before it can rule out.
+const char* const kTypes[] = {"png", "jpg", "tga", "bmp"};
 const std::size_t kTypeCount = sizeof kTypes / sizeof kTypes[0];
 
 Velun::DevILTextureSourceLoader* gLoader = nullptr;
