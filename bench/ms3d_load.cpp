@@ -23,7 +23,8 @@
 namespace {
 
 std::string writeGrid(unsigned int triangles) {
-    std::string path = "/tmp/velun-bench-" + std::to_string(getpid()) + "-" + std::to_string(triangles) + ".ms3d";
+    std::string path =
+        "/tmp/velun-bench-" + std::to_string(getpid()) + "-" + std::to_string(triangles) + ".ms3d";
     ms3dtest::save(path, ms3dtest::write(ms3dtest::grid(triangles / 8, 4)));
     return path;
 }
@@ -77,22 +78,26 @@ Files& files() {
 }
 
 int registerAll() {
-    benchmark::RegisterBenchmark("ms3d_load/jeep", [](benchmark::State& s) { loadFile(s, files().jeep); })
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("ms3d_load/grid12k", [](benchmark::State& s) { loadFile(s, files().grid12k); })
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("ms3d_load/grid50k", [](benchmark::State& s) { loadFile(s, files().grid50k); })
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("ms3d_parse/grid50k", [](benchmark::State& s) { parseOnly(s, files().grid50k); })
-        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("ms3d_load/jeep", [](benchmark::State& s) {
+        loadFile(s, files().jeep);
+    })->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("ms3d_load/grid12k", [](benchmark::State& s) {
+        loadFile(s, files().grid12k);
+    })->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("ms3d_load/grid50k", [](benchmark::State& s) {
+        loadFile(s, files().grid50k);
+    })->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("ms3d_parse/grid50k", [](benchmark::State& s) {
+        parseOnly(s, files().grid50k);
+    })->Unit(benchmark::kMillisecond);
     if (const char* peer = std::getenv("VELUN_PEER_MS3D_DIR")) {
         std::string dir = peer;
-        benchmark::RegisterBenchmark("ms3d_load/peer_bench12k",
-                                     [dir](benchmark::State& s) { loadFile(s, dir + "/bench12k.ms3d"); })
-            ->Unit(benchmark::kMillisecond);
-        benchmark::RegisterBenchmark("ms3d_load/peer_bench50k",
-                                     [dir](benchmark::State& s) { loadFile(s, dir + "/bench50k.ms3d"); })
-            ->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark("ms3d_load/peer_bench12k", [dir](benchmark::State& s) {
+            loadFile(s, dir + "/bench12k.ms3d");
+        })->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark("ms3d_load/peer_bench50k", [dir](benchmark::State& s) {
+            loadFile(s, dir + "/bench50k.ms3d");
+        })->Unit(benchmark::kMillisecond);
     }
     return 0;
 }

@@ -18,8 +18,8 @@
 #include "scene/Frustrum.h"
 #include "scene/Leaf.h"
 #include "scene/SceneRoot.h"
-#include "scene/TransformationNode.h"
 #include "scene/Transformation.h"
+#include "scene/TransformationNode.h"
 #include "scene/UpdateTraverser.h"
 
 using namespace Velun;
@@ -79,7 +79,8 @@ struct Scene {
                     Branch* group = make<Branch>();
                     place->setChild(*group);
                     for (int i = 0; i < 100; ++i)
-                        group->attachChild(*make<BoxLeaf>(static_cast<float>(i % 10), static_cast<float>(i / 10)));
+                        group->attachChild(
+                            *make<BoxLeaf>(static_cast<float>(i % 10), static_cast<float>(i / 10)));
                 }
             }
         }
@@ -113,8 +114,8 @@ Scene& scene() {
 
 void setPerNode(benchmark::State& state, long nodes) {
     state.counters["per_node"] =
-        benchmark::Counter(static_cast<double>(nodes), benchmark::Counter::kIsIterationInvariantRate |
-                                                           benchmark::Counter::kInvert);
+        benchmark::Counter(static_cast<double>(nodes),
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
     state.counters["nodes"] = static_cast<double>(nodes);
 }
 
@@ -167,8 +168,8 @@ void cull_walk(benchmark::State& state) {
     Transformation camera;
     camera.rotateY(static_cast<float>(-M_PI / 4), false);
     camera.translate(500.0f, 0.25f, 20.0f, false);
-    Frustrum frustrum(camera.getInverseTransformation(), CameraSettings::Perspective, CameraSettings::AspectFixed,
-                      0.1, 5000.0, 90.0f, 90.0f, 1.0f);
+    Frustrum frustrum(camera.getInverseTransformation(), CameraSettings::Perspective,
+                      CameraSettings::AspectFixed, 0.1, 5000.0, 90.0f, 90.0f, 1.0f);
     Traverser walk(*s.root.getRoot());
     Dorvan::SharedPtr<CountHandler> counter(new CountHandler());
     walk.addFilter(Dorvan::SharedPtr<Traverser::Filter>(new CullFilter(frustrum)));

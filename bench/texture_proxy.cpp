@@ -30,7 +30,8 @@ Dorvan::SharedPtr<TextureSource> makeImage(unsigned int size, Color::Format form
 
 void BM_TextureProxyCompose(benchmark::State& state) {
     Dorvan::SharedPtr<TextureSource> colours = makeImage(kSize, Color::Rgb);
-    Dorvan::SharedPtr<TextureSource> mask = makeImage(static_cast<unsigned int>(state.range(0)), Color::ColorIndex);
+    Dorvan::SharedPtr<TextureSource> mask =
+        makeImage(static_cast<unsigned int>(state.range(0)), Color::ColorIndex);
     for (auto _ : state) {
         TextureProxy proxy(colours, mask, 0.8f, 0.1f, 3);
         benchmark::DoNotOptimize(proxy.getTextureData());

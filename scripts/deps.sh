@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(cmake ninja-build g++ pkg-config ccache
           libsdl1.2-dev libglew-dev libgl-dev libglu1-mesa-dev libgl1-mesa-dri
           libdevil-dev libopenal-dev libsndfile1-dev
-          xvfb xauth xdotool sox
+          xvfb xauth xdotool sox clang-format
           libgtest-dev libgmock-dev libbenchmark-dev clang libclang-rt-14-dev)
 
 missing=()

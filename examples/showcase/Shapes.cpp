@@ -82,7 +82,9 @@ SharedPtr<Texture> makeTexture(int size, const std::vector<unsigned char>& rgb) 
     return texture;
 }
 
-unsigned char toByte(float v) { return static_cast<unsigned char>(std::lround(std::fmin(1.0f, std::fmax(0.0f, v)) * 255)); }
+unsigned char toByte(float v) {
+    return static_cast<unsigned char>(std::lround(std::fmin(1.0f, std::fmax(0.0f, v)) * 255));
+}
 
 }  // namespace
 
@@ -150,7 +152,8 @@ SharedPtr<Texture> makeCrateTexture(int size) {
         for (int x = 0; x < size; ++x) {
             bool frame = x < border || y < border || x >= size - border || y >= size - border;
             bool seam = (y % plank) < 2;
-            float wood = 0.85f + 0.15f * std::sin(static_cast<float>(x) * 0.35f + static_cast<float>(y / plank) * 2.0f);
+            float wood = 0.85f + 0.15f * std::sin(static_cast<float>(x) * 0.35f +
+                                                  static_cast<float>(y / plank) * 2.0f);
             float shade = frame ? 0.55f : (seam ? 0.45f : wood);
             unsigned char* p = &rgb[(static_cast<size_t>(y) * size + x) * 3];
             p[0] = toByte(0.72f * shade);

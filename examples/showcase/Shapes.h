@@ -19,7 +19,8 @@ Dorvan::SharedPtr<Velun::Geometry> makeQuad(float x0, float y0, float x1, float 
 
 // The same quad with a colour, alpha included, at every vertex: for translucent
 // surfaces that are not lit, whose alpha then comes from the vertices.
-Dorvan::SharedPtr<Velun::Geometry> makeColoredQuad(float x0, float y0, float x1, float y1, Velun::Color color);
+Dorvan::SharedPtr<Velun::Geometry> makeColoredQuad(float x0, float y0, float x1, float y1,
+                                                   Velun::Color color);
 
 // A box of half extents (hx, hy, hz) around the origin, each face textured 0..1. With
 // `inside` its faces look inwards, as a room or a sky box seen from within.

@@ -93,12 +93,23 @@ public:
             if (key->getEventType() != KeyEventInfo::KeyPressed)
                 return false;
             switch (key->getKeySymbol()) {
-            case KeyEscape: VelunCore::getSingleton().getProcessManager().stop(false); return true;
-            case KeyLeft: mOrbit.yaw -= 0.1f; break;
-            case KeyRight: mOrbit.yaw += 0.1f; break;
-            case KeyUp: mOrbit.distance = std::max(5.0f, mOrbit.distance - 1.0f); break;
-            case KeyDown: mOrbit.distance = std::min(40.0f, mOrbit.distance + 1.0f); break;
-            default: return false;
+            case KeyEscape:
+                VelunCore::getSingleton().getProcessManager().stop(false);
+                return true;
+            case KeyLeft:
+                mOrbit.yaw -= 0.1f;
+                break;
+            case KeyRight:
+                mOrbit.yaw += 0.1f;
+                break;
+            case KeyUp:
+                mOrbit.distance = std::max(5.0f, mOrbit.distance - 1.0f);
+                break;
+            case KeyDown:
+                mOrbit.distance = std::min(40.0f, mOrbit.distance + 1.0f);
+                break;
+            default:
+                return false;
             }
             mOrbit.apply(mPlace);
             return true;
@@ -314,20 +325,23 @@ SharedPtr<T> start(SharedPtr<T> element) {
 int main(int argc, char** argv) {
     Options options;
     if (!parseOptions(argc, argv, options)) {
-        std::cerr << "usage: showcase [--frames N] [--screenshots DIR] [--size WxH] [--assets DIR]" << std::endl;
+        std::cerr << "usage: showcase [--frames N] [--screenshots DIR] [--size WxH] [--assets DIR]"
+                  << std::endl;
         return 2;
     }
     std::error_code error;
     if (!options.screenshots.empty())
         options.screenshots = std::filesystem::absolute(options.screenshots).string();
-    if (!options.screenshots.empty() && !std::filesystem::create_directories(options.screenshots, error) && error) {
+    if (!options.screenshots.empty() && !std::filesystem::create_directories(options.screenshots, error) &&
+        error) {
         std::cerr << "cannot create " << options.screenshots << ": " << error.message() << std::endl;
         return 1;
     }
     // The engine finds models and textures below the working directory.
     std::filesystem::current_path(options.assets, error);
     if (error) {
-        std::cerr << "cannot enter the asset folder " << options.assets << ": " << error.message() << std::endl;
+        std::cerr << "cannot enter the asset folder " << options.assets << ": " << error.message()
+                  << std::endl;
         return 1;
     }
 
@@ -336,8 +350,8 @@ int main(int argc, char** argv) {
     core.setup(true);
 
     core.getRenderManager().initializeRenderer(false);
-    RenderWindow* window =
-        core.getRenderManager().createRenderWindow("Velun showcase", options.width, options.height, false, 0, 0, 0);
+    RenderWindow* window = core.getRenderManager().createRenderWindow("Velun showcase", options.width,
+                                                                      options.height, false, 0, 0, 0);
     if (!window) {
         std::cerr << "no render window could be opened" << std::endl;
         core.shutdown();
@@ -356,13 +370,15 @@ int main(int argc, char** argv) {
         TransformationNode& ground = place(nodes, world, 0, 0, 0);
         ground.rotateX(-Pi / 2, true);
         shape(nodes, ground, Showcase::makeQuad(-60, -60, 60, 60, 24, 48),
-              texturedMaterial(Showcase::makeCheckerTexture(
-                  128, 2, Color(0.92f, 0.86f, 0.70f), Color(0.45f, 0.38f, 0.30f))));
+              texturedMaterial(Showcase::makeCheckerTexture(128, 2, Color(0.92f, 0.86f, 0.70f),
+                                                            Color(0.45f, 0.38f, 0.30f))));
         TransformationNode& sky = place(nodes, world, 0, 0, 0);
-        shape(nodes, sky, Showcase::makeBox(150, 150, 150, true), unlitMaterial(Color(0.16f, 0.42f, 0.55f), false));
+        shape(nodes, sky, Showcase::makeBox(150, 150, 150, true),
+              unlitMaterial(Color(0.16f, 0.42f, 0.55f), false));
         SharedPtr<Geometry> crateBox = Showcase::makeBox(0.8f, 0.8f, 0.8f);
         SharedPtr<Material> crate = texturedMaterial(Showcase::makeCrateTexture(128));
-        const float crates[][3] = {{-6.0f, 0.8f, -3.0f}, {-4.2f, 0.8f, -4.0f}, {-5.1f, 2.4f, -3.5f}, {6.5f, 0.8f, 2.0f}};
+        const float crates[][3] = {
+            {-6.0f, 0.8f, -3.0f}, {-4.2f, 0.8f, -4.0f}, {-5.1f, 2.4f, -3.5f}, {6.5f, 0.8f, 2.0f}};
         for (const float* c : crates)
             shape(nodes, place(nodes, world, c[0], c[1], c[2]), crateBox, crate);
 
@@ -411,7 +427,8 @@ int main(int argc, char** argv) {
         // A pane of tinted glass between the camera and the jeep.
         TransformationNode& pane = place(nodes, world, 1.0f, 0.0f, 4.0f);
         pane.rotateY(0.35f, true);
-        shape(nodes, pane, Showcase::makeColoredQuad(-1.6f, 0.0f, 1.6f, 1.6f, Color(0.35f, 0.85f, 1.0f, 0.35f)),
+        shape(nodes, pane,
+              Showcase::makeColoredQuad(-1.6f, 0.0f, 1.6f, 1.6f, Color(0.35f, 0.85f, 1.0f, 0.35f)),
               unlitMaterial(Color(1, 1, 1), true));
 
         // Lights: a low sun, a warm lamp by the crates and a cool spot on the turntable.
@@ -450,7 +467,8 @@ int main(int argc, char** argv) {
         shape(nodes, band, Showcase::makeColoredQuad(0.0f, 0.92f, 1.0f, 1.0f, Color(0, 0, 0, 0.55f)),
               unlitMaterial(Color(1, 1, 1), true));
         TransformationNode& meter = place(nodes, hudRoot, 0, 0, 0.1f);
-        shape(nodes, meter, Showcase::makeQuad(0.0f, 0.0f, 0.94f, 0.03f), unlitMaterial(Color(0.3f, 0.95f, 0.4f), false));
+        shape(nodes, meter, Showcase::makeQuad(0.0f, 0.0f, 0.94f, 0.03f),
+              unlitMaterial(Color(0.3f, 0.95f, 0.4f), false));
 
         SharedPtr<RenderTarget> target(new RenderTarget());
         SharedPtr<Viewport> full(new Viewport(0.0f, 0.0f, 1.0f, 1.0f));

@@ -18,7 +18,9 @@ unsigned int ConfigManager::getArgumentCount() const { return mArguments.size();
 
 std::string ConfigManager::getArgument(unsigned int position) const { return mArguments.get(position); }
 
-void ConfigManager::setConfigurationFilename(const std::string& filename) { mConfigurationFilename = filename; }
+void ConfigManager::setConfigurationFilename(const std::string& filename) {
+    mConfigurationFilename = filename;
+}
 
 const std::string& ConfigManager::getConfigurationFilename() const { return mConfigurationFilename; }
 

@@ -26,8 +26,7 @@ void ResourceContainer::setResourceData(ResourceData& data) {
     if (old)
         old->mContainer = 0;
     // Data hangs on one resource at a time.
-    if (data.mContainer && data.mContainer != this &&
-        data.mContainer->getResourceData(id) == &data)
+    if (data.mContainer && data.mContainer != this && data.mContainer->getResourceData(id) == &data)
         data.mContainer->unsetResourceData(id);
     if (id == 0)
         mFirstProviderData = &data;

@@ -9,12 +9,9 @@
 namespace Velun {
 
 ResourceManager::ResourceManager()
-    : mMaterialManager(new MaterialManager()),
-      mTextureManager(new TextureManager()),
-      mGeometryManager(new GeometryManager()),
-      mObjectManager(new ObjectManager()),
-      mSoundManager(new SoundManager()),
-      mNextProviderId(0) {}
+    : mMaterialManager(new MaterialManager()), mTextureManager(new TextureManager()),
+      mGeometryManager(new GeometryManager()), mObjectManager(new ObjectManager()),
+      mSoundManager(new SoundManager()), mNextProviderId(0) {}
 
 ResourceManager::~ResourceManager() {
     delete mMaterialManager;

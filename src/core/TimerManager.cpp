@@ -41,7 +41,9 @@ void TimerManager::_chooseServices() {
     }
 }
 
-std::int64_t TimerManager::getTimestamp() const { return mTimestampPlugin ? mTimestampPlugin->getTimestamp() : 0; }
+std::int64_t TimerManager::getTimestamp() const {
+    return mTimestampPlugin ? mTimestampPlugin->getTimestamp() : 0;
+}
 
 Dorvan::SharedPtr<Timer> TimerManager::createTimer() const {
     return mTimerPlugin ? mTimerPlugin->createTimer() : Dorvan::SharedPtr<Timer>();

@@ -36,16 +36,8 @@ void destroyManager(T*& manager) {
 VelunCore& VelunCore::getSingleton() { return Dorvan::Singleton<VelunCore>::getSingleton(); }
 
 VelunCore::VelunCore()
-    : mStarted(false),
-      mPluginManager(0),
-      mResourceManager(0),
-      mRenderManager(0),
-      mConfigManager(0),
-      mLogManager(0),
-      mInputManager(0),
-      mProcessManager(0),
-      mSceneManager(0),
-      mTimerManager(0),
+    : mStarted(false), mPluginManager(0), mResourceManager(0), mRenderManager(0), mConfigManager(0),
+      mLogManager(0), mInputManager(0), mProcessManager(0), mSceneManager(0), mTimerManager(0),
       mEventManager(0) {
     assert(!VelunCore::mSingleton);
     mSingleton = this;

@@ -7,9 +7,7 @@ namespace Dorvan {
 
 CowMemPtr<void>::CowMemPtr() : mPtr(0), mRefCount(0), mByteSize(0) {}
 
-CowMemPtr<void>::CowMemPtr(const CowMemPtr& other) : mPtr(0), mRefCount(0), mByteSize(0) {
-    assign(other);
-}
+CowMemPtr<void>::CowMemPtr(const CowMemPtr& other) : mPtr(0), mRefCount(0), mByteSize(0) { assign(other); }
 
 CowMemPtr<void>::~CowMemPtr() { release(); }
 

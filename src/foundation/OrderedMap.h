@@ -62,7 +62,9 @@ public:
     virtual V insertBefore(unsigned int position, K key, V value) { return insertAt(position, key, value); }
 
     // Puts the key just after the key that stands at `position`.
-    virtual V insertAfter(unsigned int position, K key, V value) { return insertAt(position + 1, key, value); }
+    virtual V insertAfter(unsigned int position, K key, V value) {
+        return insertAt(position + 1, key, value);
+    }
 
 private:
     LinkedMap<K, V> mEntries;

@@ -6,8 +6,8 @@ namespace {
 
 const unsigned int kSizes[] = {0, 4, 8, 4, 1, 2, 1, 1, 2, 4};
 
-const std::string kNames[] = {"None",  "Float", "Double",        "Int",           "Byte",
-                              "Short", "Bool",  "Unsigned Byte", "Unsigned Short", "Unsigned Int"};
+const std::string kNames[] = {"None", "Float",         "Double",         "Int",         "Byte", "Short",
+                              "Bool", "Unsigned Byte", "Unsigned Short", "Unsigned Int"};
 
 bool inRange(DataType::Type type) {
     return static_cast<int>(type) >= DataType::None && static_cast<int>(type) <= DataType::UnsignedInt;

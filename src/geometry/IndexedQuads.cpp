@@ -2,9 +2,7 @@
 
 namespace Velun {
 
-IndexedQuads::IndexedQuads(int capacity) : IndexElementData(Quads) {
-    getIndexList().initialize(capacity, 8);
-}
+IndexedQuads::IndexedQuads(int capacity) : IndexElementData(Quads) { getIndexList().initialize(capacity, 8); }
 
 IndexedQuads::~IndexedQuads() {}
 

@@ -2,8 +2,7 @@
 
 namespace Velun {
 
-IndexedTriangleStrip::IndexedTriangleStrip(int capacity)
-    : IndexElementData(TriangleStrip) {
+IndexedTriangleStrip::IndexedTriangleStrip(int capacity) : IndexElementData(TriangleStrip) {
     getIndexList().initialize(capacity, 12);
 }
 

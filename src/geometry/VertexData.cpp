@@ -13,27 +13,12 @@ const unsigned int kFloatSize = 4;
 }  // namespace
 
 VertexData::VertexData()
-    : AbstractGeometryData(true),
-      mCount(0),
-      mCapacity(0),
-      mGrowth(0),
-      mCurrent(NoVertex),
-      mVertexType(DataType::Float),
-      mColorType(DataType::Float),
-      mSecondaryColorType(DataType::Float),
-      mNormalType(DataType::Float),
-      mFogCoordinateType(DataType::Float),
-      mTexCoordinateType(DataType::Float),
-      mUseVertex(true),
-      mUseColor(false),
-      mUseSecondaryColor(false),
-      mUseNormal(false),
-      mUseFogCoordinates(false),
-      mUseTexCoordinates(false),
-      mNumVertex(3),
-      mNumColor(4),
-      mNumSecondaryColor(3),
-      mNumTexCoord(2) {}
+    : AbstractGeometryData(true), mCount(0), mCapacity(0), mGrowth(0), mCurrent(NoVertex),
+      mVertexType(DataType::Float), mColorType(DataType::Float), mSecondaryColorType(DataType::Float),
+      mNormalType(DataType::Float), mFogCoordinateType(DataType::Float), mTexCoordinateType(DataType::Float),
+      mUseVertex(true), mUseColor(false), mUseSecondaryColor(false), mUseNormal(false),
+      mUseFogCoordinates(false), mUseTexCoordinates(false), mNumVertex(3), mNumColor(4),
+      mNumSecondaryColor(3), mNumTexCoord(2) {}
 
 VertexData::VertexData(const VertexData& other) = default;
 
@@ -79,9 +64,7 @@ DataType::Type VertexData::typeIfPresent(bool use, DataType::Type type,
     return type;
 }
 
-DataType::Type VertexData::getVertexType() const {
-    return typeIfPresent(mUseVertex, mVertexType, mVertices);
-}
+DataType::Type VertexData::getVertexType() const { return typeIfPresent(mUseVertex, mVertexType, mVertices); }
 
 DataType::Type VertexData::getColorType() const { return typeIfPresent(mUseColor, mColorType, mColors); }
 

@@ -12,7 +12,8 @@ float axisOrZero(const Dorvan::Vector<float>& axes, unsigned int index) {
 
 KeyEventInfo::KeyEventInfo(EventType type, unsigned char keycode, unsigned short keySymbol,
                            unsigned short modifierMask, unsigned short unicode)
-    : mEventType(type), mKeycode(keycode), mKeySymbol(keySymbol), mModifierMask(modifierMask), mUnicode(unicode) {}
+    : mEventType(type), mKeycode(keycode), mKeySymbol(keySymbol), mModifierMask(modifierMask),
+      mUnicode(unicode) {}
 
 KeyEventInfo::~KeyEventInfo() {}
 
@@ -35,7 +36,9 @@ float MoveEventInfo::getZ() const { return axisOrZero(mAxes, 2); }
 
 int MoveEventInfo::getRelativeAxisCount() const { return static_cast<int>(mRelativeAxes.size()); }
 
-float MoveEventInfo::getRelativeAxis(int index) const { return mRelativeAxes.get(static_cast<unsigned int>(index)); }
+float MoveEventInfo::getRelativeAxis(int index) const {
+    return mRelativeAxes.get(static_cast<unsigned int>(index));
+}
 
 float MoveEventInfo::getRelativeX() const { return axisOrZero(mRelativeAxes, 0); }
 

@@ -116,11 +116,11 @@ private:
 class VELUN_EXPORT SysWMEventInfo : public InputEventInfo {
 public:
     enum EventType {
-        SysWMQuit = 0,        // the window system asks the application to end
-        SysWMExpose = 1,      // the window must be redrawn
-        SysWMResize = 2,      // the window has a new size
-        SysWMActivate = 3,    // the application gained the input focus
-        SysWMDeactivate = 4   // the application lost the input focus
+        SysWMQuit = 0,       // the window system asks the application to end
+        SysWMExpose = 1,     // the window must be redrawn
+        SysWMResize = 2,     // the window has a new size
+        SysWMActivate = 3,   // the application gained the input focus
+        SysWMDeactivate = 4  // the application lost the input focus
     };
 
     SysWMEventInfo(EventType type, int width, int height);

@@ -135,9 +135,13 @@ unsigned int InputManager::getInputProviderCount() const { return mProviders.siz
 
 unsigned int InputManager::getInputProcessorCount() const { return mProcessors.size(); }
 
-InputProvider* InputManager::getInputProviderAt(unsigned int position) { return mProviders.valueAt(position); }
+InputProvider* InputManager::getInputProviderAt(unsigned int position) {
+    return mProviders.valueAt(position);
+}
 
-InputProcessor* InputManager::getInputProcessorAt(unsigned int position) { return mProcessors.valueAt(position); }
+InputProcessor* InputManager::getInputProcessorAt(unsigned int position) {
+    return mProcessors.valueAt(position);
+}
 
 std::vector<Process*>* InputManager::getProcessList() {
     _purgeAdapters();

@@ -5,7 +5,8 @@
 
 namespace Velun {
 
-InputProcessor::InputProcessor(int processorId) : mEnabled(true), mProcessorId(processorId), mRegisteredWith(0) {
+InputProcessor::InputProcessor(int processorId)
+    : mEnabled(true), mProcessorId(processorId), mRegisteredWith(0) {
     if (mProcessorId < 0)
         mProcessorId = VelunCore::getSingleton().getInputManager().createProcessorId();
 }

@@ -7,9 +7,7 @@
 namespace Velun {
 
 InputProvider::InputProvider(int providerId)
-    : mEnabled(true),
-      mProviderId(providerId),
-      mInputManager(&VelunCore::getSingleton().getInputManager()),
+    : mEnabled(true), mProviderId(providerId), mInputManager(&VelunCore::getSingleton().getInputManager()),
       mRegisteredWith(0) {
     if (mProviderId < 0)
         mProviderId = mInputManager->createProviderId();

@@ -29,7 +29,7 @@ EventManager::~EventManager() {
     std::vector<Process*> adapters;
     adapters.swap(mProcesses);
     // Elements end after the map is empty: their destructors call back into this manager.
-    std::vector<Dorvan::SharedPtr<LogicElement> > elements;
+    std::vector<Dorvan::SharedPtr<LogicElement>> elements;
     for (unsigned int i = 0; i < mElements.size(); ++i)
         elements.push_back(mElements.valueAt(i));
     mElements.clear();

@@ -28,7 +28,8 @@ void FollowModifier::sourceFrame(Point& position, Dorvan::TVector<float, 3>& dir
     Dorvan::Matrix<float, 4> const& world = mSource->getTransformedNode().getWorldTransformation();
     position = Point(world * Point(0.0f, 0.0f, 0.0f));
     Point ahead(world * Point(0.0f, 0.0f, 1.0f));
-    direction = Dorvan::TVector<float, 3>(ahead[0] - position[0], ahead[1] - position[1], ahead[2] - position[2]);
+    direction =
+        Dorvan::TVector<float, 3>(ahead[0] - position[0], ahead[1] - position[1], ahead[2] - position[2]);
 }
 
 int FollowModifier::run(std::int64_t timestamp) {

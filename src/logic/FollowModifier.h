@@ -58,8 +58,9 @@ protected:
                                 float dt, std::int64_t timestamp);
     // The follower's new position; it becomes the present position. The default closes
     // the fraction 10 * dt (at most 1) of the distance to the source.
-    virtual Point calcTranslation(Point const& sourcePosition, Dorvan::TVector<float, 3> const& sourceDirection,
-                                  float dt, std::int64_t timestamp);
+    virtual Point calcTranslation(Point const& sourcePosition,
+                                  Dorvan::TVector<float, 3> const& sourceDirection, float dt,
+                                  std::int64_t timestamp);
     // Sees the proposed angle and position after both are computed, may change them,
     // and vetoes the step by answering false: the follower then stays as it was, while
     // the present position has moved on. The default accepts.

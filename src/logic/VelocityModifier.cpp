@@ -5,14 +5,8 @@
 namespace Velun {
 
 VelocityModifier::VelocityModifier()
-    : mTransformation(0),
-      mTransformGlobal(false),
-      mTranslateX(0.0f),
-      mTranslateY(0.0f),
-      mTranslateZ(0.0f),
-      mRotateX(0.0f),
-      mRotateY(0.0f),
-      mRotateZ(0.0f) {}
+    : mTransformation(0), mTransformGlobal(false), mTranslateX(0.0f), mTranslateY(0.0f), mTranslateZ(0.0f),
+      mRotateX(0.0f), mRotateY(0.0f), mRotateZ(0.0f) {}
 
 VelocityModifier::VelocityModifier(Transformation& transformation) : VelocityModifier() {
     mTransformation = &transformation;

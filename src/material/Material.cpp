@@ -3,20 +3,11 @@
 namespace Velun {
 
 Material::Material()
-    : mUseDefaultVertexColor(false),
-      mUseMaterialColor(false),
-      mUseAlphaTest(true),
-      mUseBlending(false),
-      mUsePointSprites(false),
-      mAlphaTestValue(0.5f),
-      mSpriteSize(10.0f),
-      mBlendMode(AlphaBlend),
-      mDefaultVertexColor(0.0f, 0.0f, 0.0f, 1.0f),
-      mAmbientMaterialColor(0.2f, 0.2f, 0.2f, 1.0f),
-      mDiffuseMaterialColor(0.8f, 0.8f, 0.8f, 1.0f),
-      mSpecularMaterialColor(0.0f, 0.0f, 0.0f, 1.0f),
-      mShininess(0.0f),
-      mBlendColor(0.0f, 0.0f, 0.0f, 1.0f) {}
+    : mUseDefaultVertexColor(false), mUseMaterialColor(false), mUseAlphaTest(true), mUseBlending(false),
+      mUsePointSprites(false), mAlphaTestValue(0.5f), mSpriteSize(10.0f), mBlendMode(AlphaBlend),
+      mDefaultVertexColor(0.0f, 0.0f, 0.0f, 1.0f), mAmbientMaterialColor(0.2f, 0.2f, 0.2f, 1.0f),
+      mDiffuseMaterialColor(0.8f, 0.8f, 0.8f, 1.0f), mSpecularMaterialColor(0.0f, 0.0f, 0.0f, 1.0f),
+      mShininess(0.0f), mBlendColor(0.0f, 0.0f, 0.0f, 1.0f) {}
 
 Material::~Material() {}
 
@@ -35,7 +26,9 @@ Dorvan::SharedPtr<Texture> Material::getTexture(unsigned int index) const {
     return mTextures.get(index);
 }
 
-void Material::setTexture(unsigned int index, Dorvan::SharedPtr<Texture> texture) { mTextures.put(index, texture); }
+void Material::setTexture(unsigned int index, Dorvan::SharedPtr<Texture> texture) {
+    mTextures.put(index, texture);
+}
 
 bool Material::removeTexture(unsigned int index) {
     if (!mTextures.containsKey(index))

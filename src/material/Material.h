@@ -79,7 +79,9 @@ public:
     // False if there was no texture at that index.
     bool removeTexture(unsigned int index);
     // The whole table in index order.
-    Dorvan::LinkedMap<unsigned int, Dorvan::SharedPtr<Texture>> const& getTextures() const { return mTextures; }
+    Dorvan::LinkedMap<unsigned int, Dorvan::SharedPtr<Texture>> const& getTextures() const {
+        return mTextures;
+    }
     unsigned int getTextureCount() const { return mTextures.size(); }
 
 private:

@@ -21,8 +21,8 @@ public:
     virtual bool initialize() = 0;
     // Makes and opens a window with this id; null on failure. The manager owns the
     // window from then on and deletes it.
-    virtual RenderWindow* createRenderWindow(int id, const std::string& name, int width, int height, bool fullscreen,
-                                             int offsetX, int offsetY,
+    virtual RenderWindow* createRenderWindow(int id, const std::string& name, int width, int height,
+                                             bool fullscreen, int offsetX, int offsetY,
                                              Dorvan::LinkedMap<std::string, std::string>* options) = 0;
     virtual Capabilities* getCapabilities() = 0;
     // Takes the graphics system down. The manager calls it once when it ends, after its

@@ -39,7 +39,8 @@ RenderManager::~RenderManager() {
 
 void RenderManager::registerRenderer(const std::string& name, RenderEngine* engine) {
     if (!engine) {
-        VelunCore::getLogger("render")->error("RenderManager::registerRenderer: no engine given for '" + name + "'");
+        VelunCore::getLogger("render")->error("RenderManager::registerRenderer: no engine given for '" +
+                                              name + "'");
         return;
     }
     mRenderers[name] = engine;
@@ -93,22 +94,23 @@ RenderEngine* RenderManager::getDefaultRenderEngine() {
     return it == mRenderers.end() ? 0 : it->second;
 }
 
-RenderWindow* RenderManager::createRenderWindow(const std::string& name, int width, int height, bool fullscreen,
-                                                int offsetX, int offsetY,
+RenderWindow* RenderManager::createRenderWindow(const std::string& name, int width, int height,
+                                                bool fullscreen, int offsetX, int offsetY,
                                                 Dorvan::LinkedMap<std::string, std::string>* options) {
     RenderEngine* engine = getDefaultRenderEngine();
     if (!engine)
         return 0;
     if (width <= 0 || height <= 0) {
         std::ostringstream text;
-        text << "RenderManager::createRenderWindow: window '" << name << "' needs a positive size, not " << width
-             << "x" << height;
+        text << "RenderManager::createRenderWindow: window '" << name << "' needs a positive size, not "
+             << width << "x" << height;
         VelunCore::getLogger("render")->error(text.str());
         return 0;
     }
     // Ids come from a counter, so a destroyed window's id never names a live one.
     int id = mLastWindowId + 1;
-    RenderWindow* window = engine->createRenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, options);
+    RenderWindow* window =
+        engine->createRenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, options);
     if (!window)
         return 0;
     mLastWindowId = id;
@@ -157,7 +159,9 @@ RenderWindow* RenderManager::getRenderWindowByName(const std::string& name) {
     return 0;
 }
 
-unsigned int RenderManager::getRenderWindowCount() { return static_cast<unsigned int>(mRenderWindows.size()); }
+unsigned int RenderManager::getRenderWindowCount() {
+    return static_cast<unsigned int>(mRenderWindows.size());
+}
 
 Dorvan::Vector<std::string>* RenderManager::getRendererNames() {
     mRendererNames.clear();

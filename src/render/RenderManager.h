@@ -56,8 +56,9 @@ public:
 
     // A new window of the default engine, with the next window id, drawn once per pass
     // from now on. Null without a default engine or when the engine fails.
-    RenderWindow* createRenderWindow(const std::string& name, int width, int height, bool fullscreen, int offsetX,
-                                     int offsetY, Dorvan::LinkedMap<std::string, std::string>* options);
+    RenderWindow* createRenderWindow(const std::string& name, int width, int height, bool fullscreen,
+                                     int offsetX, int offsetY,
+                                     Dorvan::LinkedMap<std::string, std::string>* options);
     // Deletes the window and its adapter; false for an unknown id.
     bool destroyRenderWindow(int id);
 

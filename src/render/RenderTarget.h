@@ -26,7 +26,7 @@ public:
     int getViewportCount() const;
 
 private:
-    Dorvan::Vector<Dorvan::SharedPtr<Viewport> > mViewports;
+    Dorvan::Vector<Dorvan::SharedPtr<Viewport>> mViewports;
 };
 
 }  // namespace Velun

@@ -4,14 +4,10 @@
 
 namespace Velun {
 
-RenderWindow::RenderWindow(int id, const std::string& name, int width, int height, bool fullscreen, int offsetX,
-                           int offsetY, Dorvan::LinkedMap<std::string, std::string>*)
-    : TargetRenderer(id, width, height),
-      mName(name),
-      mPrimary(false),
-      mFullscreen(fullscreen),
-      mOffsetX(offsetX),
-      mOffsetY(offsetY) {}
+RenderWindow::RenderWindow(int id, const std::string& name, int width, int height, bool fullscreen,
+                           int offsetX, int offsetY, Dorvan::LinkedMap<std::string, std::string>*)
+    : TargetRenderer(id, width, height), mName(name), mPrimary(false), mFullscreen(fullscreen),
+      mOffsetX(offsetX), mOffsetY(offsetY) {}
 
 RenderWindow::~RenderWindow() {}
 

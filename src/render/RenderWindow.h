@@ -38,8 +38,8 @@ public:
 
 protected:
     // The options are for the back end; this class does not read them.
-    RenderWindow(int id, const std::string& name, int width, int height, bool fullscreen, int offsetX, int offsetY,
-                 Dorvan::LinkedMap<std::string, std::string>* options);
+    RenderWindow(int id, const std::string& name, int width, int height, bool fullscreen, int offsetX,
+                 int offsetY, Dorvan::LinkedMap<std::string, std::string>* options);
 
 private:
     std::string mName;

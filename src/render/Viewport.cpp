@@ -3,28 +3,12 @@
 namespace Velun {
 
 Viewport::Viewport(float x, float y, float width, float height)
-    : mEnabled(true),
-      mRelative(true),
-      mPosX(0),
-      mPosY(0),
-      mWidth(0),
-      mHeight(0),
-      mRelPosX(x),
-      mRelPosY(y),
-      mRelWidth(width),
-      mRelHeight(height) {}
+    : mEnabled(true), mRelative(true), mPosX(0), mPosY(0), mWidth(0), mHeight(0), mRelPosX(x), mRelPosY(y),
+      mRelWidth(width), mRelHeight(height) {}
 
 Viewport::Viewport(int x, int y, int width, int height)
-    : mEnabled(true),
-      mRelative(false),
-      mPosX(x),
-      mPosY(y),
-      mWidth(width),
-      mHeight(height),
-      mRelPosX(0.0f),
-      mRelPosY(0.0f),
-      mRelWidth(0.0f),
-      mRelHeight(0.0f) {}
+    : mEnabled(true), mRelative(false), mPosX(x), mPosY(y), mWidth(width), mHeight(height), mRelPosX(0.0f),
+      mRelPosY(0.0f), mRelWidth(0.0f), mRelHeight(0.0f) {}
 
 Viewport::~Viewport() {}
 

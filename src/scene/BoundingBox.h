@@ -77,7 +77,8 @@ public:
         __m128 c3 = _mm_set_ps(1.0f, 0.0f, 0.0f, 0.0f);
         _MM_TRANSPOSE4_PS(c0, c1, c2, c3);
         __m128 mn = _mm_loadu_ps(other.mMin.m), mx = _mm_loadu_ps(other.mMax.m);
-        __m128 a = _mm_mul_ps(c0, _mm_shuffle_ps(mn, mn, 0x00)), b = _mm_mul_ps(c0, _mm_shuffle_ps(mx, mx, 0x00));
+        __m128 a = _mm_mul_ps(c0, _mm_shuffle_ps(mn, mn, 0x00)),
+               b = _mm_mul_ps(c0, _mm_shuffle_ps(mx, mx, 0x00));
         __m128 low = _mm_min_ps(a, b), high = _mm_max_ps(a, b);
         a = _mm_mul_ps(c1, _mm_shuffle_ps(mn, mn, 0x55));
         b = _mm_mul_ps(c1, _mm_shuffle_ps(mx, mx, 0x55));

@@ -26,7 +26,8 @@ public:
     virtual int getState() const = 0;
 
     // `other` given in coordinates that `otherToThis` maps into this volume's.
-    virtual int intersects(BoundingVolume const& other, Dorvan::Matrix<float, 4> const& otherToThis) const = 0;
+    virtual int intersects(BoundingVolume const& other,
+                           Dorvan::Matrix<float, 4> const& otherToThis) const = 0;
     virtual int intersects(BoundingVolume const& other) const = 0;
     virtual int intersects(Frustrum const& frustum) const = 0;
     virtual bool contains(Point const& point) const = 0;

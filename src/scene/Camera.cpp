@@ -11,28 +11,16 @@
 namespace Velun {
 
 Camera::Camera()
-    : Leaf(TypeCamera),
-      mCamSettings(CameraSettings::Perspective),
-      mOverlaySettings(CameraSettings::Orthographic),
-      mOverlay(0),
-      mOverlayZOffset(2.0f),
-      mUseOverlay(true) {}
+    : Leaf(TypeCamera), mCamSettings(CameraSettings::Perspective),
+      mOverlaySettings(CameraSettings::Orthographic), mOverlay(0), mOverlayZOffset(2.0f), mUseOverlay(true) {}
 
 Camera::Camera(std::string const& name)
-    : Leaf(TypeCamera, name),
-      mCamSettings(CameraSettings::Perspective),
-      mOverlaySettings(CameraSettings::Orthographic),
-      mOverlay(0),
-      mOverlayZOffset(2.0f),
-      mUseOverlay(true) {}
+    : Leaf(TypeCamera, name), mCamSettings(CameraSettings::Perspective),
+      mOverlaySettings(CameraSettings::Orthographic), mOverlay(0), mOverlayZOffset(2.0f), mUseOverlay(true) {}
 
 Camera::Camera(std::string const& name, std::string const& uniqueName)
-    : Leaf(TypeCamera, name, uniqueName),
-      mCamSettings(CameraSettings::Perspective),
-      mOverlaySettings(CameraSettings::Orthographic),
-      mOverlay(0),
-      mOverlayZOffset(2.0f),
-      mUseOverlay(true) {}
+    : Leaf(TypeCamera, name, uniqueName), mCamSettings(CameraSettings::Perspective),
+      mOverlaySettings(CameraSettings::Orthographic), mOverlay(0), mOverlayZOffset(2.0f), mUseOverlay(true) {}
 
 Camera::~Camera() { unsetOverlay(); }
 

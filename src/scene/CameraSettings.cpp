@@ -9,12 +9,9 @@ const double DegreesPerRadian = 57.29577951308232;
 }
 
 CameraSettings::CameraSettings(ProjectionMode mode)
-    : mNearDistance(mode == Perspective ? 0.1 : 1.0),
-      mFarDistance(mode == Perspective ? 1000.0 : 10.0),
-      mFovX(mode == Perspective ? 90.0f : 0.0f),
-      mFovY(mode == Perspective ? 90.0f : 0.0f),
-      mProjectionMode(mode),
-      mAspectMode(AspectFovXFromY) {}
+    : mNearDistance(mode == Perspective ? 0.1 : 1.0), mFarDistance(mode == Perspective ? 1000.0 : 10.0),
+      mFovX(mode == Perspective ? 90.0f : 0.0f), mFovY(mode == Perspective ? 90.0f : 0.0f),
+      mProjectionMode(mode), mAspectMode(AspectFovXFromY) {}
 
 CameraSettings::~CameraSettings() {}
 
@@ -22,9 +19,10 @@ void CameraSettings::setFovXRadian(float radians) { mFovX = static_cast<float>(r
 
 void CameraSettings::setFovYRadian(float radians) { mFovY = static_cast<float>(radians * DegreesPerRadian); }
 
-Dorvan::SharedPtr<Frustrum> CameraSettings::getFrustrum(Dorvan::Matrix<float, 4> const& view, float aspect) const {
-    return Dorvan::SharedPtr<Frustrum>(new Frustrum(view, mProjectionMode, mAspectMode, mNearDistance, mFarDistance,
-                                                    mFovX, mFovY, aspect));
+Dorvan::SharedPtr<Frustrum> CameraSettings::getFrustrum(Dorvan::Matrix<float, 4> const& view,
+                                                        float aspect) const {
+    return Dorvan::SharedPtr<Frustrum>(
+        new Frustrum(view, mProjectionMode, mAspectMode, mNearDistance, mFarDistance, mFovX, mFovY, aspect));
 }
 
 }  // namespace Velun

@@ -11,13 +11,8 @@ const double RadiansPerDegree = 0.017453292519943295;
 Frustrum::Frustrum(Dorvan::Matrix<float, 4> const& view, CameraSettings::ProjectionMode mode,
                    CameraSettings::AspectMode aspectMode, double nearDistance, double farDistance, float fovX,
                    float fovY, float aspect)
-    : mProjectionMode(mode),
-      mViewMatrix(view),
-      mNear(nearDistance),
-      mFar(farDistance),
-      mAspect(aspect),
-      mFovX(fovX),
-      mFovY(fovY) {
+    : mProjectionMode(mode), mViewMatrix(view), mNear(nearDistance), mFar(farDistance), mAspect(aspect),
+      mFovX(fovX), mFovY(fovY) {
     if (aspectMode == CameraSettings::AspectFovXFromY)
         mFovX = static_cast<float>(2.0 * std::atan(std::tan(fovY * RadiansPerDegree * 0.5) * aspect) /
                                    RadiansPerDegree);
@@ -49,7 +44,8 @@ Frustrum::Frustrum(Dorvan::Matrix<float, 4> const& view, CameraSettings::Project
     Dorvan::Matrix<float, 4> clip = mProjectionMatrix * mViewMatrix;
     Dorvan::TVector<float, 4> rows[4];
     for (int r = 0; r < 4; ++r)
-        rows[r] = Dorvan::TVector<float, 4>(clip.m[r * 4], clip.m[r * 4 + 1], clip.m[r * 4 + 2], clip.m[r * 4 + 3]);
+        rows[r] =
+            Dorvan::TVector<float, 4>(clip.m[r * 4], clip.m[r * 4 + 1], clip.m[r * 4 + 2], clip.m[r * 4 + 3]);
     mPlanes[PlaneRight] = rows[3] - rows[0];
     mPlanes[PlaneLeft] = rows[3] + rows[0];
     mPlanes[PlaneBottom] = rows[3] + rows[1];

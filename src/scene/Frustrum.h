@@ -11,15 +11,22 @@ namespace Velun {
 // the six planes, whose normals point inside.
 class VELUN_EXPORT Frustrum {
 public:
-    enum PlaneIndex { PlaneRight = 0, PlaneLeft = 1, PlaneBottom = 2, PlaneTop = 3, PlaneFar = 4, PlaneNear = 5 };
+    enum PlaneIndex {
+        PlaneRight = 0,
+        PlaneLeft = 1,
+        PlaneBottom = 2,
+        PlaneTop = 3,
+        PlaneFar = 4,
+        PlaneNear = 5
+    };
 
     // `view` maps world to view space (the inverse world transformation of the
     // camera); fields of view in degrees, aspect as width over height. With
     // AspectFovXFromY or AspectFovYFromX the derived field keeps the tangent ratio
     // of the aspect, so non-square viewports are not distorted.
     Frustrum(Dorvan::Matrix<float, 4> const& view, CameraSettings::ProjectionMode mode,
-             CameraSettings::AspectMode aspectMode, double nearDistance, double farDistance, float fovX, float fovY,
-             float aspect);
+             CameraSettings::AspectMode aspectMode, double nearDistance, double farDistance, float fovX,
+             float fovY, float aspect);
     virtual ~Frustrum();
 
     CameraSettings::ProjectionMode getProjectionMode() const { return mProjectionMode; }

@@ -8,7 +8,8 @@ Group::Group(NodeType type) : Node(type) { setKind(KindGroup); }
 
 Group::Group(NodeType type, std::string const& name) : Node(type, name) { setKind(KindGroup); }
 
-Group::Group(NodeType type, std::string const& name, std::string const& uniqueName) : Node(type, name, uniqueName) {
+Group::Group(NodeType type, std::string const& name, std::string const& uniqueName)
+    : Node(type, name, uniqueName) {
     setKind(KindGroup);
 }
 
@@ -16,7 +17,9 @@ Group::~Group() { detachChilds(); }
 
 bool Group::isAttachedChild(std::uint64_t id) const { return mChilds.containsKey(id); }
 
-Node* Group::getAttachedChildById(std::uint64_t id) const { return mChilds.containsKey(id) ? mChilds.get(id) : 0; }
+Node* Group::getAttachedChildById(std::uint64_t id) const {
+    return mChilds.containsKey(id) ? mChilds.get(id) : 0;
+}
 
 int Group::attachChild(Node& child) {
     if (child.getSceneRoot() || child.getParent())

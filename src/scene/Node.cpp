@@ -12,15 +12,9 @@ Node::Node(NodeType type) : Node(type, std::string(), std::string()) {}
 Node::Node(NodeType type, std::string const& name) : Node(type, name, std::string()) {}
 
 Node::Node(NodeType type, std::string const& name, std::string const& uniqueName)
-    : mNodeType(static_cast<unsigned char>(type)),
-      mNodeStatus(StatusNew),
-      mKind(KindNode),
-      mUpdating(false),
-      mParent(0),
-      mSceneRoot(0),
-      mNodeId(VelunCore::getSingleton().getSceneManager().createNodeId()),
-      mDetails(0),
-      mTransformedNode(this) {
+    : mNodeType(static_cast<unsigned char>(type)), mNodeStatus(StatusNew), mKind(KindNode), mUpdating(false),
+      mParent(0), mSceneRoot(0), mNodeId(VelunCore::getSingleton().getSceneManager().createNodeId()),
+      mDetails(0), mTransformedNode(this) {
     if (!name.empty() || !uniqueName.empty()) {
         details().mName = name;
         details().mUniqueName = uniqueName;
@@ -47,9 +41,13 @@ std::string Node::getUniqueName() const { return mDetails ? mDetails->mUniqueNam
 
 void Node::update(bool) {}
 
-void Node::setProperty(std::string const& key, std::string const& value) { details().mProperties.put(key, value); }
+void Node::setProperty(std::string const& key, std::string const& value) {
+    details().mProperties.put(key, value);
+}
 
-bool Node::hasProperty(std::string const& key) const { return mDetails && mDetails->mProperties.containsKey(key); }
+bool Node::hasProperty(std::string const& key) const {
+    return mDetails && mDetails->mProperties.containsKey(key);
+}
 
 std::string Node::getProperty(std::string const& key) { return details().mProperties[key]; }
 

@@ -22,10 +22,14 @@ public:
     Dorvan::TVector<float, 4> const& getCoefficients() const { return mPlane; }
 
     // A true distance only while the normal has length 1; the sign always holds.
-    float distance(Point const& p) const { return mPlane[0] * p[0] + mPlane[1] * p[1] + mPlane[2] * p[2] + mPlane[3]; }
+    float distance(Point const& p) const {
+        return mPlane[0] * p[0] + mPlane[1] * p[1] + mPlane[2] * p[2] + mPlane[3];
+    }
     bool isInFront(Point const& p) const { return distance(p) >= 0.0f; }
 
-    Dorvan::TVector<float, 3> getNormal() const { return Dorvan::TVector<float, 3>(mPlane[0], mPlane[1], mPlane[2]); }
+    Dorvan::TVector<float, 3> getNormal() const {
+        return Dorvan::TVector<float, 3>(mPlane[0], mPlane[1], mPlane[2]);
+    }
 
     // Divides all four coefficients by the length of the 4-vector: signs and the order
     // of distances survive, which is all culling needs.

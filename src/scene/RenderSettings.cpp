@@ -3,7 +3,8 @@
 namespace Velun {
 
 RenderSettings::RenderSettings()
-    : mShadingMode(ShadeSmooth), mUseFog(false), mUseLights(true), mUseTextures(true), mMinLOD(0), mMaxLOD(10000) {}
+    : mShadingMode(ShadeSmooth), mUseFog(false), mUseLights(true), mUseTextures(true), mMinLOD(0),
+      mMaxLOD(10000) {}
 
 RenderSettings::~RenderSettings() {}
 

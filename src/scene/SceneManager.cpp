@@ -10,7 +10,9 @@ SceneManager::UpdateAdapter::UpdateAdapter(SceneRoot* sceneRoot) : mSceneRoot(sc
 
 SceneManager::UpdateAdapter::~UpdateAdapter() {}
 
-int SceneManager::UpdateAdapter::run(std::int64_t timestamp) { return mSceneRoot->getUpdateTraverser()->run(timestamp); }
+int SceneManager::UpdateAdapter::run(std::int64_t timestamp) {
+    return mSceneRoot->getUpdateTraverser()->run(timestamp);
+}
 
 SceneManager::SceneManager() : mLastNodeId(0), mLastSceneId(0) { setSubsystemId(3); }
 

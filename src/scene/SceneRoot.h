@@ -28,7 +28,8 @@ public:
     Branch* getRoot() const { return mRoot; }
     Dorvan::SharedPtr<UpdateTraverser> getUpdateTraverser() const { return mUpdateTraverser; }
     // A new view of this scene through the frustum; `settings` may be null.
-    Dorvan::SharedPtr<View> getView(Dorvan::SharedPtr<Frustrum> frustrum, Dorvan::SharedPtr<RenderSettings> settings);
+    Dorvan::SharedPtr<View> getView(Dorvan::SharedPtr<Frustrum> frustrum,
+                                    Dorvan::SharedPtr<RenderSettings> settings);
 
 private:
     // Told by each node that joins or leaves this scene.

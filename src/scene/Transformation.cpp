@@ -66,7 +66,9 @@ void Transformation::translate(float x, float y, float z, bool local) {
     compose(t, local);
 }
 
-void Transformation::translate(Dorvan::TVector<float, 3> const& v, bool local) { translate(v[0], v[1], v[2], local); }
+void Transformation::translate(Dorvan::TVector<float, 3> const& v, bool local) {
+    translate(v[0], v[1], v[2], local);
+}
 
 void Transformation::rotateX(float angle, bool local) { compose(makePlaneRotation(angle, 1, 2), local); }
 
@@ -83,8 +85,8 @@ void Transformation::rotate(float angle, float x, float y, float z, bool local) 
     rotate(angle, Dorvan::TVector<float, 3>(x, y, z), local);
 }
 
-void Transformation::rotate(float angle, Dorvan::TVector<float, 3> const& a, Dorvan::TVector<float, 3> const& b,
-                            bool local) {
+void Transformation::rotate(float angle, Dorvan::TVector<float, 3> const& a,
+                            Dorvan::TVector<float, 3> const& b, bool local) {
     if (local) {
         translate(a, true);
         rotate(angle, b - a, true);

@@ -28,7 +28,8 @@ public:
     void rotate(float angle, Dorvan::TVector<float, 3> const& axis, bool local);
     void rotate(float angle, float x, float y, float z, bool local);
     // About the line through a and b.
-    void rotate(float angle, Dorvan::TVector<float, 3> const& a, Dorvan::TVector<float, 3> const& b, bool local);
+    void rotate(float angle, Dorvan::TVector<float, 3> const& a, Dorvan::TVector<float, 3> const& b,
+                bool local);
     // Reserved: does nothing.
     void rotate(Dorvan::Quaternion<float> const& rotation, bool local);
     void scale(float x, float y, float z, bool local);

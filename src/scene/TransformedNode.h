@@ -29,7 +29,8 @@ public:
         mWorld = world;
         mInverseDirty = true;
     }
-    void assignWorldTransformation(Dorvan::Matrix<float, 4> const& world, Dorvan::Matrix<float, 4> const& inverse);
+    void assignWorldTransformation(Dorvan::Matrix<float, 4> const& world,
+                                   Dorvan::Matrix<float, 4> const& inverse);
 
     // In world coordinates; always a BoundingBox.
     BoundingVolume& getBoundingVolume() const { return mBoundingVolume; }

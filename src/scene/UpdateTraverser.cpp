@@ -39,7 +39,8 @@ inline Traverser::StatusResult enter(Node& node, Group& parent, bool calcInverse
         node.getNodeType() == Node::TypeTransformation ? dynamic_cast<TransformationNode*>(&node) : 0;
     if (transformation) {
         if (changed || parentMoved) {
-            Dorvan::Matrix<float, 4> world = ptn.getWorldTransformation() * transformation->getLocalTransformation();
+            Dorvan::Matrix<float, 4> world =
+                ptn.getWorldTransformation() * transformation->getLocalTransformation();
             if (calcInverse)
                 tn.assignWorldTransformation(world, transformation->getInverseTransformation() *
                                                         ptn.getInverseWorldTransformation());
@@ -112,7 +113,8 @@ Traverser::StatusResult UpdateTraverser::ModifiedFilter::filter(Node& node) {
 }
 
 UpdateTraverser::UpdateTraverser(SceneRoot& root)
-    : Traverser(*root.getRoot()), mSceneRoot(&root), mRoot(root.getRoot()), mHandler(new UpdateHandler(this, false)) {
+    : Traverser(*root.getRoot()), mSceneRoot(&root), mRoot(root.getRoot()),
+      mHandler(new UpdateHandler(this, false)) {
     addHandler(mHandler);
     setSkipRoot(true);
 }

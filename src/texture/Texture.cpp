@@ -17,19 +17,10 @@ TextureManager* findTextureManager() {
 }  // namespace
 
 Texture::Texture(unsigned int channels, unsigned int texCount)
-    : mTextureId(0),
-      mChannels(channels),
-      mTexCount(texCount),
-      mTexMode(Modulate),
-      mBorderColor(0.0f, 0.0f, 0.0f, 1.0f),
-      mConstantColor(0.0f, 0.0f, 0.0f, 1.0f),
-      mMagFilter(Linear),
-      mMinFilter(Linear),
-      mMipMapChooseFilter(Linear),
-      mMipMapFilter(Linear),
-      mGenerateMipMaps(false),
-      mMinMipMapLevel(0),
-      mMaxMipMapLevel(5),
+    : mTextureId(0), mChannels(channels), mTexCount(texCount), mTexMode(Modulate),
+      mBorderColor(0.0f, 0.0f, 0.0f, 1.0f), mConstantColor(0.0f, 0.0f, 0.0f, 1.0f), mMagFilter(Linear),
+      mMinFilter(Linear), mMipMapChooseFilter(Linear), mMipMapFilter(Linear), mGenerateMipMaps(false),
+      mMinMipMapLevel(0), mMaxMipMapLevel(5),
       mWrapModes(static_cast<std::size_t>(channels) * texCount, Repeat) {
     // Without an engine (before startup, after shutdown) a texture still works, with id 0.
     if (TextureManager* manager = findTextureManager())

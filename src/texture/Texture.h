@@ -78,7 +78,8 @@ public:
     virtual bool doGenerateMipMaps() const;
     virtual unsigned int getMinMipMapLevel() const;
     virtual unsigned int getMaxMipMapLevel() const;
-    virtual Dorvan::SharedPtr<TextureSource> getTextureSource(unsigned int index, unsigned int level) const = 0;
+    virtual Dorvan::SharedPtr<TextureSource> getTextureSource(unsigned int index,
+                                                              unsigned int level) const = 0;
 
     Texture(const Texture&) = delete;
     Texture& operator=(const Texture&) = delete;

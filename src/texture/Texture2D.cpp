@@ -7,7 +7,8 @@ namespace Velun {
 
 Texture2D::Texture2D() : Texture(2, 1), mModified(0) {}
 
-Texture2D::Texture2D(Dorvan::SharedPtr<TextureSource> source) : Texture(2, 1), mSource(source), mModified(0) {}
+Texture2D::Texture2D(Dorvan::SharedPtr<TextureSource> source)
+    : Texture(2, 1), mSource(source), mModified(0) {}
 
 Texture2D::~Texture2D() {}
 
@@ -15,7 +16,9 @@ Texture::TextureType Texture2D::getTextureType() const { return Type2D; }
 
 bool Texture2D::hasChanged(std::int64_t stamp) const { return mModified >= stamp; }
 
-Dorvan::SharedPtr<TextureSource> Texture2D::getTextureSource(unsigned int, unsigned int) const { return mSource; }
+Dorvan::SharedPtr<TextureSource> Texture2D::getTextureSource(unsigned int, unsigned int) const {
+    return mSource;
+}
 
 void Texture2D::setTextureSource(Dorvan::SharedPtr<TextureSource> source) {
     mSource = source;

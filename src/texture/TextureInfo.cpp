@@ -13,7 +13,8 @@ TextureInfo::TextureInfo()
 
 TextureInfo::TextureInfo(unsigned int width, unsigned int height, unsigned int depth, DataType::Type type,
                          Color::Format format)
-    : mWidth(width), mHeight(height), mDepth(depth), mChannels(0), mDataType(type), mColorFormat(Color::None) {
+    : mWidth(width), mHeight(height), mDepth(depth), mChannels(0), mDataType(type),
+      mColorFormat(Color::None) {
     setColorFormat(format);
 }
 

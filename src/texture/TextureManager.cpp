@@ -7,7 +7,8 @@ namespace {
 // The lookup shared by the four texture kinds: cache, then the first loader that
 // accepts. The result is cached even when empty, so a failed name is not retried.
 template <class T, class CanLoad, class Load>
-Dorvan::SharedPtr<T> findOrLoad(const std::string& name, Dorvan::LinkedMap<std::string, Dorvan::SharedPtr<T>>& cache,
+Dorvan::SharedPtr<T> findOrLoad(const std::string& name,
+                                Dorvan::LinkedMap<std::string, Dorvan::SharedPtr<T>>& cache,
                                 const Dorvan::SharedPtr<NameMapper>& mapper,
                                 const Dorvan::Vector<TextureLoader*>& loaders, CanLoad canLoad, Load load) {
     if (cache.containsKey(name))
@@ -51,7 +52,9 @@ bool TextureManager::unregisterTextureSourceLoader(TextureSourceLoader& loader) 
     return true;
 }
 
-void TextureManager::setTextureNameMapper(Dorvan::SharedPtr<NameMapper> mapper) { mTextureNameMapper = mapper; }
+void TextureManager::setTextureNameMapper(Dorvan::SharedPtr<NameMapper> mapper) {
+    mTextureNameMapper = mapper;
+}
 
 Dorvan::SharedPtr<NameMapper> TextureManager::getTextureNameMapper() const { return mTextureNameMapper; }
 
@@ -100,7 +103,8 @@ Dorvan::SharedPtr<TextureSource> TextureManager::getTextureSource(const std::str
     return Dorvan::SharedPtr<TextureSource>();
 }
 
-Dorvan::SharedPtr<TextureSource> TextureManager::getTextureSource(const std::string& name, const TextureInfo& info) {
+Dorvan::SharedPtr<TextureSource> TextureManager::getTextureSource(const std::string& name,
+                                                                  const TextureInfo& info) {
     if (!mTextureSourceNameMapper)
         return Dorvan::SharedPtr<TextureSource>();
     NameMapper::ResourceInfo resource = mTextureSourceNameMapper->getResourceInfo(name);

@@ -55,8 +55,8 @@ struct WordTables {
 // the alpha pixel of column x is the x-th of its row.
 template <unsigned int Stride, unsigned int AlphaStride>
 void composeRow(const unsigned char* p, const unsigned char* alphaRow, const std::size_t* alphaColumn,
-                unsigned int width, std::size_t pixelSize, std::size_t alphaPixelSize, const WordTables& tables,
-                unsigned char* out) {
+                unsigned int width, std::size_t pixelSize, std::size_t alphaPixelSize,
+                const WordTables& tables, unsigned char* out) {
     const std::size_t step = Stride ? Stride : pixelSize;
     const std::size_t alphaStep = AlphaStride ? AlphaStride : alphaPixelSize;
     const std::uint32_t* const red = tables.component[0];
@@ -121,12 +121,14 @@ void logTooLarge(unsigned int width, unsigned int height, unsigned int depth) {
 
 }  // namespace
 
-TextureProxy::TextureProxy(unsigned int width, unsigned int height, const Color& color) : mModified(0), mData(0) {
+TextureProxy::TextureProxy(unsigned int width, unsigned int height, const Color& color)
+    : mModified(0), mData(0) {
     createData(width, height, color);
 }
 
-TextureProxy::TextureProxy(Dorvan::SharedPtr<TextureSource> source, Dorvan::SharedPtr<TextureSource> alphaSource,
-                           float scale, float bias, unsigned int alphaChannel)
+TextureProxy::TextureProxy(Dorvan::SharedPtr<TextureSource> source,
+                           Dorvan::SharedPtr<TextureSource> alphaSource, float scale, float bias,
+                           unsigned int alphaChannel)
     : mModified(0), mData(0) {
     updateData(source, alphaSource, scale, bias, alphaChannel);
 }
@@ -146,8 +148,8 @@ const void* TextureProxy::getPixel(unsigned int x, unsigned int y, unsigned int 
     return mData + index * 4;
 }
 
-bool TextureProxy::copyData(unsigned int, unsigned int, unsigned int, unsigned int, unsigned int, unsigned int,
-                            void*) const {
+bool TextureProxy::copyData(unsigned int, unsigned int, unsigned int, unsigned int, unsigned int,
+                            unsigned int, void*) const {
     return false;
 }
 
@@ -185,8 +187,9 @@ void TextureProxy::createData(unsigned int width, unsigned int height, const Col
         std::memcpy(out, pixel, 4);
 }
 
-void TextureProxy::updateData(Dorvan::SharedPtr<TextureSource> source, Dorvan::SharedPtr<TextureSource> alphaSource,
-                              float scale, float bias, unsigned int alphaChannel) {
+void TextureProxy::updateData(Dorvan::SharedPtr<TextureSource> source,
+                              Dorvan::SharedPtr<TextureSource> alphaSource, float scale, float bias,
+                              unsigned int alphaChannel) {
     std::free(mData);
     mData = 0;
     if (!source)
@@ -250,7 +253,8 @@ bool TextureProxy::composeBytes(const TextureSource& source, const TextureSource
     ComponentRead reads[4];
     for (int c = 0; c < 3; ++c) {
         int offset = layout1.component[c];
-        reads[c] = offset < 0 ? ComponentRead{0, colorOne} : ComponentRead{static_cast<unsigned int>(offset), colorTable};
+        reads[c] = offset < 0 ? ComponentRead{0, colorOne}
+                              : ComponentRead{static_cast<unsigned int>(offset), colorTable};
     }
     int alphaOffset = layout1.component[3];
     if (alphaSource)
@@ -267,7 +271,8 @@ bool TextureProxy::composeBytes(const TextureSource& source, const TextureSource
     const unsigned int depth = info1.getDepth();
     const std::size_t pixel1 = info1.getPixelSize();
     const std::size_t pixel2 = info2.getPixelSize();
-    const bool resample = info2.getWidth() != width || info2.getHeight() != height || info2.getDepth() != depth;
+    const bool resample =
+        info2.getWidth() != width || info2.getHeight() != height || info2.getDepth() != depth;
     const float xs = static_cast<float>(info2.getWidth()) / width;
     const float ys = static_cast<float>(info2.getHeight()) / height;
     const float zs = static_cast<float>(info2.getDepth()) / depth;
@@ -379,7 +384,8 @@ bool TextureProxy::copyRect(Dorvan::SharedPtr<TextureSource> source, unsigned in
         return false;
 
     const unsigned char* from = static_cast<const unsigned char*>(source->getTextureData());
-    if (from && info.getColorFormat() == mInfo.getColorFormat() && info.getDataType() == mInfo.getDataType()) {
+    if (from && info.getColorFormat() == mInfo.getColorFormat() &&
+        info.getDataType() == mInfo.getDataType()) {
         const std::size_t pixelSize = info.getPixelSize();
         const std::size_t destStride = ownWidth * pixelSize;
         const std::size_t sourceStride = srcWidth * pixelSize;

@@ -16,7 +16,8 @@ namespace {
 class FixedTimer : public TimerPlugin {
 public:
     FixedTimer(std::int64_t time, bool timestamps, bool counters, bool timers, bool initializes = true)
-        : mTime(time), mTimestamps(timestamps), mCounters(counters), mTimers(timers), mInitializes(initializes) {}
+        : mTime(time), mTimestamps(timestamps), mCounters(counters), mTimers(timers),
+          mInitializes(initializes) {}
 
     bool isInitialized() override { return mInitialized; }
     bool initialize() override {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "core/ConfigManager.h"
-#include "core/NameMapper.h"
 #include "core/LogManager.h"
+#include "core/NameMapper.h"
 #include "core/PluginManager.h"
 #include "core/ProcessManager.h"
 #include "core/ResourceManager.h"
@@ -89,8 +89,9 @@ TEST_F(VelunCoreTest, SetupMapsResourceNamesBelowTheWorkingDirectory) {
     ASSERT_FALSE(models.isNull());
     EXPECT_EQ(models.get(), resources.getObjectManager().getObjectNameMapper().get());
     EXPECT_EQ(".\\models\\tree\\oak.ms3d", models->getResourceInfo("tree/oak.ms3d").mFileName);
-    EXPECT_EQ(".\\textures\\grass.png",
-              resources.getTextureManager().getTextureSourceNameMapper()->getResourceInfo("grass.png").mFileName);
+    EXPECT_EQ(
+        ".\\textures\\grass.png",
+        resources.getTextureManager().getTextureSourceNameMapper()->getResourceInfo("grass.png").mFileName);
     EXPECT_EQ(".\\sound\\boom.wav",
               resources.getSoundManager().getSoundNameMapper()->getResourceInfo("boom.wav").mFileName);
 }

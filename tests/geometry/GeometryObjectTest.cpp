@@ -158,14 +158,16 @@ TEST_F(GeometryObjectTest, FactoryBuildsObjectsAroundSharedData) {
     GeometryObjectFactory empty("empty", SharedPtr<Geometry>(), materials);
     testing::internal::CaptureStderr();
     EXPECT_EQ(empty.createObject(), nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Could not create object empty: its factory has no geometry\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Could not create object empty: its factory has no geometry\n");
 }
 
 // A scene with one object of two unit boxes; the object sits at x = 10, its second part
 // 3 further along x.
 class GeometryObjectSceneTest : public ObjectTestModels::EngineTest {
 protected:
-    GeometryObjectSceneTest() : mScene(1), mObject(new GeometryObject("model")), mPlace(new TransformationNode()) {
+    GeometryObjectSceneTest()
+        : mScene(1), mObject(new GeometryObject("model")), mPlace(new TransformationNode()) {
         mFirst = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
         mSecond = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
         mObject->addSubobject(*mFirst);
@@ -250,7 +252,8 @@ public:
 // A camera at the origin looking down -z with a 90 degree field of view.
 std::set<std::uint64_t> walkView(SceneRoot& scene) {
     SharedPtr<Frustrum> frustrum(new Frustrum(Matrix4::identity(), CameraSettings::Perspective,
-                                              CameraSettings::AspectFovXFromY, 0.1, 100.0, 90.0f, 90.0f, 1.0f));
+                                              CameraSettings::AspectFovXFromY, 0.1, 100.0, 90.0f, 90.0f,
+                                              1.0f));
     View view(scene, frustrum, SharedPtr<Velun::RenderSettings>());
     Recorder* recorder = new Recorder();
     SharedPtr<Traverser::Handler> handler(recorder);

@@ -100,9 +100,10 @@ TEST_F(ObjectManagerTest, FailedLoadLogsTheLoadersCauseThenTheManagers) {
     manager().registerObjectLoader(loader);
     testing::internal::CaptureStderr();
     EXPECT_EQ(manager().createObject("missing.tmod"), nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Could not open " + mDir +
-                                                          "\\missing.tmod\n"
-                                                          "Could not find an objectloader for missing.tmod\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Could not open " + mDir +
+                  "\\missing.tmod\n"
+                  "Could not find an objectloader for missing.tmod\n");
     EXPECT_FALSE(manager().isLoaded("missing.tmod"));
 }
 

@@ -50,7 +50,8 @@ inline SharedPtr<Velun::Geometry> makeBox(Velun::Point const& lo, Velun::Point c
     }
     geometry->setIndexedVertexData(vertices);
     Velun::IndexedTriangles* triangles = new Velun::IndexedTriangles(36);
-    unsigned int const faces[6][4] = {{0, 1, 3, 2}, {4, 6, 7, 5}, {0, 4, 5, 1}, {2, 3, 7, 6}, {0, 2, 6, 4}, {1, 5, 7, 3}};
+    unsigned int const faces[6][4] = {{0, 1, 3, 2}, {4, 6, 7, 5}, {0, 4, 5, 1},
+                                      {2, 3, 7, 6}, {0, 2, 6, 4}, {1, 5, 7, 3}};
     for (int f = 0; f < 6; ++f) {
         triangles->addTriangle(faces[f][0], faces[f][1], faces[f][2]);
         triangles->addTriangle(faces[f][0], faces[f][2], faces[f][3]);
@@ -66,7 +67,8 @@ inline SharedPtr<Velun::Geometry> makeBox(Velun::Point const& lo, Velun::Point c
 class TextModelLoader : public Velun::ObjectLoader {
 public:
     explicit TextModelLoader(std::string const& fileType = "tmod", bool initializes = true)
-        : mFileType(fileType), mInitializes(initializes), mInitialized(false), mLoadCount(0), mCanLoadCount(0) {}
+        : mFileType(fileType), mInitializes(initializes), mInitialized(false), mLoadCount(0),
+          mCanLoadCount(0) {}
 
     bool isInitialized() const override { return mInitialized; }
     bool initialize() override {
@@ -123,8 +125,8 @@ public:
         geometry->setIndexedVertexData(vertices);
         geometry->createGroup().addElement(*triangles);
         geometry->setBoundingVolume(box);
-        return SharedPtr<Velun::ObjectFactory>(
-            new Velun::GeometryObjectFactory(info.getName(), SharedPtr<Velun::Geometry>(geometry), materials));
+        return SharedPtr<Velun::ObjectFactory>(new Velun::GeometryObjectFactory(
+            info.getName(), SharedPtr<Velun::Geometry>(geometry), materials));
     }
 
     int getLoadCount() const { return mLoadCount; }

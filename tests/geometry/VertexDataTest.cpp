@@ -68,7 +68,7 @@ TEST(VertexDataTest, WritesWithoutATargetAreIgnored) {
     VertexData data;
     data.setUseNormal(true);
     data.initialize(2, 2);
-    data.setVertex(1, 2, 3);  // no vertex yet
+    data.setVertex(1, 2, 3);    // no vertex yet
     data.setColor(1, 0, 0, 1);  // colours not in use
     data.addVertex();
     data.addVertex();

@@ -67,7 +67,8 @@ Rgba texel(const TextureSource& image, unsigned int x, unsigned int y) {
 // Red top left, green top right, blue bottom left, white bottom right, 8x8 each;
 // `tolerance` allows for lossy compression.
 void expectQuads(const TextureSource& image, int tolerance, int rightAlpha = 255) {
-    const Rgba expected[4] = {{255, 0, 0, 255}, {0, 255, 0, rightAlpha}, {0, 0, 255, 255}, {255, 255, 255, rightAlpha}};
+    const Rgba expected[4] = {
+        {255, 0, 0, 255}, {0, 255, 0, rightAlpha}, {0, 0, 255, 255}, {255, 255, 255, rightAlpha}};
     const unsigned int at[4][2] = {{3, 3}, {12, 3}, {3, 12}, {12, 12}};
     for (int i = 0; i < 4; ++i) {
         Rgba got = texel(image, at[i][0], at[i][1]);
@@ -78,7 +79,8 @@ void expectQuads(const TextureSource& image, int tolerance, int rightAlpha = 255
     }
 }
 
-void expectInfo(const TextureSource& image, Color::Format format, unsigned int channels, DataType::Type type) {
+void expectInfo(const TextureSource& image, Color::Format format, unsigned int channels,
+                DataType::Type type) {
     const TextureInfo& info = image.getTextureInfo();
     EXPECT_EQ(16u, info.getWidth());
     EXPECT_EQ(16u, info.getHeight());
@@ -182,7 +184,8 @@ TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
     Dorvan::SharedPtr<TextureSource> missing = source("missing.png");
     std::string lines = testing::internal::GetCapturedStderr();
     EXPECT_FALSE(missing);
-    EXPECT_EQ(std::string("Error opening .\\textures\\missing.png: ") + iluErrorString(IL_COULD_NOT_OPEN_FILE) + "\n",
+    EXPECT_EQ(std::string("Error opening .\\textures\\missing.png: ") +
+                  iluErrorString(IL_COULD_NOT_OPEN_FILE) + "\n",
               lines);
 
     // DevIL hands a freed name out again, so a failed image that was deleted leaves the
@@ -211,7 +214,8 @@ TEST_F(DevILTextureSourceLoaderTest, RefusesAPngCutInsideAChunk) {
     std::ofstream((mDirectory / "textures" / "cut.png").string(), std::ios::binary).write(bytes.data(), 60);
     testing::internal::CaptureStderr();
     EXPECT_FALSE(source("cut.png"));
-    EXPECT_EQ(std::string("Error opening .\\textures\\cut.png: ") + iluErrorString(IL_INVALID_FILE_HEADER) + "\n",
+    EXPECT_EQ(std::string("Error opening .\\textures\\cut.png: ") + iluErrorString(IL_INVALID_FILE_HEADER) +
+                  "\n",
               testing::internal::GetCapturedStderr());
 }
 
@@ -273,7 +277,8 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
     core.startup();
     DevILTextureSourceLoader loader;
     loader.initialize();
-    Dorvan::SharedPtr<TextureSource> again = loader.load(NameMapper::ResourceInfo("rgb.png", ".\\textures\\rgb.png", "png"));
+    Dorvan::SharedPtr<TextureSource> again =
+        loader.load(NameMapper::ResourceInfo("rgb.png", ".\\textures\\rgb.png", "png"));
     ASSERT_TRUE(again);
     rgb = Dorvan::SharedPtr<TextureSource>();
     EXPECT_EQ(255, texel(*again, 3, 3).r);

@@ -40,7 +40,8 @@ TEST_F(LoaderPluginsTest, RepeatedSessionsLoadAgain) {
             core.getResourceManager().getTextureManager().getTextureSource("rgb.png");
         ASSERT_TRUE(image);
         EXPECT_EQ(255, static_cast<const unsigned char*>(image->getPixel(0, 0, 0))[0]);
-        std::unique_ptr<ObjectNode> jeep(core.getResourceManager().getObjectManager().createObject("jeep1.ms3d"));
+        std::unique_ptr<ObjectNode> jeep(
+            core.getResourceManager().getObjectManager().createObject("jeep1.ms3d"));
         EXPECT_TRUE(jeep);
         jeep.reset();
         core.shutdown();

@@ -143,7 +143,8 @@ TEST_F(Ms3dObjectLoaderTest, ObjectsOfOneFileShareGeometryAndMaterials) {
     EXPECT_NE(first.get(), second.get());
     EXPECT_EQ(first->getSubobjectAt(0)->getGeometry(0), second->getSubobjectAt(0)->getGeometry(0));
     EXPECT_EQ(first->getDefaultMaterial(0), second->getDefaultMaterial(0));
-    Dorvan::SharedPtr<ObjectFactory> factory = core.getResourceManager().getObjectManager().getObjectFactory("jeep1.ms3d");
+    Dorvan::SharedPtr<ObjectFactory> factory =
+        core.getResourceManager().getObjectManager().getObjectFactory("jeep1.ms3d");
     ASSERT_TRUE(factory);
     EXPECT_NE(nullptr, dynamic_cast<Ms3dObjectFactory*>(factory.get()));
     EXPECT_EQ("jeep1.ms3d", factory->getName());
@@ -246,8 +247,9 @@ TEST_F(Ms3dObjectLoaderTest, RefusesWhatIsNotAVersionOneThreeOrFourModel) {
         model.version = version;
         std::string name = "v" + std::to_string(version) + ".ms3d";
         EXPECT_FALSE(createWritten(name, model, &lines));
-        EXPECT_EQ(0u, lines.find("Error loading ms3d file: Unhandled file version. Only Milkshape3D Version 1.3 and "
-                                 "1.4 is supported.\n"));
+        EXPECT_EQ(0u, lines.find(
+                          "Error loading ms3d file: Unhandled file version. Only Milkshape3D Version 1.3 and "
+                          "1.4 is supported.\n"));
     }
     model.version = 3;
     EXPECT_TRUE(createWritten("v3.ms3d", model));
@@ -266,8 +268,9 @@ TEST_F(Ms3dObjectLoaderTest, RefusesDamagedFilesWithOneLine) {
     writeModel("cut.ms3d", bytes);
     std::string lines;
     EXPECT_FALSE(create("cut.ms3d", &lines));
-    EXPECT_EQ("Error loading ms3d file .\\models\\cut.ms3d: 1 triangles need 70 bytes, but only 30 are left\n",
-              firstLine(lines));
+    EXPECT_EQ(
+        "Error loading ms3d file .\\models\\cut.ms3d: 1 triangles need 70 bytes, but only 30 are left\n",
+        firstLine(lines));
 
     ms3dtest::Model model = oneTriangle();
     model.triangles[0].v[2] = 9;

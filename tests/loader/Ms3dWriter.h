@@ -167,11 +167,13 @@ inline Model grid(unsigned quadsPerGroup, unsigned groups) {
         std::size_t base = model.vertices.size();
         for (unsigned j = 0; j <= rows; ++j)
             for (unsigned i = 0; i <= width; ++i)
-                model.vertices.push_back({static_cast<float>(i + g * (width + 2)), std::sin(0.3f * i) * std::cos(0.2f * j),
-                                          static_cast<float>(j)});
+                model.vertices.push_back({static_cast<float>(i + g * (width + 2)),
+                                          std::sin(0.3f * i) * std::cos(0.2f * j), static_cast<float>(j)});
         for (unsigned q = 0; q < quadsPerGroup; ++q) {
             unsigned i = q % width, j = q / width;
-            auto at = [&](unsigned x, unsigned y) { return static_cast<std::uint16_t>(base + y * (width + 1) + x); };
+            auto at = [&](unsigned x, unsigned y) {
+                return static_cast<std::uint16_t>(base + y * (width + 1) + x);
+            };
             Triangle a = triangle(at(i, j), at(i, j + 1), at(i + 1, j));
             Triangle b = triangle(at(i + 1, j), at(i, j + 1), at(i + 1, j + 1));
             for (Triangle* t : {&a, &b}) {

@@ -100,7 +100,6 @@ GeometryObject* texturedQuad(SharedPtr<TextureSource> image) {
     return object;
 }
 
-
 }  // namespace
 
 TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
@@ -108,21 +107,25 @@ TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
         const char* name;
         int tolerance;  // lossy formats come back close, not exact
     };
-    const Case cases[] = {{"rgb.png", 0},         {"rgba.png", 0}, {"palette.png", 0},   {"deep.png", 1},
-                          {"quads.jpg", 12},      {"quads.tga", 0}, {"quads-alpha.tga", 0}, {"quads.bmp", 0},
-                          {"quads.dds", 0},       {"quads-dxt1.dds", 8}};
+    const Case cases[] = {{"rgb.png", 0},    {"rgba.png", 0},      {"palette.png", 0},     {"deep.png", 1},
+                          {"quads.jpg", 12}, {"quads.tga", 0},     {"quads-alpha.tga", 0}, {"quads.bmp", 0},
+                          {"quads.dds", 0},  {"quads-dxt1.dds", 8}};
     // Red top left, green top right, blue bottom left, white bottom right.
     const Rgb expected[4] = {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}, {255, 255, 255}};
-    const int at[4][2] = {{kSize / 4, kSize / 4}, {3 * kSize / 4, kSize / 4}, {kSize / 4, 3 * kSize / 4},
+    const int at[4][2] = {{kSize / 4, kSize / 4},
+                          {3 * kSize / 4, kSize / 4},
+                          {kSize / 4, 3 * kSize / 4},
                           {3 * kSize / 4, 3 * kSize / 4}};
     for (const Case& c : cases) {
-        SharedPtr<TextureSource> image = VelunCore::getSingleton().getResourceManager().getTextureManager().getTextureSource(c.name);
+        SharedPtr<TextureSource> image =
+            VelunCore::getSingleton().getResourceManager().getTextureManager().getTextureSource(c.name);
         ASSERT_TRUE(image) << c.name;
         place(texturedQuad(image), 0, 0, -1);
         frame();
         for (int i = 0; i < 4; ++i) {
             Rgb got = pixel(at[i][0], at[i][1]);
-            EXPECT_TRUE(RenderGLTest::near(got, expected[i], c.tolerance)) << c.name << " at " << at[i][0] << "," << at[i][1];
+            EXPECT_TRUE(RenderGLTest::near(got, expected[i], c.tolerance))
+                << c.name << " at " << at[i][0] << "," << at[i][1];
         }
         if (std::string(c.name) == "quads.bmp")
             save("bmp");
@@ -131,7 +134,8 @@ TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
 }
 
 TEST_F(LoaderDrawTest, TheJeepStandsTextured) {
-    std::unique_ptr<ObjectNode> made(VelunCore::getSingleton().getResourceManager().getObjectManager().createObject("jeep1.ms3d"));
+    std::unique_ptr<ObjectNode> made(
+        VelunCore::getSingleton().getResourceManager().getObjectManager().createObject("jeep1.ms3d"));
     ASSERT_TRUE(made);
     // Seen from its left side, a little from above: it is 17 units long along z.
     place(made.release(), 0, -4, -13, 0.35f, 1.5708f);

@@ -13,7 +13,8 @@ namespace {
 // Counts its runs and returns a chosen result; tells a flag when it ends.
 class CountingModifier : public Modifier, public Process {
 public:
-    explicit CountingModifier(bool* destroyed = 0) : mRuns(0), mResult(0), mLastTimestamp(-1), mDestroyed(destroyed) {}
+    explicit CountingModifier(bool* destroyed = 0)
+        : mRuns(0), mResult(0), mLastTimestamp(-1), mDestroyed(destroyed) {}
     ~CountingModifier() {
         if (mDestroyed)
             *mDestroyed = true;
@@ -133,7 +134,8 @@ TEST_F(EventManagerTest, ModifierThatIsNoProcessIsRegisteredAndDoesNothing) {
 TEST_F(EventManagerTest, NullModifierIsReported) {
     testing::internal::CaptureStderr();
     manager().registerModifier(SharedPtr<Modifier>());
-    EXPECT_EQ("EventManager::registerModifier: the modifier is null\n", testing::internal::GetCapturedStderr());
+    EXPECT_EQ("EventManager::registerModifier: the modifier is null\n",
+              testing::internal::GetCapturedStderr());
     EXPECT_EQ(0u, manager().getProcessList()->size());
     EXPECT_FALSE(manager().unregisterModifier(SharedPtr<Modifier>()));
 }

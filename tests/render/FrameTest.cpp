@@ -7,6 +7,7 @@
 
 #include "TestRenderEngine.h"
 #include "core/ProcessManager.h"
+#include "core/ResourceManager.h"
 #include "core/VelunCore.h"
 #include "input/InputManager.h"
 #include "input/InputProvider.h"
@@ -21,7 +22,6 @@
 #include "scene/SceneManager.h"
 #include "scene/TransformationNode.h"
 #include "sound/SoundManager.h"
-#include "core/ResourceManager.h"
 
 using Dorvan::SharedPtr;
 using namespace Velun;
@@ -81,7 +81,8 @@ protected:
         mInput = new InputProbe();
     }
     void TearDown() override {
-        std::vector<Process*>& sound = *VelunCore::getSingleton().getResourceManager().getSoundManager().getProcessList();
+        std::vector<Process*>& sound =
+            *VelunCore::getSingleton().getResourceManager().getSoundManager().getProcessList();
         sound.erase(std::remove(sound.begin(), sound.end(), &mSound), sound.end());
         delete mInput;
         VelunCore::getSingleton().shutdown();
@@ -129,8 +130,8 @@ TEST_F(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
 
     render.registerRenderer("test", mEngine);
     EXPECT_EQ(1, render.initializeRenderer(false));
-    RenderTest::TestRenderWindow* window =
-        static_cast<RenderTest::TestRenderWindow*>(render.createRenderWindow("main", 800, 600, false, 0, 0, 0));
+    RenderTest::TestRenderWindow* window = static_cast<RenderTest::TestRenderWindow*>(
+        render.createRenderWindow("main", 800, 600, false, 0, 0, 0));
     ASSERT_NE(nullptr, window);
     window->mAfterRender = stopAfterFrame;
 
@@ -175,8 +176,8 @@ TEST_F(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
 TEST_F(FrameTest, WindowWithoutTargetIsOnlyCleared) {
     RenderManager& render = VelunCore::getSingleton().getRenderManager();
     render.registerRenderer("test", mEngine);
-    RenderTest::TestRenderWindow* window =
-        static_cast<RenderTest::TestRenderWindow*>(render.createRenderWindow("bare", 320, 200, false, 0, 0, 0));
+    RenderTest::TestRenderWindow* window = static_cast<RenderTest::TestRenderWindow*>(
+        render.createRenderWindow("bare", 320, 200, false, 0, 0, 0));
     window->mAfterRender = stopAfterFrame;
     mLog.clear();
     VelunCore::getSingleton().getProcessManager().run(true);

@@ -96,7 +96,8 @@ TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
     EXPECT_EQ(b, manager().getRenderWindowByName("b"));
     EXPECT_EQ(nullptr, manager().getRenderWindowByName("c"));
     ASSERT_EQ(2u, manager().getProcessList()->size());
-    EXPECT_EQ(b, static_cast<RenderManager::RenderAdapter*>(manager().getProcessList()->at(1))->getRenderer());
+    EXPECT_EQ(b,
+              static_cast<RenderManager::RenderAdapter*>(manager().getProcessList()->at(1))->getRenderer());
 
     // A destroyed window's id is never handed out again.
     EXPECT_TRUE(manager().destroyRenderWindow(0));
@@ -106,8 +107,10 @@ TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
     EXPECT_EQ(b, manager().getRenderWindow(1));
     EXPECT_EQ(2u, manager().getRenderWindowCount());
     ASSERT_EQ(2u, manager().getProcessList()->size());
-    EXPECT_EQ(b, static_cast<RenderManager::RenderAdapter*>(manager().getProcessList()->at(0))->getRenderer());
-    EXPECT_EQ(c, static_cast<RenderManager::RenderAdapter*>(manager().getProcessList()->at(1))->getRenderer());
+    EXPECT_EQ(b,
+              static_cast<RenderManager::RenderAdapter*>(manager().getProcessList()->at(0))->getRenderer());
+    EXPECT_EQ(c,
+              static_cast<RenderManager::RenderAdapter*>(manager().getProcessList()->at(1))->getRenderer());
 
     EXPECT_EQ(2, manager().setPrimaryRenderWindow(2));
     EXPECT_EQ(c, manager().getPrimaryRenderWindow());
@@ -170,7 +173,8 @@ TEST_F(RenderManagerTest, UnregisteredEngineLeavesWithItsWindows) {
 TEST_F(RenderManagerTest, BadArgumentsAreReportedAndRefused) {
     testing::internal::CaptureStderr();
     manager().registerRenderer("none", 0);
-    EXPECT_EQ("RenderManager::registerRenderer: no engine given for 'none'\n", testing::internal::GetCapturedStderr());
+    EXPECT_EQ("RenderManager::registerRenderer: no engine given for 'none'\n",
+              testing::internal::GetCapturedStderr());
     EXPECT_EQ(0u, manager().getRendererNames()->size());
 
     manager().registerRenderer("test", mFirst);

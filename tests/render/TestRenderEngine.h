@@ -55,8 +55,8 @@ public:
         record("initialize " + mName);
         return true;
     }
-    Velun::RenderWindow* createRenderWindow(int id, std::string const& name, int width, int height, bool fullscreen,
-                                            int offsetX, int offsetY,
+    Velun::RenderWindow* createRenderWindow(int id, std::string const& name, int width, int height,
+                                            bool fullscreen, int offsetX, int offsetY,
                                             Dorvan::LinkedMap<std::string, std::string>*) override;
     Velun::Capabilities* getCapabilities() override { return &mCapabilities; }
     void shutdown() override {
@@ -82,15 +82,10 @@ private:
 // A window that draws by writing lines into the log: the stand-in for a GL window.
 class TestRenderWindow : public Velun::RenderWindow, public Velun::ViewportRenderer {
 public:
-    TestRenderWindow(TestRenderEngine* engine, CallLog* log, int id, std::string const& name, int width, int height,
-                     bool fullscreen, int offsetX, int offsetY)
-        : RenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, 0),
-          mEngine(engine),
-          mContext(engine),
-          mLog(log),
-          mGrabbed(false),
-          mCursorVisible(true),
-          mAfterRender(0) {}
+    TestRenderWindow(TestRenderEngine* engine, CallLog* log, int id, std::string const& name, int width,
+                     int height, bool fullscreen, int offsetX, int offsetY)
+        : RenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, 0), mEngine(engine),
+          mContext(engine), mLog(log), mGrabbed(false), mCursorVisible(true), mAfterRender(0) {}
     ~TestRenderWindow() override { record("destroy window " + getName()); }
 
     Velun::RenderEngine* getRenderEngine() override { return mEngine; }
@@ -132,7 +127,8 @@ protected:
         record(line.str());
     }
     void clearDepth() override { record("clear depth"); }
-    void renderPass(Velun::Camera& camera, Dorvan::SharedPtr<Velun::View> const& view, bool overlay) override {
+    void renderPass(Velun::Camera& camera, Dorvan::SharedPtr<Velun::View> const& view,
+                    bool overlay) override {
         Dorvan::SharedPtr<NameCollector> collector(new NameCollector());
         view->addHandler(collector);
         view->reset(false);
@@ -162,9 +158,9 @@ public:
     void (*mAfterRender)();
 };
 
-inline Velun::RenderWindow* TestRenderEngine::createRenderWindow(int id, std::string const& name, int width,
-                                                                 int height, bool fullscreen, int offsetX, int offsetY,
-                                                                 Dorvan::LinkedMap<std::string, std::string>*) {
+inline Velun::RenderWindow*
+TestRenderEngine::createRenderWindow(int id, std::string const& name, int width, int height, bool fullscreen,
+                                     int offsetX, int offsetY, Dorvan::LinkedMap<std::string, std::string>*) {
     std::ostringstream line;
     line << "create window " << id << " " << name << " " << width << "x" << height << " on " << mName;
     record(line.str());

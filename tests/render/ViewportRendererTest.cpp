@@ -88,9 +88,10 @@ TEST_F(ViewportRendererTest, OverlayAddsASecondPassOnlyWhenSwitchedOn) {
     Overlay& hud = VelunCore::getSingleton().getSceneManager().createOverlay();
     mCamera->setOverlay(hud);
     addViewport(0, 0, 200, 100, mCamera);
-    EXPECT_EQ((CallLog{"render w at 0", "clear surface", "viewport 0 0 200 100", "clear depth",
-                       "pass eye scene 1 aspect 2:", "clear depth", "overlay pass eye scene 2 aspect 2:", "swap"}),
-              draw());
+    EXPECT_EQ(
+        (CallLog{"render w at 0", "clear surface", "viewport 0 0 200 100", "clear depth",
+                 "pass eye scene 1 aspect 2:", "clear depth", "overlay pass eye scene 2 aspect 2:", "swap"}),
+        draw());
     mCamera->setUseOverlay(false);
     EXPECT_EQ((CallLog{"render w at 0", "clear surface", "viewport 0 0 200 100", "clear depth",
                        "pass eye scene 1 aspect 2:", "swap"}),

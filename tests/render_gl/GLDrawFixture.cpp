@@ -14,7 +14,8 @@ public:
     void TearDown() override { GLDrawTest::stopWindow(); }
 };
 
-::testing::Environment* const gWindowEnvironment = ::testing::AddGlobalTestEnvironment(new WindowEnvironment());
+::testing::Environment* const gWindowEnvironment =
+    ::testing::AddGlobalTestEnvironment(new WindowEnvironment());
 
 }  // namespace
 

@@ -58,7 +58,8 @@ inline ::testing::AssertionResult near(Rgb actual, Rgb expected, int tolerance =
     if (std::abs(actual.r - expected.r) <= tolerance && std::abs(actual.g - expected.g) <= tolerance &&
         std::abs(actual.b - expected.b) <= tolerance)
         return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << "colour " << actual << ", expected " << expected << " +-" << tolerance;
+    return ::testing::AssertionFailure()
+           << "colour " << actual << ", expected " << expected << " +-" << tolerance;
 }
 
 inline int toByte(float v) { return int(std::lround(v * 255.0f)); }
@@ -82,7 +83,8 @@ inline SharedPtr<Velun::Geometry> makeQuad(QuadSpec const& shape) {
     for (unsigned int l = 0; l < shape.layers; ++l)
         vertices->addTextureIndex(l);
     vertices->initialize(4, 4);
-    float const corners[4][2] = {{shape.x0, shape.y0}, {shape.x1, shape.y0}, {shape.x1, shape.y1}, {shape.x0, shape.y1}};
+    float const corners[4][2] = {
+        {shape.x0, shape.y0}, {shape.x1, shape.y0}, {shape.x1, shape.y1}, {shape.x0, shape.y1}};
     float const uv[4][2] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
     for (int i = 0; i < 4; ++i) {
         vertices->addVertex();
@@ -195,8 +197,8 @@ protected:
 
     // An object with one quad subobject, placed at (x, y, z) below `parent`; the object's
     // default material 0 is `material`. Returns the placing transformation.
-    Velun::TransformationNode& addQuad(Velun::Branch& parent, float x, float y, float z, QuadSpec const& shape,
-                                       SharedPtr<Velun::Material> material) {
+    Velun::TransformationNode& addQuad(Velun::Branch& parent, float x, float y, float z,
+                                       QuadSpec const& shape, SharedPtr<Velun::Material> material) {
         Velun::TransformationNode& place = own(new Velun::TransformationNode());
         place.translate(x, y, z, false);
         Velun::GeometryObject& object = own(new Velun::GeometryObject());
@@ -275,7 +277,9 @@ protected:
     struct NodeList {
         std::vector<std::unique_ptr<Velun::Node>> nodes;
         template <class... A>
-        void emplace_back(A&&... a) { nodes.emplace_back(std::forward<A>(a)...); }
+        void emplace_back(A&&... a) {
+            nodes.emplace_back(std::forward<A>(a)...);
+        }
         void clear() {
             while (!nodes.empty())
                 nodes.pop_back();

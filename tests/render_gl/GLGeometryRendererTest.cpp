@@ -87,7 +87,8 @@ TEST_F(GLGeometryRendererTest, VertexElementIsDrawnFromItsOwnVertices) {
         data.setVertex(c[0], c[1], 0);
     }
     geometry->createGroup().addElement(*strip);
-    geometry->setBoundingVolume(new Velun::BoundingBox(Velun::Point(-1, -1, -0.1f), Velun::Point(1, 1, 0.1f)));
+    geometry->setBoundingVolume(
+        new Velun::BoundingBox(Velun::Point(-1, -1, -0.1f), Velun::Point(1, 1, 0.1f)));
 
     Velun::TransformationNode& place = this->own(new Velun::TransformationNode());
     place.translate(0, 0, -5, false);

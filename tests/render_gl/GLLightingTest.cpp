@@ -79,7 +79,8 @@ TEST_F(GLLightingTest, GeometryWithoutNormalsFacesItsOwnPlusZ) {
     // normal would darken the second quad, which has none.
     QuadSpec away;
     away.normals = true;
-    addQuad(root(), -2, 0, -5, away, SharedPtr<Velun::Material>(new Velun::Material())).rotateY(float(M_PI), true);
+    addQuad(root(), -2, 0, -5, away, SharedPtr<Velun::Material>(new Velun::Material()))
+        .rotateY(float(M_PI), true);
     addLitQuad(2, false);
     frame();
     savePicture("light_no_normals");

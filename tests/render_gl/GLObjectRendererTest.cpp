@@ -79,7 +79,8 @@ TEST_F(GLObjectRendererTest, EqualDistancesKeepTraversalOrderAndEntriesSortFarTo
     addQuad(root(), 0, 0, -7, QuadSpec(), colorMaterial(Color(1, 1, 1)));
     mScene->getUpdateTraverser()->run(mTime);
     SharedPtr<Velun::View> view = camera->getView(1.0f);
-    Velun::GLViewRenderer pass(sWindow->getGLRenderContext(), view, view->getRenderSettings(), view->getFrustrum());
+    Velun::GLViewRenderer pass(sWindow->getGLRenderContext(), view, view->getRenderSettings(),
+                               view->getFrustrum());
     pass.run();
     Velun::GLObjectRenderer& objects = pass.getObjectRenderer();
     ASSERT_EQ(objects.getOpaqueList().size(), 1u);

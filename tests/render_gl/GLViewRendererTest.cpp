@@ -109,7 +109,8 @@ TEST_F(GLViewRendererTest, TwoViewportsShowTheirCamerasSideBySideEachWithItsOwnA
     unlit->setUseLights(false);
     right->getCamSettings().setRenderSettings(unlit);
     other.getRoot()->attachChild(*rightCamera);
-    Velun::TransformationNode& greenQuad = addQuad(*other.getRoot(), 0, 0, -4, QuadSpec(), colorMaterial(Color(0, 1, 0)));
+    Velun::TransformationNode& greenQuad =
+        addQuad(*other.getRoot(), 0, 0, -4, QuadSpec(), colorMaterial(Color(0, 1, 0)));
     addViewport(right, 0.25f, 0.0f, 0.75f, 1.0f);
     other.getUpdateTraverser()->run(mTime);
 

@@ -15,13 +15,14 @@ namespace {
 typedef Dorvan::Matrix<float, 4> Matrix4;
 
 Frustrum perspective(float aspect = 1.0f, CameraSettings::AspectMode mode = CameraSettings::AspectFovXFromY) {
-    return Frustrum(Matrix4::identity(), CameraSettings::Perspective, mode, 0.1, 1000.0, 90.0f, 90.0f, aspect);
+    return Frustrum(Matrix4::identity(), CameraSettings::Perspective, mode, 0.1, 1000.0, 90.0f, 90.0f,
+                    aspect);
 }
 
 // Identity view and projection: the planes are x, y, z = -1 and 1.
 Frustrum unitCube() {
-    return Frustrum(Matrix4::identity(), CameraSettings::Orthographic, CameraSettings::AspectFixed, 1.0, 10.0, 0.0f,
-                    0.0f, 1.0f);
+    return Frustrum(Matrix4::identity(), CameraSettings::Orthographic, CameraSettings::AspectFixed, 1.0, 10.0,
+                    0.0f, 0.0f, 1.0f);
 }
 
 TEST(FrustrumTest, PerspectiveProjectionAndPlanes) {
@@ -57,8 +58,8 @@ TEST(FrustrumTest, DerivedFieldOfViewKeepsTheTangentRatio) {
     EXPECT_FLOAT_EQ(tall.getFovX(), 90.0f);
     EXPECT_NEAR(tall.getTop(), 0.2f, 1e-6f);
 
-    Frustrum fixed = Frustrum(Matrix4::identity(), CameraSettings::Perspective, CameraSettings::AspectFixed, 1.0,
-                              10.0, 60.0f, 90.0f, 3.0f);
+    Frustrum fixed = Frustrum(Matrix4::identity(), CameraSettings::Perspective, CameraSettings::AspectFixed,
+                              1.0, 10.0, 60.0f, 90.0f, 3.0f);
     EXPECT_EQ(fixed.getFovX(), 60.0f);
     EXPECT_EQ(fixed.getFovY(), 90.0f);
 }
@@ -67,7 +68,8 @@ TEST(FrustrumTest, ViewMatrixMovesThePlanes) {
     // A camera at z = 10 looking down -Z: the view matrix is its inverse placement.
     Matrix4 view = Matrix4::identity();
     view(2, 3) = -10.0f;
-    Frustrum f(view, CameraSettings::Perspective, CameraSettings::AspectFovXFromY, 0.1, 1000.0, 90.0f, 90.0f, 1.0f);
+    Frustrum f(view, CameraSettings::Perspective, CameraSettings::AspectFovXFromY, 0.1, 1000.0, 90.0f, 90.0f,
+               1.0f);
     EXPECT_GT(BoundingBox(Point(-1, -1, -1), Point(1, 1, 1)).intersects(f), 0);
     EXPECT_EQ(BoundingBox(Point(-1, -1, 11), Point(1, 1, 12)).intersects(f), -1);
 }

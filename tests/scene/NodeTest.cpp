@@ -2,10 +2,10 @@
 
 #include "scene/SceneRoot.h"
 
+using SceneTest::BoxLeaf;
 using Velun::Branch;
 using Velun::Node;
 using Velun::SceneRoot;
-using SceneTest::BoxLeaf;
 
 namespace {
 

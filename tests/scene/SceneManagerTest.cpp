@@ -95,7 +95,8 @@ TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes)
     EXPECT_EQ(1, scenes().getSceneGraphCount());
     EXPECT_EQ(&kept, scenes().getSceneGraph(0));
     ASSERT_EQ(1u, scenes().getProcessList()->size());
-    EXPECT_EQ(&kept, static_cast<SceneManager::UpdateAdapter*>(scenes().getProcessList()->at(0))->getSceneRoot());
+    EXPECT_EQ(&kept,
+              static_cast<SceneManager::UpdateAdapter*>(scenes().getProcessList()->at(0))->getSceneRoot());
     EXPECT_FALSE(group.isAttached());
     EXPECT_FALSE(light.isAttached());
     EXPECT_EQ(nullptr, group.getParent());

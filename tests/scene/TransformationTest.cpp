@@ -2,11 +2,11 @@
 
 #include <cmath>
 
+using SceneTest::BoxLeaf;
 using Velun::Node;
 using Velun::Point;
 using Velun::Transformation;
 using Velun::TransformationNode;
-using SceneTest::BoxLeaf;
 
 namespace {
 
@@ -51,8 +51,8 @@ TEST(TransformationTest, PrimitiveRotations) {
     // About the line through a and b: a stays, the rest turns around it.
     for (bool local : {false, true}) {
         Transformation line;
-        line.rotate(static_cast<float>(M_PI), Dorvan::TVector<float, 3>(1, 1, 0), Dorvan::TVector<float, 3>(1, 1, 1),
-                    local);
+        line.rotate(static_cast<float>(M_PI), Dorvan::TVector<float, 3>(1, 1, 0),
+                    Dorvan::TVector<float, 3>(1, 1, 1), local);
         expectPoint(place(line, Point(1, 1, 5)), 1, 1, 5);
         expectPoint(place(line, Point(2, 1, 0)), 0, 1, 0);
     }

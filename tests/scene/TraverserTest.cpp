@@ -6,10 +6,10 @@
 #include "scene/Traverser.h"
 
 using Dorvan::SharedPtr;
+using SceneTest::BoxLeaf;
 using Velun::Branch;
 using Velun::Node;
 using Velun::Traverser;
-using SceneTest::BoxLeaf;
 
 namespace {
 
@@ -21,7 +21,7 @@ public:
         static char const* names[] = {"up", "down", "next", "prev"};
         mLog << node.getName() << ":" << names[direction] << " ";
         mPrevious.push_back(previous ? previous->getName() : "-");
-        return node.getName() == mSkip ? Traverser::ResultSkip
+        return node.getName() == mSkip   ? Traverser::ResultSkip
                : node.getName() == mStop ? Traverser::ResultStop
                                          : Traverser::ResultContinue;
     }
@@ -35,7 +35,8 @@ public:
 
 class NameFilter : public Traverser::Filter {
 public:
-    NameFilter(std::string const& name, Traverser::StatusResult answer) : mName(name), mAnswer(answer), mCalls(0) {}
+    NameFilter(std::string const& name, Traverser::StatusResult answer)
+        : mName(name), mAnswer(answer), mCalls(0) {}
     Traverser::StatusResult filter(Node& node) override {
         ++mCalls;
         return node.getName() == mName ? mAnswer : Traverser::ResultContinue;

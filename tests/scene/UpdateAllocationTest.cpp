@@ -8,12 +8,12 @@
 
 namespace {
 
+using SceneTest::BoxLeaf;
 using Velun::Branch;
 using Velun::Node;
 using Velun::Point;
 using Velun::SceneRoot;
 using Velun::TransformationNode;
-using SceneTest::BoxLeaf;
 
 class UpdateAllocationTest : public SceneTest::EngineTest {};
 

@@ -9,6 +9,9 @@
 #include "scene/SceneRoot.h"
 #include "scene/UpdateTraverser.h"
 
+using SceneTest::BoxLeaf;
+using SceneTest::CountingBranch;
+using SceneTest::CountingTransformation;
 using Velun::BoundingBox;
 using Velun::BoundingVolume;
 using Velun::Branch;
@@ -17,15 +20,14 @@ using Velun::Point;
 using Velun::SceneRoot;
 using Velun::TransformationNode;
 using Velun::UpdateTraverser;
-using SceneTest::BoxLeaf;
-using SceneTest::CountingBranch;
-using SceneTest::CountingTransformation;
 
 namespace {
 
 typedef Dorvan::Matrix<float, 4> Matrix4;
 
-Point worldOrigin(Node const& node) { return Point(node.getTransformedNode().getWorldTransformation() * Point()); }
+Point worldOrigin(Node const& node) {
+    return Point(node.getTransformedNode().getWorldTransformation() * Point());
+}
 
 BoundingBox const& worldBox(Node const& node) { return node.getTransformedNode().getBoundingBox(); }
 
@@ -237,11 +239,15 @@ public:
     Dorvan::SharedPtr<Velun::Material> const getMaterial(unsigned int) const override {
         return Dorvan::SharedPtr<Velun::Material>();
     }
-    Dorvan::SharedPtr<Velun::Material> getMaterial(unsigned int) override { return Dorvan::SharedPtr<Velun::Material>(); }
+    Dorvan::SharedPtr<Velun::Material> getMaterial(unsigned int) override {
+        return Dorvan::SharedPtr<Velun::Material>();
+    }
     Dorvan::SharedPtr<Velun::Geometry> const getGeometry(int) const override {
         return Dorvan::SharedPtr<Velun::Geometry>();
     }
-    Dorvan::SharedPtr<Velun::Geometry> getGeometry(int) override { return Dorvan::SharedPtr<Velun::Geometry>(); }
+    Dorvan::SharedPtr<Velun::Geometry> getGeometry(int) override {
+        return Dorvan::SharedPtr<Velun::Geometry>();
+    }
     BoundingVolume const* getBoundingVolume() const override { return &mBox; }
     using Group::attachChild;
     BoundingBox mBox;
@@ -307,7 +313,8 @@ public:
 };
 
 struct Tree {
-    explicit Tree(Branch& root) : top("top"), place("place"), holder("holder"), still("still"), a("a"), b("b") {
+    explicit Tree(Branch& root)
+        : top("top"), place("place"), holder("holder"), still("still"), a("a"), b("b") {
         root.attachChild(top);
         top.attachChild(place);
         top.attachChild(still);

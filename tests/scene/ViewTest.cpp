@@ -100,13 +100,9 @@ protected:
     SharedPtr<RecordingHandler> mHandler;
 };
 
-TEST_F(ViewTest, CameraLookingAtTheSceneSeesWhatIsInFront) {
-    EXPECT_EQ(names({"ahead"}), visible(0.0f));
-}
+TEST_F(ViewTest, CameraLookingAtTheSceneSeesWhatIsInFront) { EXPECT_EQ(names({"ahead"}), visible(0.0f)); }
 
-TEST_F(ViewTest, CameraLookingAwaySeesWhatIsBehind) {
-    EXPECT_EQ(names({"behind"}), visible(Pi));
-}
+TEST_F(ViewTest, CameraLookingAwaySeesWhatIsBehind) { EXPECT_EQ(names({"behind"}), visible(Pi)); }
 
 TEST_F(ViewTest, CameraLookingAcrossSeesTheSide) {
     // Turned so that its -Z axis points along world +X.
@@ -148,7 +144,8 @@ TEST_F(ViewTest, OrthographicViewVisitsEverything) {
 
 TEST_F(ViewTest, PerspectiveViewHasOneFilterAndStartsAtTheRoot) {
     mScene->getUpdateTraverser()->run(0);
-    SharedPtr<Frustrum> frustrum = mCamera->getCamSettings().getFrustrum(Dorvan::Matrix<float, 4>::identity(), 1.0f);
+    SharedPtr<Frustrum> frustrum =
+        mCamera->getCamSettings().getFrustrum(Dorvan::Matrix<float, 4>::identity(), 1.0f);
     SharedPtr<RenderSettings> settings(new RenderSettings());
     SharedPtr<View> view = mScene->getView(frustrum, settings);
     ASSERT_EQ(1u, view->getFilterList().size());
@@ -162,8 +159,8 @@ TEST_F(ViewTest, PerspectiveViewHasOneFilterAndStartsAtTheRoot) {
 
 TEST_F(ViewTest, ViewFilterSkipsNodesOutsideTheFrustrum) {
     mScene->getUpdateTraverser()->run(0);
-    Frustrum frustrum(Dorvan::Matrix<float, 4>::identity(), CameraSettings::Perspective, CameraSettings::AspectFixed,
-                      0.1, 100.0, 90.0f, 90.0f, 1.0f);
+    Frustrum frustrum(Dorvan::Matrix<float, 4>::identity(), CameraSettings::Perspective,
+                      CameraSettings::AspectFixed, 0.1, 100.0, 90.0f, 90.0f, 1.0f);
     View::ViewFilter filter(&frustrum);
     EXPECT_EQ(Traverser::ResultContinue, filter.filter(*mPlaces[0]));
     EXPECT_GT(filter.getDistance(), 0.0f);

@@ -34,7 +34,8 @@ protected:
     }
 
     int runShowcase(const std::string& arguments) {
-        std::string command = mProgram.string() + " " + arguments + " > " + (mShots / "output.txt").string() + " 2>&1";
+        std::string command =
+            mProgram.string() + " " + arguments + " > " + (mShots / "output.txt").string() + " 2>&1";
         fs::create_directories(mShots);
         return std::system(command.c_str());
     }

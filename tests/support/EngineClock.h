@@ -36,7 +36,9 @@ public:
     double getHighresCounterResolution() override { return 1.0; }
     std::int64_t getTimestamp() override { return mTime; }
     Dorvan::SharedPtr<Velun::Timer> createTimer() override { return Dorvan::SharedPtr<Velun::Timer>(); }
-    Dorvan::SharedPtr<Velun::Counter> createHighresCounter() override { return Dorvan::SharedPtr<Velun::Counter>(); }
+    Dorvan::SharedPtr<Velun::Counter> createHighresCounter() override {
+        return Dorvan::SharedPtr<Velun::Counter>();
+    }
 
 private:
     std::int64_t mTime;

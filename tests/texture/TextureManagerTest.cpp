@@ -43,7 +43,8 @@ public:
         mCalls->push_back(mName + ".canConvert");
         return flag && info.getChannels() == 4;
     }
-    Dorvan::SharedPtr<TextureSource> load(const NameMapper::ResourceInfo& resource, const TextureInfo&) override {
+    Dorvan::SharedPtr<TextureSource> load(const NameMapper::ResourceInfo& resource,
+                                          const TextureInfo&) override {
         return result("loadAs", resource);
     }
     Dorvan::SharedPtr<TextureSource> load(const NameMapper::ResourceInfo& resource) override {

@@ -15,7 +15,8 @@ namespace {
 typedef Dorvan::SharedPtr<TextureSource> Source;
 
 // Pixels from bytes, in the given format.
-Source image(unsigned int width, unsigned int height, Color::Format format, const std::vector<unsigned char>& bytes) {
+Source image(unsigned int width, unsigned int height, Color::Format format,
+             const std::vector<unsigned char>& bytes) {
     TextureInfo info(width, height, 1, DataType::UnsignedByte, format);
     Dorvan::CowMemPtr<void> pixels;
     pixels.alloc(info.getMemSize());

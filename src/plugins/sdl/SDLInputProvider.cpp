@@ -50,16 +50,16 @@ bool SDLInputProvider::translateEvent(InputEvent& event, const SDL_Event& sdlEve
         if (!(sdlEvent.active.state & (SDL_APPINPUTFOCUS | SDL_APPACTIVE)))
             return false;
         type = InputEvent::SysWMEvent;
-        info = new SysWMEventInfo(sdlEvent.active.gain ? SysWMEventInfo::SysWMActivate
-                                                       : SysWMEventInfo::SysWMDeactivate,
-                                  0, 0);
+        info = new SysWMEventInfo(
+            sdlEvent.active.gain ? SysWMEventInfo::SysWMActivate : SysWMEventInfo::SysWMDeactivate, 0, 0);
         break;
     case SDL_KEYDOWN:
     case SDL_KEYUP:
         type = InputEvent::KeyEvent;
-        info = new KeyEventInfo(sdlEvent.type == SDL_KEYDOWN ? KeyEventInfo::KeyPressed : KeyEventInfo::KeyReleased,
-                                sdlEvent.key.keysym.scancode, static_cast<unsigned short>(sdlEvent.key.keysym.sym),
-                                translateModifiers(sdlEvent.key.keysym.mod), sdlEvent.key.keysym.unicode);
+        info = new KeyEventInfo(
+            sdlEvent.type == SDL_KEYDOWN ? KeyEventInfo::KeyPressed : KeyEventInfo::KeyReleased,
+            sdlEvent.key.keysym.scancode, static_cast<unsigned short>(sdlEvent.key.keysym.sym),
+            translateModifiers(sdlEvent.key.keysym.mod), sdlEvent.key.keysym.unicode);
         break;
     case SDL_MOUSEMOTION: {
         type = InputEvent::MoveEvent;
@@ -76,7 +76,7 @@ bool SDLInputProvider::translateEvent(InputEvent& event, const SDL_Event& sdlEve
     case SDL_MOUSEBUTTONUP:
         type = InputEvent::ButtonEvent;
         info = new ButtonEventInfo(sdlEvent.type == SDL_MOUSEBUTTONDOWN ? ButtonEventInfo::ButtonPressed
-                                                                       : ButtonEventInfo::ButtonReleased,
+                                                                        : ButtonEventInfo::ButtonReleased,
                                    sdlEvent.button.button, sdlEvent.button.x, sdlEvent.button.y);
         break;
     case SDL_QUIT:

@@ -167,9 +167,10 @@ TEST_F(SDLInputProviderTest, KeyEventsCarryCodesModifiersAndTheTypedCharacter) {
 }
 
 TEST_F(SDLInputProviderTest, EveryModifierBitMapsToItsEngineBit) {
-    const int pairs[][2] = {{KMOD_LSHIFT, 0x001}, {KMOD_RSHIFT, 0x002}, {KMOD_LCTRL, 0x004}, {KMOD_RCTRL, 0x008},
-                            {KMOD_LALT, 0x010},   {KMOD_RALT, 0x020},   {KMOD_LMETA, 0x040}, {KMOD_RMETA, 0x080},
-                            {KMOD_NUM, 0x100},    {KMOD_CAPS, 0x200},   {KMOD_MODE, 0x400}};
+    const int pairs[][2] = {{KMOD_LSHIFT, 0x001}, {KMOD_RSHIFT, 0x002}, {KMOD_LCTRL, 0x004},
+                            {KMOD_RCTRL, 0x008},  {KMOD_LALT, 0x010},   {KMOD_RALT, 0x020},
+                            {KMOD_LMETA, 0x040},  {KMOD_RMETA, 0x080},  {KMOD_NUM, 0x100},
+                            {KMOD_CAPS, 0x200},   {KMOD_MODE, 0x400}};
     for (const auto& pair : pairs)
         push(key(SDL_KEYDOWN, SDLK_LSHIFT, 50, pair[0]));
     push(key(SDL_KEYDOWN, SDLK_LSHIFT, 50, KMOD_LSHIFT | KMOD_RCTRL | KMOD_RALT | KMOD_LMETA | KMOD_MODE));

@@ -12,8 +12,8 @@
 #include "core/VelunCore.h"
 #include "input/InputEvent.h"
 #include "input/InputManager.h"
-#include "input/InputProvider.h"
 #include "input/InputProcessor.h"
+#include "input/InputProvider.h"
 #include "plugins/sdl/SDLPlugin.h"
 #include "support/PassRecorder.h"
 

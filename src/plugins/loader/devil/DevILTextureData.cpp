@@ -31,12 +31,13 @@ const void* DevILTextureData::getPixel(unsigned int x, unsigned int y, unsigned 
     const unsigned char* data = static_cast<const unsigned char*>(getTextureData());
     if (!data)
         return 0;
-    std::size_t index = x + static_cast<std::size_t>(mInfo.getWidth()) * (y + static_cast<std::size_t>(mInfo.getHeight()) * z);
+    std::size_t index = x + static_cast<std::size_t>(mInfo.getWidth()) *
+                                (y + static_cast<std::size_t>(mInfo.getHeight()) * z);
     return data + index * mInfo.getPixelSize();
 }
 
-bool DevILTextureData::copyData(unsigned int, unsigned int, unsigned int, unsigned int, unsigned int, unsigned int,
-                                void*) const {
+bool DevILTextureData::copyData(unsigned int, unsigned int, unsigned int, unsigned int, unsigned int,
+                                unsigned int, void*) const {
     return false;
 }
 

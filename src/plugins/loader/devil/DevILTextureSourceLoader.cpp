@@ -21,53 +21,84 @@ const char* const kChannel = "loader.devil.textureloader";
 
 Color::Format toColorFormat(ILint format) {
     switch (format) {
-    case IL_COLOUR_INDEX: return Color::ColorIndex;
-    case IL_RGB: return Color::Rgb;
-    case IL_RGBA: return Color::Rgba;
-    case IL_BGR: return Color::Bgr;
-    case IL_BGRA: return Color::Bgra;
-    case IL_LUMINANCE: return Color::Luminance;
-    default: return Color::None;
+    case IL_COLOUR_INDEX:
+        return Color::ColorIndex;
+    case IL_RGB:
+        return Color::Rgb;
+    case IL_RGBA:
+        return Color::Rgba;
+    case IL_BGR:
+        return Color::Bgr;
+    case IL_BGRA:
+        return Color::Bgra;
+    case IL_LUMINANCE:
+        return Color::Luminance;
+    default:
+        return Color::None;
     }
 }
 
 DataType::Type toDataType(ILint type) {
     switch (type) {
-    case IL_BYTE: return DataType::Byte;
-    case IL_UNSIGNED_BYTE: return DataType::UnsignedByte;
-    case IL_SHORT: return DataType::Short;
-    case IL_UNSIGNED_SHORT: return DataType::UnsignedShort;
-    case IL_INT: return DataType::Int;
-    case IL_UNSIGNED_INT: return DataType::UnsignedInt;
-    case IL_FLOAT: return DataType::Float;
-    case IL_DOUBLE: return DataType::Double;
-    default: return DataType::None;
+    case IL_BYTE:
+        return DataType::Byte;
+    case IL_UNSIGNED_BYTE:
+        return DataType::UnsignedByte;
+    case IL_SHORT:
+        return DataType::Short;
+    case IL_UNSIGNED_SHORT:
+        return DataType::UnsignedShort;
+    case IL_INT:
+        return DataType::Int;
+    case IL_UNSIGNED_INT:
+        return DataType::UnsignedInt;
+    case IL_FLOAT:
+        return DataType::Float;
+    case IL_DOUBLE:
+        return DataType::Double;
+    default:
+        return DataType::None;
     }
 }
 
 // DevIL's name for a colour format the loader can deliver; 0 for none.
 ILenum toILFormat(Color::Format format) {
     switch (format) {
-    case Color::Rgb: return IL_RGB;
-    case Color::Rgba: return IL_RGBA;
-    case Color::Bgr: return IL_BGR;
-    case Color::Bgra: return IL_BGRA;
-    case Color::Luminance: return IL_LUMINANCE;
-    default: return 0;
+    case Color::Rgb:
+        return IL_RGB;
+    case Color::Rgba:
+        return IL_RGBA;
+    case Color::Bgr:
+        return IL_BGR;
+    case Color::Bgra:
+        return IL_BGRA;
+    case Color::Luminance:
+        return IL_LUMINANCE;
+    default:
+        return 0;
     }
 }
 
 ILenum toILType(DataType::Type type) {
     switch (type) {
-    case DataType::Byte: return IL_BYTE;
-    case DataType::UnsignedByte: return IL_UNSIGNED_BYTE;
-    case DataType::Short: return IL_SHORT;
-    case DataType::UnsignedShort: return IL_UNSIGNED_SHORT;
-    case DataType::Int: return IL_INT;
-    case DataType::UnsignedInt: return IL_UNSIGNED_INT;
-    case DataType::Float: return IL_FLOAT;
-    case DataType::Double: return IL_DOUBLE;
-    default: return 0;
+    case DataType::Byte:
+        return IL_BYTE;
+    case DataType::UnsignedByte:
+        return IL_UNSIGNED_BYTE;
+    case DataType::Short:
+        return IL_SHORT;
+    case DataType::UnsignedShort:
+        return IL_UNSIGNED_SHORT;
+    case DataType::Int:
+        return IL_INT;
+    case DataType::UnsignedInt:
+        return IL_UNSIGNED_INT;
+    case DataType::Float:
+        return IL_FLOAT;
+    case DataType::Double:
+        return IL_DOUBLE;
+    default:
+        return 0;
     }
 }
 
@@ -75,7 +106,8 @@ ILenum toILType(DataType::Type type) {
 // (None, 0) or one the loader can deliver.
 bool canDeliver(const TextureInfo& info) {
     return (info.getColorFormat() == Color::None || toILFormat(info.getColorFormat()) != 0) &&
-           (info.getDataType() == DataType::None || toILType(info.getDataType()) != 0) && info.getDepth() <= 1;
+           (info.getDataType() == DataType::None || toILType(info.getDataType()) != 0) &&
+           info.getDepth() <= 1;
 }
 
 // The bound image in the engine's description.
@@ -151,8 +183,8 @@ bool ddsSizeFits(const std::string& path) {
     if (size < 128 || !in.read(reinterpret_cast<char*>(header), sizeof header))
         return false;
     auto word = [&header](int at) {
-        return std::uint64_t(header[at]) | std::uint64_t(header[at + 1]) << 8 | std::uint64_t(header[at + 2]) << 16 |
-               std::uint64_t(header[at + 3]) << 24;
+        return std::uint64_t(header[at]) | std::uint64_t(header[at + 1]) << 8 |
+               std::uint64_t(header[at + 2]) << 16 | std::uint64_t(header[at + 3]) << 24;
     };
     std::uint64_t height = word(12), width = word(16), depth = word(24);
     std::uint64_t pixels = width * height * (depth ? depth : 1);
@@ -246,7 +278,8 @@ ILuint DevILTextureSourceLoader::loadImage(const NameMapper::ResourceInfo& resou
         }
         code = ilGetError();
     }
-    if (code == IL_NO_ERROR && (ilGetInteger(IL_IMAGE_WIDTH) <= 0 || ilGetInteger(IL_IMAGE_HEIGHT) <= 0 || !ilGetData()))
+    if (code == IL_NO_ERROR &&
+        (ilGetInteger(IL_IMAGE_WIDTH) <= 0 || ilGetInteger(IL_IMAGE_HEIGHT) <= 0 || !ilGetData()))
         code = IL_INVALID_FILE_HEADER;
     if (code != IL_NO_ERROR) {
         logErrors(resource, code);
@@ -270,11 +303,15 @@ Dorvan::SharedPtr<TextureSource> DevILTextureSourceLoader::load(const NameMapper
     ILuint image = loadImage(resource);
     if (!image)
         return Dorvan::SharedPtr<TextureSource>();
-    ILenum format = info.getColorFormat() == Color::None ? ilGetInteger(IL_IMAGE_FORMAT) : toILFormat(info.getColorFormat());
-    ILenum type = info.getDataType() == DataType::None ? ilGetInteger(IL_IMAGE_TYPE) : toILType(info.getDataType());
+    ILenum format = info.getColorFormat() == Color::None ? ilGetInteger(IL_IMAGE_FORMAT)
+                                                         : toILFormat(info.getColorFormat());
+    ILenum type =
+        info.getDataType() == DataType::None ? ilGetInteger(IL_IMAGE_TYPE) : toILType(info.getDataType());
     bool done = ilConvertImage(format, type) == IL_TRUE;
-    unsigned int width = info.getWidth() ? info.getWidth() : static_cast<unsigned int>(ilGetInteger(IL_IMAGE_WIDTH));
-    unsigned int height = info.getHeight() ? info.getHeight() : static_cast<unsigned int>(ilGetInteger(IL_IMAGE_HEIGHT));
+    unsigned int width =
+        info.getWidth() ? info.getWidth() : static_cast<unsigned int>(ilGetInteger(IL_IMAGE_WIDTH));
+    unsigned int height =
+        info.getHeight() ? info.getHeight() : static_cast<unsigned int>(ilGetInteger(IL_IMAGE_HEIGHT));
     if (done && (width != static_cast<unsigned int>(ilGetInteger(IL_IMAGE_WIDTH)) ||
                  height != static_cast<unsigned int>(ilGetInteger(IL_IMAGE_HEIGHT)))) {
         iluImageParameter(ILU_FILTER, ILU_BILINEAR);

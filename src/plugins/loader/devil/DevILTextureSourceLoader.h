@@ -35,10 +35,11 @@ public:
     // The image converted to the colour format and component type of `info`, and scaled
     // to its width and height; a format of None, a type of None or a size of 0 keeps the
     // file's own. Null when the file fails or DevIL cannot make the description.
-    virtual Dorvan::SharedPtr<TextureSource> load(const NameMapper::ResourceInfo& resource, const TextureInfo& info);
+    virtual Dorvan::SharedPtr<TextureSource> load(const NameMapper::ResourceInfo& resource,
+                                                  const TextureInfo& info);
     virtual Dorvan::SharedPtr<TextureSource> load(const NameMapper::ResourceInfo& resource);
-    virtual Dorvan::SharedPtr<TextureSource> convert(Dorvan::SharedPtr<TextureSource> source, const TextureInfo& info,
-                                                     bool flag);
+    virtual Dorvan::SharedPtr<TextureSource> convert(Dorvan::SharedPtr<TextureSource> source,
+                                                     const TextureInfo& info, bool flag);
 
     // The DevIL file type of an extension (without the dot), IL_TYPE_UNKNOWN when DevIL
     // reads no such files.

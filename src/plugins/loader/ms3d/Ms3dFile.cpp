@@ -127,8 +127,8 @@ Ms3dFile::Result Ms3dFile::read(const void* data, std::size_t size) {
             triangle.vertexIndices[corner] = in.u16();
             if (triangle.vertexIndices[corner] >= vertexCount) {
                 std::ostringstream text;
-                text << "triangle " << t << " uses vertex " << triangle.vertexIndices[corner] << " (vertex count "
-                     << vertexCount << ")";
+                text << "triangle " << t << " uses vertex " << triangle.vertexIndices[corner]
+                     << " (vertex count " << vertexCount << ")";
                 return fail(text.str());
             }
         }
@@ -164,7 +164,8 @@ Ms3dFile::Result Ms3dFile::read(const void* data, std::size_t size) {
             index = in.u16();
             if (index >= triangleCount) {
                 std::ostringstream text;
-                text << "group " << g << " uses triangle " << index << " (triangle count " << triangleCount << ")";
+                text << "group " << g << " uses triangle " << index << " (triangle count " << triangleCount
+                     << ")";
                 return fail(text.str());
             }
         }
@@ -199,7 +200,8 @@ Ms3dFile::Result Ms3dFile::read(const void* data, std::size_t size) {
         int index = mGroups[g].materialIndex;
         if (index < -1 || index >= static_cast<int>(materialCount)) {
             std::ostringstream text;
-            text << "group " << g << " uses material " << index << " (material count " << materialCount << ")";
+            text << "group " << g << " uses material " << index << " (material count " << materialCount
+                 << ")";
             return fail(text.str());
         }
     }

@@ -54,7 +54,8 @@ Dorvan::SharedPtr<Geometry> buildGeometry(Ms3dFile const& file, std::string cons
 
     for (Ms3dFile::Group const& fileGroup : file.getGroups()) {
         GeometryDataGroup& group = geometry->createGroup();
-        IndexedTriangles* element = new IndexedTriangles(static_cast<int>(fileGroup.triangleIndices.size() * 3));
+        IndexedTriangles* element =
+            new IndexedTriangles(static_cast<int>(fileGroup.triangleIndices.size() * 3));
         for (unsigned short t : fileGroup.triangleIndices)
             element->addTriangle(corners[t * 3], corners[t * 3 + 1], corners[t * 3 + 2]);
         group.addElement(*element);
@@ -129,8 +130,8 @@ Dorvan::SharedPtr<ObjectFactory> Ms3dObjectLoader::load(NameMapper::ResourceInfo
     return load(info, data.data(), data.size());
 }
 
-Dorvan::SharedPtr<ObjectFactory> Ms3dObjectLoader::load(NameMapper::ResourceInfo const& info, void const* data,
-                                                        std::size_t size) {
+Dorvan::SharedPtr<ObjectFactory> Ms3dObjectLoader::load(NameMapper::ResourceInfo const& info,
+                                                        void const* data, std::size_t size) {
     Ms3dFile file;
     switch (file.read(data, size)) {
     case Ms3dFile::Ok:
@@ -139,14 +140,16 @@ Dorvan::SharedPtr<ObjectFactory> Ms3dObjectLoader::load(NameMapper::ResourceInfo
         logError("Error loading ms3d file: Not a valid Milkshape3D model file.");
         return Dorvan::SharedPtr<ObjectFactory>();
     case Ms3dFile::UnsupportedVersion:
-        logError("Error loading ms3d file: Unhandled file version. Only Milkshape3D Version 1.3 and 1.4 is supported.");
+        logError("Error loading ms3d file: Unhandled file version. Only Milkshape3D Version 1.3 and 1.4 is "
+                 "supported.");
         return Dorvan::SharedPtr<ObjectFactory>();
     case Ms3dFile::Malformed:
         logError("Error loading ms3d file " + info.mFileName + ": " + file.getError());
         return Dorvan::SharedPtr<ObjectFactory>();
     }
     Dorvan::SharedPtr<Geometry> geometry = buildGeometry(file, info.mName);
-    return Dorvan::SharedPtr<ObjectFactory>(new Ms3dObjectFactory(info.mName, geometry, buildMaterials(file)));
+    return Dorvan::SharedPtr<ObjectFactory>(
+        new Ms3dObjectFactory(info.mName, geometry, buildMaterials(file)));
 }
 
 }  // namespace Velun

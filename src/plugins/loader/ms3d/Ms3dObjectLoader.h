@@ -32,7 +32,8 @@ public:
 
     // The same from a file already in memory; `info` names the model (its name becomes
     // the factory's name, its path appears in error lines).
-    Dorvan::SharedPtr<ObjectFactory> load(NameMapper::ResourceInfo const& info, void const* data, std::size_t size);
+    Dorvan::SharedPtr<ObjectFactory> load(NameMapper::ResourceInfo const& info, void const* data,
+                                          std::size_t size);
 
 private:
     bool mInitialized;

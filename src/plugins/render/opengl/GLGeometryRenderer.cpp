@@ -19,29 +19,35 @@ using Dorvan::SharedPtr;
 using Part = VertexDataSet::Part;
 
 GLGeometryRenderer::GLGeometryRenderer(GLRenderContext* context, SharedPtr<RenderSettings> settings)
-    : mSettings(settings), mContext(context), mMaterialManager(0), mPolygonMode(0),
-      mFogSource(-1),
-      mAppliedMaterial(0),
-      mTextureMaterial(0),
-      mTextureSet(0),
-      mArraySet(0),
-      mDrawCalls(0) {}
+    : mSettings(settings), mContext(context), mMaterialManager(0), mPolygonMode(0), mFogSource(-1),
+      mAppliedMaterial(0), mTextureMaterial(0), mTextureSet(0), mArraySet(0), mDrawCalls(0) {}
 
 GLGeometryRenderer::~GLGeometryRenderer() {}
 
 GLenum GLGeometryRenderer::toGLPrimitive(int elementType) {
     switch (elementType) {
-        case GeometryElement::Triangles: return GL_TRIANGLES;
-        case GeometryElement::Quads: return GL_QUADS;
-        case GeometryElement::Points: return GL_POINTS;
-        case GeometryElement::Lines: return GL_LINES;
-        case GeometryElement::LineLoop: return GL_LINE_LOOP;
-        case GeometryElement::LineStrip: return GL_LINE_STRIP;
-        case GeometryElement::TriangleStrip: return GL_TRIANGLE_STRIP;
-        case GeometryElement::QuadStrip: return GL_QUAD_STRIP;
-        case GeometryElement::TriangleFan: return GL_TRIANGLE_FAN;
-        case GeometryElement::Polygon: return GL_POLYGON;
-        default: return GL_POINTS;
+    case GeometryElement::Triangles:
+        return GL_TRIANGLES;
+    case GeometryElement::Quads:
+        return GL_QUADS;
+    case GeometryElement::Points:
+        return GL_POINTS;
+    case GeometryElement::Lines:
+        return GL_LINES;
+    case GeometryElement::LineLoop:
+        return GL_LINE_LOOP;
+    case GeometryElement::LineStrip:
+        return GL_LINE_STRIP;
+    case GeometryElement::TriangleStrip:
+        return GL_TRIANGLE_STRIP;
+    case GeometryElement::QuadStrip:
+        return GL_QUAD_STRIP;
+    case GeometryElement::TriangleFan:
+        return GL_TRIANGLE_FAN;
+    case GeometryElement::Polygon:
+        return GL_POLYGON;
+    default:
+        return GL_POINTS;
     }
 }
 
@@ -55,7 +61,8 @@ void GLGeometryRenderer::drawDrawable(Drawable* drawable, ObjectNode* object, st
         if (!group)
             continue;
         // Never null: without a material of its own a group gets a default one.
-        SharedPtr<Material> material = mMaterialManager->getMaterial(drawable, object, group->getMaterialIndex());
+        SharedPtr<Material> material =
+            mMaterialManager->getMaterial(drawable, object, group->getMaterialIndex());
         if (material.get() != mAppliedMaterial) {
             mMaterialManager->applyMaterial(material);
             mAppliedMaterial = material.get();
@@ -104,8 +111,8 @@ void GLGeometryRenderer::drawElements(IndexElement* element, VertexDataSet* set,
     else if (mContext->usesIndexBuffers())
         glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);  // a client pointer is no offset
     updatePolygonMode();
-    glDrawElements(toGLPrimitive(element->getElementType()), count, mContext->toGLType(indices.getIndexType()),
-                   pointer);
+    glDrawElements(toGLPrimitive(element->getElementType()), count,
+                   mContext->toGLType(indices.getIndexType()), pointer);
     ++mDrawCalls;
 }
 
@@ -139,16 +146,16 @@ void GLGeometryRenderer::setupVertexArrays(VertexDataSet* set, std::int64_t stam
     mContext->setClientStateEnabled(GL_VERTEX_ARRAY, pointer != 0);
     if (pointer) {
         pointer = place(Part::Vertex, pointer);
-        glVertexPointer(set->getNumVertex(), mContext->toGLType(set->getVertexType()), set->getStride(Part::Vertex),
-                        pointer);
+        glVertexPointer(set->getNumVertex(), mContext->toGLType(set->getVertexType()),
+                        set->getStride(Part::Vertex), pointer);
     }
 
     pointer = set->getColor();
     mContext->setClientStateEnabled(GL_COLOR_ARRAY, pointer != 0);
     if (pointer) {
         pointer = place(Part::Color, pointer);
-        glColorPointer(set->getNumColor(), mContext->toGLType(set->getColorType()), set->getStride(Part::Color),
-                       pointer);
+        glColorPointer(set->getNumColor(), mContext->toGLType(set->getColorType()),
+                       set->getStride(Part::Color), pointer);
     }
 
     pointer = set->getNormals();
@@ -167,8 +174,8 @@ void GLGeometryRenderer::setupVertexArrays(VertexDataSet* set, std::int64_t stam
     mContext->setClientStateEnabled(GL_FOG_COORD_ARRAY, fogCoordinates);
     if (fogCoordinates) {
         pointer = place(Part::FogCoordinate, pointer);
-        glFogCoordPointer(mContext->toGLType(set->getFogCoordinateType()), set->getStride(Part::FogCoordinate),
-                          pointer);
+        glFogCoordPointer(mContext->toGLType(set->getFogCoordinateType()),
+                          set->getStride(Part::FogCoordinate), pointer);
     }
     // Fog reads the set's coordinates while it has them, the fragment depth otherwise.
     GLint fogSource = fogCoordinates ? GL_FOG_COORD : GL_FRAGMENT_DEPTH;
@@ -182,9 +189,15 @@ void GLGeometryRenderer::updatePolygonMode() {
     GLenum mode = GL_FILL;
     if (!mSettings.isNull()) {
         switch (mSettings->getShadingMode()) {
-            case RenderSettings::ShadePoints: mode = GL_POINT; break;
-            case RenderSettings::ShadeWireframe: mode = GL_LINE; break;
-            default: mode = GL_FILL; break;
+        case RenderSettings::ShadePoints:
+            mode = GL_POINT;
+            break;
+        case RenderSettings::ShadeWireframe:
+            mode = GL_LINE;
+            break;
+        default:
+            mode = GL_FILL;
+            break;
         }
     }
     if (mode != mPolygonMode) {

@@ -1,8 +1,8 @@
 #pragma once
-#include <GL/glew.h>
-#include <cstdint>
 #include "foundation/SharedPtr.h"
 #include "velun_export.h"
+#include <GL/glew.h>
+#include <cstdint>
 
 namespace Velun {
 class BoundingVolume;

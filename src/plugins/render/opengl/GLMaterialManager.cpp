@@ -44,16 +44,16 @@ void setAlphaArgument(int n, GLfloat source, GLfloat operand) {
 
 GLint toGLWrap(Texture::TexWrap wrap) {
     switch (wrap) {
-        case Texture::Clamp:
-            return GL_CLAMP;
-        case Texture::ClampToEdge:
-            return GL_CLAMP_TO_EDGE;
-        case Texture::ClampToBorder:
-            return GL_CLAMP_TO_BORDER;
-        case Texture::MirroredRepeat:
-            return GL_MIRRORED_REPEAT;
-        default:
-            return GL_REPEAT;
+    case Texture::Clamp:
+        return GL_CLAMP;
+    case Texture::ClampToEdge:
+        return GL_CLAMP_TO_EDGE;
+    case Texture::ClampToBorder:
+        return GL_CLAMP_TO_BORDER;
+    case Texture::MirroredRepeat:
+        return GL_MIRRORED_REPEAT;
+    default:
+        return GL_REPEAT;
     }
 }
 
@@ -85,16 +85,16 @@ void GLMaterialManager::setSceneManager(GLSceneManager* sceneManager) { mSceneMa
 
 GLenum GLMaterialManager::toGLTarget(Texture::TextureType type) {
     switch (type) {
-        case Texture::Type1D:
-            return GL_TEXTURE_1D;
-        case Texture::Type2D:
-            return GL_TEXTURE_2D;
-        case Texture::Type3D:
-            return GL_TEXTURE_3D;
-        case Texture::TypeCubeMap:
-            return GL_TEXTURE_CUBE_MAP;
-        default:
-            return 0;
+    case Texture::Type1D:
+        return GL_TEXTURE_1D;
+    case Texture::Type2D:
+        return GL_TEXTURE_2D;
+    case Texture::Type3D:
+        return GL_TEXTURE_3D;
+    case Texture::TypeCubeMap:
+        return GL_TEXTURE_CUBE_MAP;
+    default:
+        return 0;
     }
 }
 
@@ -144,19 +144,19 @@ void GLMaterialManager::applyMaterialState(Material& material) {
         glEnable(GL_BLEND);
         Color const blend = material.getBlendColor();
         switch (material.getBlendMode()) {
-            case Material::AlphaBlend:
-                glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-                break;
-            case Material::ConstantColorBlend:
-                glBlendColor(blend.r, blend.g, blend.b, blend.a);
-                glBlendFunc(GL_CONSTANT_COLOR, GL_ONE_MINUS_CONSTANT_COLOR);
-                break;
-            case Material::ConstantAlphaBlend:
-                glBlendColor(blend.r, blend.g, blend.b, blend.a);
-                glBlendFunc(GL_CONSTANT_ALPHA, GL_ONE_MINUS_CONSTANT_ALPHA);
-                break;
-            default:
-                break;
+        case Material::AlphaBlend:
+            glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+            break;
+        case Material::ConstantColorBlend:
+            glBlendColor(blend.r, blend.g, blend.b, blend.a);
+            glBlendFunc(GL_CONSTANT_COLOR, GL_ONE_MINUS_CONSTANT_COLOR);
+            break;
+        case Material::ConstantAlphaBlend:
+            glBlendColor(blend.r, blend.g, blend.b, blend.a);
+            glBlendFunc(GL_CONSTANT_ALPHA, GL_ONE_MINUS_CONSTANT_ALPHA);
+            break;
+        default:
+            break;
         }
     } else {
         glDisable(GL_BLEND);
@@ -233,8 +233,9 @@ bool GLMaterialManager::setupTextures(Dorvan::SharedPtr<Material> material, Vert
             if (pointer && set->isBufferable() &&
                 mContext->updateVertexBuffer(*set, VertexDataSet::Part::TexCoordinate, now)) {
                 // All layers lie interleaved in one buffer; layer i starts i layers in.
-                std::size_t const offset = static_cast<std::size_t>(DataType::getSize(set->getTexCoordinateType(i))) *
-                                           set->getNumTexCoord(0) * i;
+                std::size_t const offset =
+                    static_cast<std::size_t>(DataType::getSize(set->getTexCoordinateType(i))) *
+                    set->getNumTexCoord(0) * i;
                 pointer = reinterpret_cast<void const*>(offset);
                 buffered = true;
             } else if (pointer) {
@@ -295,7 +296,8 @@ bool GLMaterialManager::updateTextureData(GLenum target, Texture& texture, bool 
         // full-size image at every level would leave the texture incomplete.
         Dorvan::SharedPtr<TextureSource> first = texture.getTextureSource(index, texture.getMinMipMapLevel());
         bool sameSource = true;
-        for (unsigned int level = texture.getMinMipMapLevel() + 1; level <= texture.getMaxMipMapLevel(); ++level) {
+        for (unsigned int level = texture.getMinMipMapLevel() + 1; level <= texture.getMaxMipMapLevel();
+             ++level) {
             if (texture.getTextureSource(index, level) != first)
                 sameSource = false;
         }
@@ -306,7 +308,8 @@ bool GLMaterialManager::updateTextureData(GLenum target, Texture& texture, bool 
         GLenum const imageTarget = faces == 6 ? kCubeFaces[face] : target;
         unsigned int const sourceIndex = faces == 6 ? face : index;
         if (mipmapped && !generate) {
-            for (unsigned int level = texture.getMinMipMapLevel(); level <= texture.getMaxMipMapLevel(); ++level) {
+            for (unsigned int level = texture.getMinMipMapLevel(); level <= texture.getMaxMipMapLevel();
+                 ++level) {
                 Dorvan::SharedPtr<TextureSource> source = texture.getTextureSource(sourceIndex, level);
                 if (source && (changed || source->hasChanged(stamp))) {
                     loadTextureData(imageTarget, *source, level, false);
@@ -342,8 +345,8 @@ void GLMaterialManager::buildMipmaps2D(Texture& texture, unsigned int index) {
         return;
     TextureInfo const& info = source->getTextureInfo();
     GLenum const format = mContext->toGLFormat(info);
-    gluBuild2DMipmaps(GL_TEXTURE_2D, mContext->toGLInternalFormat(format), info.getWidth(), info.getHeight(), format,
-                      mContext->toGLType(info.getDataType()), source->getTextureData());
+    gluBuild2DMipmaps(GL_TEXTURE_2D, mContext->toGLInternalFormat(format), info.getWidth(), info.getHeight(),
+                      format, mContext->toGLType(info.getDataType()), source->getTextureData());
 }
 
 void GLMaterialManager::loadTextureData(GLenum target, TextureSource& source, unsigned int level, bool) {
@@ -353,16 +356,16 @@ void GLMaterialManager::loadTextureData(GLenum target, TextureSource& source, un
     GLenum const type = mContext->toGLType(info.getDataType());
     void const* data = source.getTextureData();
     switch (target) {
-        case GL_TEXTURE_1D:
-            glTexImage1D(target, level, internalFormat, info.getWidth(), 0, format, type, data);
-            break;
-        case GL_TEXTURE_3D:
-            glTexImage3D(target, level, internalFormat, info.getWidth(), info.getHeight(), info.getDepth(), 0, format,
-                         type, data);
-            break;
-        default:
-            glTexImage2D(target, level, internalFormat, info.getWidth(), info.getHeight(), 0, format, type, data);
-            break;
+    case GL_TEXTURE_1D:
+        glTexImage1D(target, level, internalFormat, info.getWidth(), 0, format, type, data);
+        break;
+    case GL_TEXTURE_3D:
+        glTexImage3D(target, level, internalFormat, info.getWidth(), info.getHeight(), info.getDepth(), 0,
+                     format, type, data);
+        break;
+    default:
+        glTexImage2D(target, level, internalFormat, info.getWidth(), info.getHeight(), 0, format, type, data);
+        break;
     }
     mContext->countTextureLoad();
     GLenum const code = glGetError();
@@ -372,7 +375,8 @@ void GLMaterialManager::loadTextureData(GLenum target, TextureSource& source, un
 
 void GLMaterialManager::updateTextureParameters(GLenum target, Texture& texture, GLenum previousUnit) {
     glTexParameteri(target, GL_TEXTURE_MIN_FILTER, toGLMinFilter(texture));
-    glTexParameteri(target, GL_TEXTURE_MAG_FILTER, texture.getMagFilter() == Texture::Nearest ? GL_NEAREST : GL_LINEAR);
+    glTexParameteri(target, GL_TEXTURE_MAG_FILTER,
+                    texture.getMagFilter() == Texture::Nearest ? GL_NEAREST : GL_LINEAR);
     if (texture.getMinFilter() == Texture::MipMap) {
         glTexParameteri(target, GL_TEXTURE_BASE_LEVEL, static_cast<GLint>(texture.getMinMipMapLevel()));
         glTexParameteri(target, GL_TEXTURE_MAX_LEVEL, static_cast<GLint>(texture.getMaxMipMapLevel()));
@@ -396,89 +400,89 @@ void GLMaterialManager::updateTextureParameters(GLenum target, Texture& texture,
     Texture::TexMode const mode = texture.getTexMode();
     GLfloat const previous = static_cast<GLfloat>(previousUnit);
     switch (mode) {
-        case Texture::Modulate:
-            setEnv(GL_TEXTURE_ENV_MODE, GL_MODULATE);
-            break;
-        case Texture::Replace:
-            setEnv(GL_TEXTURE_ENV_MODE, GL_REPLACE);
-            break;
-        case Texture::Blend:
-            setEnv(GL_TEXTURE_ENV_MODE, GL_BLEND);
-            break;
-        case Texture::Add:
-            setEnv(GL_TEXTURE_ENV_MODE, GL_ADD);
-            break;
-        case Texture::Decal:
-            setEnv(GL_TEXTURE_ENV_MODE, GL_DECAL);
-            break;
-        case Texture::Inherit:
-            break;
-        case Texture::PassPrevious:
-            setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-            setEnv(GL_COMBINE_RGB, GL_REPLACE);
-            setRgbArgument(0, GL_PREVIOUS, GL_SRC_COLOR);
-            setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
-            setAlphaArgument(0, GL_PREVIOUS, GL_SRC_ALPHA);
-            break;
-        case Texture::ModulateColor:
-            setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-            setEnv(GL_COMBINE_RGB, GL_MODULATE);
-            setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
-            setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
-            setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
-            setAlphaArgument(0, GL_PREVIOUS, GL_SRC_ALPHA);
-            break;
-        case Texture::InterpolateByTexture:
-            // Blends the unit before this one with the result so far, by this texture.
-            setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-            setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
-            setRgbArgument(0, previous, GL_SRC_COLOR);
-            setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
-            setRgbArgument(2, GL_TEXTURE, GL_SRC_COLOR);
-            break;
-        case Texture::InterpolateByVertexAlpha:
-            setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-            setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
-            setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
-            setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
-            setRgbArgument(2, GL_PRIMARY_COLOR, GL_SRC_ALPHA);
-            setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
-            setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
-            break;
-        case Texture::InterpolateByNextAlpha:
-            // The unit after this one (previous + 2) holds the mask.
-            setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-            setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
-            setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
-            setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
-            setRgbArgument(2, static_cast<GLfloat>(previousUnit + 2), GL_SRC_ALPHA);
-            setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
-            setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
-            break;
-        case Texture::InterpolateByTextureAlpha:
-            setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-            setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
-            setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
-            setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
-            setRgbArgument(2, GL_TEXTURE, GL_SRC_ALPHA);
-            setEnv(GL_COMBINE_ALPHA, GL_INTERPOLATE);
-            setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
-            setAlphaArgument(1, GL_PREVIOUS, GL_SRC_ALPHA);
-            setAlphaArgument(2, GL_TEXTURE, GL_SRC_ALPHA);
-            break;
-        case Texture::ModulateConstant: {
-            Color const constant = texture.getConstantColor();
-            GLfloat const color[] = {constant.r, constant.g, constant.b, constant.a};
-            glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, color);
-            setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-            setEnv(GL_COMBINE_RGB, GL_MODULATE);
-            setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
-            setRgbArgument(1, GL_CONSTANT, GL_SRC_COLOR);
-            setEnv(GL_COMBINE_ALPHA, GL_MODULATE);
-            setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
-            setAlphaArgument(1, GL_CONSTANT, GL_SRC_ALPHA);
-            break;
-        }
+    case Texture::Modulate:
+        setEnv(GL_TEXTURE_ENV_MODE, GL_MODULATE);
+        break;
+    case Texture::Replace:
+        setEnv(GL_TEXTURE_ENV_MODE, GL_REPLACE);
+        break;
+    case Texture::Blend:
+        setEnv(GL_TEXTURE_ENV_MODE, GL_BLEND);
+        break;
+    case Texture::Add:
+        setEnv(GL_TEXTURE_ENV_MODE, GL_ADD);
+        break;
+    case Texture::Decal:
+        setEnv(GL_TEXTURE_ENV_MODE, GL_DECAL);
+        break;
+    case Texture::Inherit:
+        break;
+    case Texture::PassPrevious:
+        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
+        setEnv(GL_COMBINE_RGB, GL_REPLACE);
+        setRgbArgument(0, GL_PREVIOUS, GL_SRC_COLOR);
+        setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
+        setAlphaArgument(0, GL_PREVIOUS, GL_SRC_ALPHA);
+        break;
+    case Texture::ModulateColor:
+        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
+        setEnv(GL_COMBINE_RGB, GL_MODULATE);
+        setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
+        setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
+        setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
+        setAlphaArgument(0, GL_PREVIOUS, GL_SRC_ALPHA);
+        break;
+    case Texture::InterpolateByTexture:
+        // Blends the unit before this one with the result so far, by this texture.
+        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
+        setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
+        setRgbArgument(0, previous, GL_SRC_COLOR);
+        setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
+        setRgbArgument(2, GL_TEXTURE, GL_SRC_COLOR);
+        break;
+    case Texture::InterpolateByVertexAlpha:
+        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
+        setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
+        setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
+        setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
+        setRgbArgument(2, GL_PRIMARY_COLOR, GL_SRC_ALPHA);
+        setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
+        setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
+        break;
+    case Texture::InterpolateByNextAlpha:
+        // The unit after this one (previous + 2) holds the mask.
+        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
+        setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
+        setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
+        setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
+        setRgbArgument(2, static_cast<GLfloat>(previousUnit + 2), GL_SRC_ALPHA);
+        setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
+        setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
+        break;
+    case Texture::InterpolateByTextureAlpha:
+        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
+        setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
+        setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
+        setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
+        setRgbArgument(2, GL_TEXTURE, GL_SRC_ALPHA);
+        setEnv(GL_COMBINE_ALPHA, GL_INTERPOLATE);
+        setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
+        setAlphaArgument(1, GL_PREVIOUS, GL_SRC_ALPHA);
+        setAlphaArgument(2, GL_TEXTURE, GL_SRC_ALPHA);
+        break;
+    case Texture::ModulateConstant: {
+        Color const constant = texture.getConstantColor();
+        GLfloat const color[] = {constant.r, constant.g, constant.b, constant.a};
+        glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, color);
+        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
+        setEnv(GL_COMBINE_RGB, GL_MODULATE);
+        setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
+        setRgbArgument(1, GL_CONSTANT, GL_SRC_COLOR);
+        setEnv(GL_COMBINE_ALPHA, GL_MODULATE);
+        setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
+        setAlphaArgument(1, GL_CONSTANT, GL_SRC_ALPHA);
+        break;
+    }
     }
     code = glGetError();
     if (code != GL_NO_ERROR) {

@@ -1,8 +1,5 @@
 #include "plugins/render/opengl/GLObjectRenderer.h"
 
-#include <GL/glu.h>
-#include <algorithm>
-#include <sstream>
 #include "core/TimerManager.h"
 #include "core/VelunCore.h"
 #include "geometry/Drawable.h"
@@ -11,6 +8,9 @@
 #include "plugins/render/opengl/GLSceneManager.h"
 #include "scene/Node.h"
 #include "scene/ObjectNode.h"
+#include <GL/glu.h>
+#include <algorithm>
+#include <sstream>
 
 namespace Velun {
 
@@ -24,12 +24,8 @@ std::int64_t currentTimestamp() {
 }  // namespace
 
 GLObjectRenderer::GLObjectRenderer(GLRenderContext* context, SharedPtr<RenderSettings> settings)
-    : mSettings(settings),
-      mContext(context),
-      mMaterialManager(0),
-      mSceneManager(0),
-      mGeometryRenderer(context, settings),
-      mStamp(currentTimestamp()) {}
+    : mSettings(settings), mContext(context), mMaterialManager(0), mSceneManager(0),
+      mGeometryRenderer(context, settings), mStamp(currentTimestamp()) {}
 
 GLObjectRenderer::~GLObjectRenderer() {}
 

@@ -1,9 +1,9 @@
 #pragma once
-#include <cstdint>
-#include <vector>
 #include "foundation/SharedPtr.h"
 #include "plugins/render/opengl/GLGeometryRenderer.h"
 #include "velun_export.h"
+#include <cstdint>
+#include <vector>
 
 namespace Velun {
 class Drawable;

@@ -36,20 +36,9 @@ void deleteBuffersDirectly(unsigned int const* names, unsigned int count) {
 GLRenderContext* GLRenderContext::sCurrent = nullptr;
 
 GLRenderContext::DataIdSet::DataIdSet(unsigned int providerId)
-    : ResourceData(providerId),
-      mVertexBuffer(0),
-      mColorBuffer(0),
-      mNormalBuffer(0),
-      mTexCoordBuffer(0),
-      mFogCoordBuffer(0),
-      mSecondaryColorBuffer(0),
-      mVertexStamp(0),
-      mColorStamp(0),
-      mNormalStamp(0),
-      mTexCoordStamp(0),
-      mFogCoordStamp(0),
-      mSecondaryColorStamp(0),
-      mOwner(nullptr) {}
+    : ResourceData(providerId), mVertexBuffer(0), mColorBuffer(0), mNormalBuffer(0), mTexCoordBuffer(0),
+      mFogCoordBuffer(0), mSecondaryColorBuffer(0), mVertexStamp(0), mColorStamp(0), mNormalStamp(0),
+      mTexCoordStamp(0), mFogCoordStamp(0), mSecondaryColorStamp(0), mOwner(nullptr) {}
 
 GLRenderContext::DataIdSet::~DataIdSet() {
     unsigned int const names[] = {mVertexBuffer,   mColorBuffer,    mNormalBuffer,
@@ -87,17 +76,9 @@ GLRenderContext::TexIdSet::~TexIdSet() {
 }
 
 GLRenderContext::GLRenderContext(GLRenderEngine* engine)
-    : mEngine(engine),
-      mProviderId(VelunCore::getSingleton().getResourceManager().createResourceProviderId()),
-      mPointSpritesAvailable(false),
-      mUseIndexBuffers(false),
-      mUseVertexBuffers(false),
-      mMaxTextureUnits(1),
-      mMaxPointSize(1.0f),
-      mActiveTextureUnits(0),
-      mBufferLoads(0),
-      mTextureLoads(0),
-      mLost(true) {}
+    : mEngine(engine), mProviderId(VelunCore::getSingleton().getResourceManager().createResourceProviderId()),
+      mPointSpritesAvailable(false), mUseIndexBuffers(false), mUseVertexBuffers(false), mMaxTextureUnits(1),
+      mMaxPointSize(1.0f), mActiveTextureUnits(0), mBufferLoads(0), mTextureLoads(0), mLost(true) {}
 
 GLRenderContext::~GLRenderContext() {
     // Each set's destructor hands its names back to releaseBuffers/releaseTexture,
@@ -175,42 +156,42 @@ void GLRenderContext::setClientStateEnabled(GLenum array, bool on) {
 
 GLenum GLRenderContext::toGLType(DataType::Type type) const {
     switch (type) {
-        case DataType::Float:
-            return GL_FLOAT;
-        case DataType::Double:
-            return GL_DOUBLE;
-        case DataType::Int:
-            return GL_INT;
-        case DataType::Short:
-            return GL_SHORT;
-        case DataType::Bool:
-            return GL_BOOL;
-        case DataType::UnsignedByte:
-            return GL_UNSIGNED_BYTE;
-        case DataType::UnsignedShort:
-            return GL_UNSIGNED_SHORT;
-        case DataType::UnsignedInt:
-            return GL_UNSIGNED_INT;
-        default:
-            return GL_BYTE;
+    case DataType::Float:
+        return GL_FLOAT;
+    case DataType::Double:
+        return GL_DOUBLE;
+    case DataType::Int:
+        return GL_INT;
+    case DataType::Short:
+        return GL_SHORT;
+    case DataType::Bool:
+        return GL_BOOL;
+    case DataType::UnsignedByte:
+        return GL_UNSIGNED_BYTE;
+    case DataType::UnsignedShort:
+        return GL_UNSIGNED_SHORT;
+    case DataType::UnsignedInt:
+        return GL_UNSIGNED_INT;
+    default:
+        return GL_BYTE;
     }
 }
 
 GLenum GLRenderContext::toGLFormat(Color::Format format) const {
     switch (format) {
-        case Color::ColorIndex:
-        case Color::Luminance:
-            return GL_LUMINANCE;
-        case Color::Rgb:
-            return GL_RGB;
-        case Color::Rgba:
-            return GL_RGBA;
-        case Color::Bgr:
-            return GL_BGR;
-        case Color::Bgra:
-            return GL_BGRA;
-        default:
-            return 0;
+    case Color::ColorIndex:
+    case Color::Luminance:
+        return GL_LUMINANCE;
+    case Color::Rgb:
+        return GL_RGB;
+    case Color::Rgba:
+        return GL_RGBA;
+    case Color::Bgr:
+        return GL_BGR;
+    case Color::Bgra:
+        return GL_BGRA;
+    default:
+        return 0;
     }
 }
 
@@ -224,12 +205,12 @@ GLenum GLRenderContext::toGLFormat(TextureInfo const& info) const {
 
 GLenum GLRenderContext::toGLInternalFormat(GLenum format) const {
     switch (format) {
-        case GL_BGR:
-            return GL_RGB;
-        case GL_BGRA:
-            return GL_RGBA;
-        default:
-            return format;
+    case GL_BGR:
+        return GL_RGB;
+    case GL_BGRA:
+        return GL_RGBA;
+    default:
+        return format;
     }
 }
 
@@ -277,52 +258,52 @@ bool GLRenderContext::updateVertexBuffer(VertexDataSet& set, VertexDataSet::Part
     unsigned int size = 0;
     char const* prefix = nullptr;
     switch (part) {
-        case VertexDataSet::Part::Vertex:
-            buffer = &ids->mVertexBuffer;
-            attributeStamp = &ids->mVertexStamp;
-            data = set.getVertices();
-            size = DataType::getSize(set.getVertexType()) * set.getNumVertex() * count;
-            prefix = "GL Error while loading buffer: ";
-            break;
-        case VertexDataSet::Part::Color:
-            buffer = &ids->mColorBuffer;
-            attributeStamp = &ids->mColorStamp;
-            data = set.getColor();
-            size = DataType::getSize(set.getColorType()) * set.getNumColor() * count;
-            prefix = "GL Error while loading color buffer: ";
-            break;
-        case VertexDataSet::Part::SecondaryColor:
-            buffer = &ids->mSecondaryColorBuffer;
-            attributeStamp = &ids->mSecondaryColorStamp;
-            data = set.getSecondaryColor();
-            size = DataType::getSize(set.getSecondaryColorType()) * set.getNumSecondaryColor() * count;
-            prefix = "GL Error while loading secondary color buffer: ";
-            break;
-        case VertexDataSet::Part::Normal:
-            buffer = &ids->mNormalBuffer;
-            attributeStamp = &ids->mNormalStamp;
-            data = set.getNormals();
-            size = DataType::getSize(set.getNormalType()) * count * 3;
-            prefix = "GL Error while loading normal buffer: ";
-            break;
-        case VertexDataSet::Part::FogCoordinate:
-            buffer = &ids->mFogCoordBuffer;
-            attributeStamp = &ids->mFogCoordStamp;
-            data = set.getFogCoordinates();
-            size = DataType::getSize(set.getFogCoordinateType()) * count;
-            prefix = "GL Error while loading fog coord buffer: ";
-            break;
-        case VertexDataSet::Part::TexCoordinate:
-            // All layers share one buffer, addressed from layer 0.
-            buffer = &ids->mTexCoordBuffer;
-            attributeStamp = &ids->mTexCoordStamp;
-            data = set.getTexCoordinates(0);
-            size = DataType::getSize(set.getTexCoordinateType(0)) * set.getNumTexCoord(0) * set.getNumTexLayer() *
-                   count;
-            prefix = "GL Error while loading tex coord buffer: ";
-            break;
-        default:
-            return false;
+    case VertexDataSet::Part::Vertex:
+        buffer = &ids->mVertexBuffer;
+        attributeStamp = &ids->mVertexStamp;
+        data = set.getVertices();
+        size = DataType::getSize(set.getVertexType()) * set.getNumVertex() * count;
+        prefix = "GL Error while loading buffer: ";
+        break;
+    case VertexDataSet::Part::Color:
+        buffer = &ids->mColorBuffer;
+        attributeStamp = &ids->mColorStamp;
+        data = set.getColor();
+        size = DataType::getSize(set.getColorType()) * set.getNumColor() * count;
+        prefix = "GL Error while loading color buffer: ";
+        break;
+    case VertexDataSet::Part::SecondaryColor:
+        buffer = &ids->mSecondaryColorBuffer;
+        attributeStamp = &ids->mSecondaryColorStamp;
+        data = set.getSecondaryColor();
+        size = DataType::getSize(set.getSecondaryColorType()) * set.getNumSecondaryColor() * count;
+        prefix = "GL Error while loading secondary color buffer: ";
+        break;
+    case VertexDataSet::Part::Normal:
+        buffer = &ids->mNormalBuffer;
+        attributeStamp = &ids->mNormalStamp;
+        data = set.getNormals();
+        size = DataType::getSize(set.getNormalType()) * count * 3;
+        prefix = "GL Error while loading normal buffer: ";
+        break;
+    case VertexDataSet::Part::FogCoordinate:
+        buffer = &ids->mFogCoordBuffer;
+        attributeStamp = &ids->mFogCoordStamp;
+        data = set.getFogCoordinates();
+        size = DataType::getSize(set.getFogCoordinateType()) * count;
+        prefix = "GL Error while loading fog coord buffer: ";
+        break;
+    case VertexDataSet::Part::TexCoordinate:
+        // All layers share one buffer, addressed from layer 0.
+        buffer = &ids->mTexCoordBuffer;
+        attributeStamp = &ids->mTexCoordStamp;
+        data = set.getTexCoordinates(0);
+        size = DataType::getSize(set.getTexCoordinateType(0)) * set.getNumTexCoord(0) * set.getNumTexLayer() *
+               count;
+        prefix = "GL Error while loading tex coord buffer: ";
+        break;
+    default:
+        return false;
     }
     bool const changed = set.hasChanged(*attributeStamp);
     if (!loadAttribute(*buffer, data, size, changed, prefix))
@@ -379,8 +360,9 @@ unsigned int GLRenderContext::getBufferCount() const {
     unsigned int count = 0;
     for (ResourceData* data : mIdSets) {
         if (DataIdSet* ids = dynamic_cast<DataIdSet*>(data)) {
-            unsigned int const names[] = {ids->mVertexBuffer,   ids->mColorBuffer,    ids->mNormalBuffer,
-                                          ids->mTexCoordBuffer, ids->mFogCoordBuffer, ids->mSecondaryColorBuffer};
+            unsigned int const names[] = {ids->mVertexBuffer,   ids->mColorBuffer,
+                                          ids->mNormalBuffer,   ids->mTexCoordBuffer,
+                                          ids->mFogCoordBuffer, ids->mSecondaryColorBuffer};
             for (unsigned int name : names)
                 count += name != 0 ? 1 : 0;
         } else if (IndexIdSet* ids = dynamic_cast<IndexIdSet*>(data)) {

@@ -1,16 +1,16 @@
 #include "plugins/render/opengl/GLScreenshot.h"
 
-#include <GL/glu.h>
-#include <IL/il.h>
-#include <IL/ilu.h>
-#include <cstring>
-#include <sstream>
 #include "core/VelunCore.h"
 #include "plugins/loader/devil/DevILSession.h"
 #include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/GLRenderEngine.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
 #include "render/RenderTarget.h"
+#include <GL/glu.h>
+#include <IL/il.h>
+#include <IL/ilu.h>
+#include <cstring>
+#include <sstream>
 
 namespace Velun {
 
@@ -18,7 +18,8 @@ namespace {
 void logError(std::string const& text) { VelunCore::getLogger("render.opengl.GLScreenshot")->error(text); }
 }  // namespace
 
-bool GLScreenshot::readPixels(GLenum buffer, int x, int y, int width, int height, std::vector<unsigned char>& rgb) {
+bool GLScreenshot::readPixels(GLenum buffer, int x, int y, int width, int height,
+                              std::vector<unsigned char>& rgb) {
     if (width <= 0 || height <= 0)
         return false;
     glGetError();  // errors of earlier calls are not this read's

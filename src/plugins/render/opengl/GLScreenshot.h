@@ -1,8 +1,8 @@
 #pragma once
+#include "velun_export.h"
 #include <GL/glew.h>
 #include <string>
 #include <vector>
-#include "velun_export.h"
 
 namespace Velun {
 
@@ -13,7 +13,8 @@ public:
     // A rectangle of `buffer` (GL_FRONT shows the last swapped frame, GL_BACK the one
     // being drawn), from the lower left corner as GL counts. False on a GL error or an
     // empty rectangle.
-    static bool readPixels(GLenum buffer, int x, int y, int width, int height, std::vector<unsigned char>& rgb);
+    static bool readPixels(GLenum buffer, int x, int y, int width, int height,
+                           std::vector<unsigned char>& rgb);
     // Writes top-first RGB rows through DevIL; the file type follows the extension
     // (".png", ".jpg", ".tga", ".bmp", ...). An existing file is replaced.
     static bool writeImage(std::string const& fileName, int width, int height,

@@ -24,7 +24,8 @@ void GLTraverserHandler::detach() {
     mCurrentObject = 0;
 }
 
-Traverser::StatusResult GLTraverserHandler::handle(Node& node, Traverser::Direction direction, Node* previous) {
+Traverser::StatusResult GLTraverserHandler::handle(Node& node, Traverser::Direction direction,
+                                                   Node* previous) {
     if (!mObjectRenderer)
         return Traverser::ResultContinue;
     if (direction == Traverser::DirectionUp) {
@@ -37,18 +38,19 @@ Traverser::StatusResult GLTraverserHandler::handle(Node& node, Traverser::Direct
         mCurrentObject = dynamic_cast<ObjectNode*>(previous);
 
     switch (node.getNodeType()) {
-        case Node::TypeLight:
-            if (Light* light = dynamic_cast<Light*>(&node))
-                mSceneManager->addLight(light);
-            break;
-        case Node::TypeObject:
-            if (mCurrentObject) {
-                if (Drawable* drawable = dynamic_cast<Drawable*>(&node))
-                    mObjectRenderer->addDrawable(mCurrentObject, drawable, mFilter ? mFilter->getDistance() : 0.0f);
-            }
-            break;
-        default:
-            break;
+    case Node::TypeLight:
+        if (Light* light = dynamic_cast<Light*>(&node))
+            mSceneManager->addLight(light);
+        break;
+    case Node::TypeObject:
+        if (mCurrentObject) {
+            if (Drawable* drawable = dynamic_cast<Drawable*>(&node))
+                mObjectRenderer->addDrawable(mCurrentObject, drawable,
+                                             mFilter ? mFilter->getDistance() : 0.0f);
+        }
+        break;
+    default:
+        break;
     }
     return Traverser::ResultContinue;
 }

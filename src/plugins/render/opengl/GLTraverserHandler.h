@@ -16,7 +16,8 @@ class ObjectNode;
 class VELUN_EXPORT GLTraverserHandler : public Traverser::Handler {
 public:
     // `filter` may be null (an orthographic view has none): all distances are then 0.
-    GLTraverserHandler(GLSceneManager* sceneManager, GLObjectRenderer* objectRenderer, View::ViewFilter* filter);
+    GLTraverserHandler(GLSceneManager* sceneManager, GLObjectRenderer* objectRenderer,
+                       View::ViewFilter* filter);
     virtual ~GLTraverserHandler();
 
     virtual void reset(Node& start);

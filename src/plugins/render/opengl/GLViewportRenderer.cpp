@@ -1,8 +1,8 @@
 #include "plugins/render/opengl/GLViewportRenderer.h"
 
-#include <GL/glew.h>
 #include "plugins/render/opengl/GLViewRenderer.h"
 #include "scene/View.h"
+#include <GL/glew.h>
 
 namespace Velun {
 

@@ -181,7 +181,8 @@ TEST_F(GLMaterialManagerTest, ACrossbarModeNamingNoUnitLogsTheModeAndTheGLError)
     log.mLines.clear();
     materials->setupTextures(material, &data);
     ASSERT_EQ(1u, log.mLines.size());
-    EXPECT_EQ("glmaterialmanager: GL Error while updating Texture mode [10]: invalid enumerant", log.mLines[0]);
+    EXPECT_EQ("glmaterialmanager: GL Error while updating Texture mode [10]: invalid enumerant",
+              log.mLines[0]);
     EXPECT_TRUE(enabledOn(units - 1, GL_TEXTURE_2D)) << "the texture stays bound";
 }
 
@@ -415,7 +416,8 @@ TEST_F(GLMaterialManagerTest, ReversedChannelOrdersAndOddRowsUploadAsTheyAre) {
     std::vector<unsigned char> rgb(18, 0);
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     glGetTexImage(GL_TEXTURE_2D, 0, GL_RGB, GL_UNSIGNED_BYTE, rgb.data());
-    std::vector<unsigned char> const expected = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 20, 30, 40, 50, 60, 70, 80, 90};
+    std::vector<unsigned char> const expected = {1,  2,  3,  4,  5,  6,  7,  8,  9,
+                                                 10, 20, 30, 40, 50, 60, 70, 80, 90};
     EXPECT_EQ(expected, rgb);
 }
 

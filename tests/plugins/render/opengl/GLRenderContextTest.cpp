@@ -46,8 +46,8 @@ int drawWithoutBufferExtension() {
     core.startup();
     core.setup(true);
     core.getRenderManager().initializeRenderer(false);
-    auto* window =
-        static_cast<GLSDLRenderWindow*>(core.getRenderManager().createRenderWindow("plain", 16, 16, false, 0, 0, nullptr));
+    auto* window = static_cast<GLSDLRenderWindow*>(
+        core.getRenderManager().createRenderWindow("plain", 16, 16, false, 0, 0, nullptr));
     if (!window)
         return 11;
     GLRenderContext* context = window->getGLRenderContext();
@@ -288,7 +288,8 @@ TEST_F(GLRenderContextTest, DestroyedDataTakesItsGLObjectsWithIt) {
         index = static_cast<GLRenderContext::IndexIdSet*>(indices.getResourceData(context->getProviderId()))
                     ->getBufferId();
         textureName =
-            static_cast<GLRenderContext::TexIdSet*>(texture.getResourceData(context->getProviderId()))->getTextureId();
+            static_cast<GLRenderContext::TexIdSet*>(texture.getResourceData(context->getProviderId()))
+                ->getTextureId();
         EXPECT_EQ(buffersBefore + 2, context->getBufferCount());
         EXPECT_EQ(1u, context->getTextureCount());
         ASSERT_TRUE(glIsBuffer(buffer));

@@ -25,11 +25,8 @@ int videoColorDepth() {
 GLSDLRenderWindow::GLSDLRenderWindow(GLRenderEngine* engine, int id, std::string const& name, int width,
                                      int height, bool fullscreen, int offsetX, int offsetY,
                                      Dorvan::LinkedMap<std::string, std::string>* options)
-    : RenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, options),
-      mColorDepth(-1),
-      mDoubleBuffered(true),
-      mEngine(engine),
-      mRenderContext(new GLRenderContext(engine)) {
+    : RenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, options), mColorDepth(-1),
+      mDoubleBuffered(true), mEngine(engine), mRenderContext(new GLRenderContext(engine)) {
     mColorDepth = videoColorDepth();
 }
 
