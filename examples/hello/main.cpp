@@ -16,7 +16,7 @@ class FrameCounter : public Process {
 public:
     explicit FrameCounter(int frames) : mFrames(frames), mCount(0) {}
 
-    virtual int run(std::int64_t timestamp) {
+    int run(std::int64_t timestamp) override {
         if (mCount == 0)
             mFirst = timestamp;
         mLast = timestamp;
@@ -32,7 +32,7 @@ public:
 // Every application needs this: stop the main loop on a quit request.
 class QuitProcessor : public InputProcessor {
 public:
-    virtual bool processEvent(InputEvent& event) {
+    bool processEvent(InputEvent& event) override {
         SysWMEventInfo* window = event.getSysWMEventInfo();
         KeyEventInfo* key = event.getKeyEventInfo();
         bool quit = window && window->getEventType() == SysWMEventInfo::SysWMQuit;
@@ -49,7 +49,7 @@ public:
 class CounterSubsystem : public Subsystem {
 public:
     explicit CounterSubsystem(int id) { setSubsystemId(id); }
-    virtual std::vector<Process*>* getProcessList() { return &mProcesses; }
+    std::vector<Process*>* getProcessList() override { return &mProcesses; }
     std::vector<Process*> mProcesses;
 };
 

@@ -351,7 +351,7 @@ int main(int argc, char** argv) {
 
     core.getRenderManager().initializeRenderer(false);
     RenderWindow* window = core.getRenderManager().createRenderWindow("Velun showcase", options.width,
-                                                                      options.height, false, 0, 0, 0);
+                                                                      options.height, false, 0, 0, nullptr);
     if (!window) {
         std::cerr << "no render window could be opened" << std::endl;
         core.shutdown();

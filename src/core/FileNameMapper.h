@@ -14,9 +14,9 @@ namespace Velun {
 class VELUN_EXPORT FileNameMapper : public NameMapper {
 public:
     explicit FileNameMapper(const std::string& baseDirectory);
-    virtual ~FileNameMapper();
+    ~FileNameMapper() override;
 
-    virtual ResourceInfo getResourceInfo(const std::string& name);
+    ResourceInfo getResourceInfo(const std::string& name) override;
 
     const std::string& getBaseDirectory() const { return mBaseDirectory; }
 

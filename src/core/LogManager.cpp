@@ -4,7 +4,7 @@
 
 namespace Velun {
 
-LogManager::LogManager() : mBackend(0), mDefaultLogger(new SimpleLogger()) {}
+LogManager::LogManager() : mBackend(nullptr), mDefaultLogger(new SimpleLogger()) {}
 
 LogManager::~LogManager() {}
 

@@ -13,12 +13,12 @@ namespace Velun {
 class VELUN_EXPORT MonotonicCounter : public Counter {
 public:
     MonotonicCounter();
-    virtual ~MonotonicCounter();
+    ~MonotonicCounter() override;
 
-    virtual void start();
-    virtual void update();
-    virtual void stop();
-    virtual double getElapsedSeconds();
+    void start() override;
+    void update() override;
+    void stop() override;
+    double getElapsedSeconds() override;
 
 private:
     std::chrono::steady_clock::time_point mLastCount;

@@ -95,7 +95,7 @@ Subsystem* ProcessManager::getSubsystem(int id) {
 Subsystem* ProcessManager::getSubsystemByPos(int position) {
     int id = mSubsystemOrder.at(position);
     if (id < 0)
-        return 0;
+        return nullptr;
     return getSubsystem(id);
 }
 

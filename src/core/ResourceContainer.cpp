@@ -6,9 +6,9 @@
 
 namespace Velun {
 
-ResourceContainer::ResourceContainer() : mFirstProviderData(0) {}
+ResourceContainer::ResourceContainer() : mFirstProviderData(nullptr) {}
 
-ResourceContainer::ResourceContainer(const ResourceContainer&) : mFirstProviderData(0) {}
+ResourceContainer::ResourceContainer(const ResourceContainer&) : mFirstProviderData(nullptr) {}
 
 ResourceContainer::~ResourceContainer() { releaseAll(); }
 
@@ -24,7 +24,7 @@ void ResourceContainer::setResourceData(ResourceData& data) {
     if (old == &data)
         return;
     if (old)
-        old->mContainer = 0;
+        old->mContainer = nullptr;
     // Data hangs on one resource at a time.
     if (data.mContainer && data.mContainer != this && data.mContainer->getResourceData(id) == &data)
         data.mContainer->unsetResourceData(id);
@@ -40,19 +40,19 @@ ResourceData* ResourceContainer::getResourceData(unsigned int providerId) {
         return mFirstProviderData;
     if (mResourceData.containsKey(providerId))
         return mResourceData.get(providerId);
-    return 0;
+    return nullptr;
 }
 
 void ResourceContainer::unsetResourceData(unsigned int providerId) {
     ResourceData* data;
     if (providerId == 0) {
         data = mFirstProviderData;
-        mFirstProviderData = 0;
+        mFirstProviderData = nullptr;
     } else {
         data = mResourceData.remove(providerId);
     }
     if (data && data->mContainer == this)
-        data->mContainer = 0;
+        data->mContainer = nullptr;
 }
 
 unsigned int ResourceContainer::getResourceDataCount() const {
@@ -64,14 +64,14 @@ void ResourceContainer::releaseAll() {
     std::vector<ResourceData*> released;
     if (mFirstProviderData)
         released.push_back(mFirstProviderData);
-    mFirstProviderData = 0;
+    mFirstProviderData = nullptr;
     for (Dorvan::LinkedMap<unsigned int, ResourceData*>::const_iterator it = mResourceData.begin();
          it != mResourceData.end(); ++it)
         if (it->second)
             released.push_back(it->second);
     mResourceData.clear();
     for (ResourceData* data : released) {
-        data->mContainer = 0;
+        data->mContainer = nullptr;
         data->resourceReleased(*this);
     }
 }

@@ -4,7 +4,7 @@
 
 namespace Velun {
 
-ResourceData::ResourceData(unsigned int providerId) : mProviderId(providerId), mContainer(0) {}
+ResourceData::ResourceData(unsigned int providerId) : mProviderId(providerId), mContainer(nullptr) {}
 
 ResourceData::~ResourceData() {
     if (mContainer && mContainer->getResourceData(mProviderId) == this)

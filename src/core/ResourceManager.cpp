@@ -15,15 +15,15 @@ ResourceManager::ResourceManager()
 
 ResourceManager::~ResourceManager() {
     delete mMaterialManager;
-    mMaterialManager = 0;
+    mMaterialManager = nullptr;
     delete mTextureManager;
-    mTextureManager = 0;
+    mTextureManager = nullptr;
     delete mGeometryManager;
-    mGeometryManager = 0;
+    mGeometryManager = nullptr;
     delete mObjectManager;
-    mObjectManager = 0;
+    mObjectManager = nullptr;
     delete mSoundManager;
-    mSoundManager = 0;
+    mSoundManager = nullptr;
 }
 
 MaterialManager& ResourceManager::getMaterialManager() { return *mMaterialManager; }

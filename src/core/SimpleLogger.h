@@ -8,11 +8,11 @@ namespace Velun {
 // Writes each message, undecorated, as one flushed line on standard error.
 class VELUN_EXPORT SimpleLogger : public Dorvan::Logger {
 public:
-    virtual void fatal(const std::string& message);
-    virtual void error(const std::string& message);
-    virtual void warn(const std::string& message);
-    virtual void info(const std::string& message);
-    virtual void debug(const std::string& message);
+    void fatal(const std::string& message) override;
+    void error(const std::string& message) override;
+    void warn(const std::string& message) override;
+    void info(const std::string& message) override;
+    void debug(const std::string& message) override;
 };
 
 }  // namespace Velun

@@ -4,7 +4,7 @@
 
 namespace Velun {
 
-TimerManager::TimerManager() : mTimestampPlugin(0), mHighresPlugin(0), mTimerPlugin(0) {}
+TimerManager::TimerManager() : mTimestampPlugin(nullptr), mHighresPlugin(nullptr), mTimerPlugin(nullptr) {}
 
 TimerManager::~TimerManager() {}
 
@@ -27,9 +27,9 @@ void TimerManager::unregisterTimerPlugin(TimerPlugin& plugin) {
 
 // Each service goes to the first plug-in, in order of registration, that offers it.
 void TimerManager::_chooseServices() {
-    mTimestampPlugin = 0;
-    mHighresPlugin = 0;
-    mTimerPlugin = 0;
+    mTimestampPlugin = nullptr;
+    mHighresPlugin = nullptr;
+    mTimerPlugin = nullptr;
     for (unsigned int i = 0; i < mPlugins.size(); ++i) {
         TimerPlugin* plugin = mPlugins.get(i);
         if (!mTimestampPlugin && plugin->hasTimestamp())

@@ -21,7 +21,7 @@
 
 namespace Velun {
 
-VelunCore* VelunCore::mSingleton = 0;
+VelunCore* VelunCore::mSingleton = nullptr;
 
 namespace {
 // Deletes a manager and clears its pointer at once, so that code running during the
@@ -29,21 +29,21 @@ namespace {
 template <class T>
 void destroyManager(T*& manager) {
     delete manager;
-    manager = 0;
+    manager = nullptr;
 }
 }  // namespace
 
 VelunCore& VelunCore::getSingleton() { return Dorvan::Singleton<VelunCore>::getSingleton(); }
 
 VelunCore::VelunCore()
-    : mStarted(false), mPluginManager(0), mResourceManager(0), mRenderManager(0), mConfigManager(0),
-      mLogManager(0), mInputManager(0), mProcessManager(0), mSceneManager(0), mTimerManager(0),
-      mEventManager(0) {
+    : mStarted(false), mPluginManager(nullptr), mResourceManager(nullptr), mRenderManager(nullptr),
+      mConfigManager(nullptr), mLogManager(nullptr), mInputManager(nullptr), mProcessManager(nullptr),
+      mSceneManager(nullptr), mTimerManager(nullptr), mEventManager(nullptr) {
     assert(!VelunCore::mSingleton);
     mSingleton = this;
 }
 
-VelunCore::~VelunCore() { mSingleton = 0; }
+VelunCore::~VelunCore() { mSingleton = nullptr; }
 
 void VelunCore::startup() {
     if (mStarted)

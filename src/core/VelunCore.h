@@ -32,7 +32,7 @@ public:
     // library and the application share it.
     static VelunCore& getSingleton();
 
-    virtual ~VelunCore();
+    ~VelunCore() override;
 
     // Creates the managers and registers the subsystems; a second call does nothing.
     void startup();

@@ -5,9 +5,11 @@
 
 namespace Dorvan {
 
-CowMemPtr<void>::CowMemPtr() : mPtr(0), mRefCount(0), mByteSize(0) {}
+CowMemPtr<void>::CowMemPtr() : mPtr(nullptr), mRefCount(nullptr), mByteSize(nullptr) {}
 
-CowMemPtr<void>::CowMemPtr(const CowMemPtr& other) : mPtr(0), mRefCount(0), mByteSize(0) { assign(other); }
+CowMemPtr<void>::CowMemPtr(const CowMemPtr& other) : mPtr(nullptr), mRefCount(nullptr), mByteSize(nullptr) {
+    assign(other);
+}
 
 CowMemPtr<void>::~CowMemPtr() { release(); }
 
@@ -55,7 +57,7 @@ void* CowMemPtr<void>::get() {
 
 const void* CowMemPtr<void>::get() const { return mPtr; }
 
-bool CowMemPtr<void>::isNull() const { return mPtr == 0; }
+bool CowMemPtr<void>::isNull() const { return mPtr == nullptr; }
 
 unsigned int CowMemPtr<void>::getByteSize() const { return mByteSize ? *mByteSize : 0; }
 
@@ -63,9 +65,9 @@ void CowMemPtr<void>::setNull() {
     if (!mPtr)
         return;
     release();
-    mPtr = 0;
-    mRefCount = 0;
-    mByteSize = 0;
+    mPtr = nullptr;
+    mRefCount = nullptr;
+    mByteSize = nullptr;
 }
 
 void CowMemPtr<void>::release() {
@@ -100,9 +102,9 @@ void CowMemPtr<void>::destroy() {
     std::free(mPtr);
     delete mRefCount;
     delete mByteSize;
-    mPtr = 0;
-    mRefCount = 0;
-    mByteSize = 0;
+    mPtr = nullptr;
+    mRefCount = nullptr;
+    mByteSize = nullptr;
 }
 
 }  // namespace Dorvan

@@ -10,7 +10,7 @@ template <class V, class K>
 class IdMap : public OrderedMap<K, V> {
 public:
     IdMap() : mFirstId(100), mLastId(100) {}
-    virtual ~IdMap() {}
+    ~IdMap() override {}
 
     virtual K createId() { return ++mLastId; }
 

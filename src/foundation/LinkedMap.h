@@ -10,7 +10,7 @@ namespace Dorvan {
 template <class K, class V>
 class LinkedMap : public StandardMap<std::map<K, V>, K, V> {
 public:
-    virtual ~LinkedMap() {}
+    ~LinkedMap() override {}
 };
 
 }  // namespace Dorvan

@@ -12,33 +12,33 @@ template <class K, class V>
 class OrderedMap : public Map<K, V> {
 public:
     OrderedMap() {}
-    virtual ~OrderedMap() {}
+    ~OrderedMap() override {}
 
-    virtual unsigned int size() const { return mKeys.size(); }
-    virtual bool isEmpty() const { return mKeys.size() == 0; }
+    unsigned int size() const override { return mKeys.size(); }
+    bool isEmpty() const override { return mKeys.size() == 0; }
 
-    virtual void clear() {
+    void clear() override {
         mEntries.clear();
         mKeys.clear();
     }
 
-    virtual V operator[](K key) { return mEntries[key]; }
+    V operator[](K key) override { return mEntries[key]; }
 
     // Appends a new key; an existing key keeps its position and gets the new value.
-    virtual V put(K key, V value) {
+    V put(K key, V value) override {
         if (!mEntries.containsKey(key) || mKeys.indexOf(key) < 0)
             mKeys.add(key);
         return mEntries.put(key, value);
     }
 
-    virtual V remove(K key) {
+    V remove(K key) override {
         mKeys.remove(key);
         return mEntries.remove(key);
     }
 
-    virtual V get(K key) { return mEntries.get(key); }
-    virtual bool containsKey(K key) const { return mEntries.containsKey(key); }
-    virtual bool containsValue(V value) const { return mEntries.containsValue(value); }
+    V get(K key) override { return mEntries.get(key); }
+    bool containsKey(K key) const override { return mEntries.containsKey(key); }
+    bool containsValue(V value) const override { return mEntries.containsValue(value); }
 
     virtual V removeAt(unsigned int position) {
         K key = mKeys.get(position);

@@ -8,7 +8,7 @@ namespace Dorvan {
 template <class T>
 class SharedPtr {
 public:
-    SharedPtr() : mPtr(0), mRefCount(0) {}
+    SharedPtr() : mPtr(nullptr), mRefCount(nullptr) {}
 
     explicit SharedPtr(T* ptr) : mPtr(ptr), mRefCount(new int(1)) {}
 
@@ -49,8 +49,8 @@ public:
     T* operator->() const { return mPtr; }
     T& operator*() const { return *mPtr; }
     T* get() const { return mPtr; }
-    bool isNull() const { return mPtr == 0; }
-    explicit operator bool() const { return mPtr != 0; }
+    bool isNull() const { return mPtr == nullptr; }
+    explicit operator bool() const { return mPtr != nullptr; }
 
     bool operator==(const SharedPtr& other) const { return mPtr == other.mPtr; }
     bool operator!=(const SharedPtr& other) const { return mPtr != other.mPtr; }
@@ -64,8 +64,8 @@ public:
             return;
         T* ptr = mPtr;
         int* count = mRefCount;
-        mPtr = 0;
-        mRefCount = 0;
+        mPtr = nullptr;
+        mRefCount = nullptr;
         if (--*count == 0) {
             delete ptr;
             delete count;

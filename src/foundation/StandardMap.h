@@ -12,21 +12,21 @@ class StandardMap : public Map<K, V> {
 public:
     typedef typename Container::const_iterator const_iterator;
 
-    virtual ~StandardMap() {}
+    ~StandardMap() override {}
 
-    virtual unsigned int size() const { return static_cast<unsigned int>(mMap.size()); }
-    virtual bool isEmpty() const { return mMap.empty(); }
-    virtual void clear() { mMap.clear(); }
+    unsigned int size() const override { return static_cast<unsigned int>(mMap.size()); }
+    bool isEmpty() const override { return mMap.empty(); }
+    void clear() override { mMap.clear(); }
 
-    virtual V operator[](K key) { return mMap[key]; }
+    V operator[](K key) override { return mMap[key]; }
 
-    virtual V put(K key, V value) {
+    V put(K key, V value) override {
         mMap[key] = value;
         return value;
     }
 
     // Erases the entry and returns its value; a missing key gives the default value.
-    virtual V remove(K key) {
+    V remove(K key) override {
         typename Container::iterator it = mMap.find(key);
         if (it == mMap.end())
             return V();
@@ -35,10 +35,10 @@ public:
         return value;
     }
 
-    virtual V get(K key) { return mMap[key]; }
-    virtual bool containsKey(K key) const { return mMap.find(key) != mMap.end(); }
+    V get(K key) override { return mMap[key]; }
+    bool containsKey(K key) const override { return mMap.find(key) != mMap.end(); }
 
-    virtual bool containsValue(V value) const {
+    bool containsValue(V value) const override {
         for (const_iterator it = mMap.begin(); it != mMap.end(); ++it)
             if (it->second == value)
                 return true;

@@ -13,19 +13,19 @@ template <class T>
 class Vector : public List<T> {
 public:
     Vector() {}
-    virtual ~Vector() {}
+    ~Vector() override {}
 
-    virtual T get(unsigned int index) const { return mData[index]; }
-    virtual T operator[](unsigned int index) { return mData[index]; }
+    T get(unsigned int index) const override { return mData[index]; }
+    T operator[](unsigned int index) override { return mData[index]; }
 
     // Position of the first equal element, or -1.
-    virtual int indexOf(T value) const {
+    int indexOf(T value) const override {
         typename std::vector<T>::const_iterator it = std::find(mData.begin(), mData.end(), value);
         return it == mData.end() ? -1 : static_cast<int>(it - mData.begin());
     }
 
     // Inserts before `index` (an index at or past the end appends); returns the value.
-    virtual T insert(unsigned int index, T value) {
+    T insert(unsigned int index, T value) override {
         if (index >= mData.size())
             mData.push_back(value);
         else
@@ -34,27 +34,27 @@ public:
     }
 
     // Stores the value and returns the element that stood there.
-    virtual T set(unsigned int index, T value) {
+    T set(unsigned int index, T value) override {
         T old = mData[index];
         mData[index] = value;
         return old;
     }
 
-    virtual int add(T value) {
+    int add(T value) override {
         mData.push_back(value);
         return static_cast<int>(mData.size()) - 1;
     }
 
     // Removes the first equal element, if any.
-    virtual void remove(T value) {
+    void remove(T value) override {
         int index = indexOf(value);
         if (index >= 0)
             mData.erase(mData.begin() + index);
     }
 
-    virtual void removeAt(unsigned int index) { mData.erase(mData.begin() + index); }
-    virtual T at(unsigned int index) { return mData[index]; }
-    virtual bool contains(T value) const { return indexOf(value) >= 0; }
+    void removeAt(unsigned int index) override { mData.erase(mData.begin() + index); }
+    T at(unsigned int index) override { return mData[index]; }
+    bool contains(T value) const override { return indexOf(value) >= 0; }
 
     virtual unsigned int size() const { return static_cast<unsigned int>(mData.size()); }
     virtual void clear() { mData.clear(); }

@@ -16,16 +16,16 @@ class VELUN_EXPORT AbstractGeometryData : public virtual DataSet {
 public:
     explicit AbstractGeometryData(bool bufferable);
     AbstractGeometryData(const AbstractGeometryData& other);
-    virtual ~AbstractGeometryData();
+    ~AbstractGeometryData() override;
 
     // Takes the bufferable flag and stamp; the identifier stays this set's own.
     AbstractGeometryData& operator=(const AbstractGeometryData& other);
 
-    virtual std::uint64_t getId() const;
-    virtual bool isBufferable() const;
+    std::uint64_t getId() const override;
+    bool isBufferable() const override;
     // True when the set was stamped (stamp above 0) at or after `timestamp`. A set that
     // was never stamped never reports a change.
-    virtual bool hasChanged(std::int64_t timestamp) const;
+    bool hasChanged(std::int64_t timestamp) const override;
 
     // Stamps the set with the engine's current timestamp.
     void setModified();

@@ -14,7 +14,7 @@ namespace Velun {
 // last upload.
 class VELUN_EXPORT DataSet : public ResourceContainer {
 public:
-    virtual ~DataSet();
+    ~DataSet() override;
 
     // A new data set identifier: unique for the life of the process, never reused, the
     // first is 1. Sets that implement this interface over their own storage draw theirs

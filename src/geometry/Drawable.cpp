@@ -4,6 +4,6 @@ namespace Velun {
 
 Drawable::~Drawable() {}
 
-BoundingVolume const* Drawable::getPhysicsVolume() const { return 0; }
+BoundingVolume const* Drawable::getPhysicsVolume() const { return nullptr; }
 
 }  // namespace Velun

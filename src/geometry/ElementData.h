@@ -11,9 +11,9 @@ namespace Velun {
 class VELUN_EXPORT ElementData : public virtual GeometryElement {
 public:
     explicit ElementData(ElementType type);
-    virtual ~ElementData();
+    ~ElementData() override;
 
-    virtual ElementType getElementType() const;
+    ElementType getElementType() const override;
 
 private:
     ElementType mElementType;
@@ -23,9 +23,9 @@ private:
 class VELUN_EXPORT VertexElementData : public ElementData, public VertexElement {
 public:
     explicit VertexElementData(ElementType type);
-    virtual ~VertexElementData();
+    ~VertexElementData() override;
 
-    virtual VertexData& getVertexData();
+    VertexData& getVertexData() override;
     const VertexData& getVertexData() const;
 
 private:
@@ -36,9 +36,9 @@ private:
 class VELUN_EXPORT IndexElementData : public ElementData, public IndexElement {
 public:
     explicit IndexElementData(ElementType type);
-    virtual ~IndexElementData();
+    ~IndexElementData() override;
 
-    virtual IndexData& getIndexList();
+    IndexData& getIndexList() override;
     const IndexData& getIndexList() const;
 
 private:

@@ -5,9 +5,10 @@
 
 namespace Velun {
 
-GeometryData::GeometryData() : mBoundingVolume(0), mPhysicsVolume(0) {}
+GeometryData::GeometryData() : mBoundingVolume(nullptr), mPhysicsVolume(nullptr) {}
 
-GeometryData::GeometryData(const std::string& name) : mName(name), mBoundingVolume(0), mPhysicsVolume(0) {}
+GeometryData::GeometryData(const std::string& name)
+    : mName(name), mBoundingVolume(nullptr), mPhysicsVolume(nullptr) {}
 
 GeometryData::~GeometryData() {
     if (mBoundingVolume != mPhysicsVolume)
@@ -43,7 +44,7 @@ GeometryDataGroup& GeometryData::createGroup() {
 
 GeometryDataGroup* GeometryData::getGroup(unsigned int index) {
     if (index >= mGroups.size())
-        return 0;
+        return nullptr;
     return dynamic_cast<GeometryDataGroup*>(mGroups.get(index));
 }
 

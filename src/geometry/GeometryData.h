@@ -19,18 +19,18 @@ class VELUN_EXPORT GeometryData : public Geometry {
 public:
     GeometryData();
     explicit GeometryData(const std::string& name);
-    virtual ~GeometryData();
+    ~GeometryData() override;
 
-    virtual const std::string& getName() const;
+    const std::string& getName() const override;
     void setName(const std::string& name);
 
-    virtual const VertexDataSet* getIndexedDataSet(int) const;
-    virtual VertexDataSet* getIndexedDataSet(int);
+    const VertexDataSet* getIndexedDataSet(int) const override;
+    VertexDataSet* getIndexedDataSet(int) override;
     Dorvan::SharedPtr<VertexData> getIndexedData(int) const;
     void setIndexedVertexData(Dorvan::SharedPtr<VertexData> data);
 
-    virtual const Dorvan::Vector<GeometryGroup*>& getElementGroups() const;
-    virtual Dorvan::Vector<GeometryGroup*>& getElementGroups();
+    const Dorvan::Vector<GeometryGroup*>& getElementGroups() const override;
+    Dorvan::Vector<GeometryGroup*>& getElementGroups() override;
     // Appends a new group whose index is its position, and returns it.
     GeometryDataGroup& createGroup();
     // The group at `index`, or null when out of range or not a GeometryDataGroup.
@@ -38,8 +38,8 @@ public:
     // Deletes every group with its elements.
     void clearGroups();
 
-    virtual const BoundingVolume* getPhysicsVolume() const;
-    virtual const BoundingVolume* getBoundingVolume() const;
+    const BoundingVolume* getPhysicsVolume() const override;
+    const BoundingVolume* getBoundingVolume() const override;
     BoundingVolume* getPhysicsVolume();
     BoundingVolume* getBoundingVolume();
     // Take ownership of the volume; a different volume held before is deleted.

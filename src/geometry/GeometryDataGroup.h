@@ -11,10 +11,10 @@ class ElementData;
 class VELUN_EXPORT GeometryDataGroup : public GeometryGroup {
 public:
     explicit GeometryDataGroup(unsigned int groupIndex);
-    virtual ~GeometryDataGroup();
+    ~GeometryDataGroup() override;
 
-    virtual unsigned int getMaterialIndex() const;
-    virtual Dorvan::Vector<GeometryElement*>& getElementList(int);
+    unsigned int getMaterialIndex() const override;
+    Dorvan::Vector<GeometryElement*>& getElementList(int) override;
     const Dorvan::Vector<GeometryElement*>& getElementList() const;
 
     void setMaterialIndex(unsigned int index);

@@ -33,7 +33,7 @@ public:
 // An element with vertices of its own.
 class VELUN_EXPORT VertexElement : public virtual GeometryElement {
 public:
-    virtual ~VertexElement();
+    ~VertexElement() override;
 
     virtual VertexDataSet& getVertexData() = 0;
 };
@@ -41,7 +41,7 @@ public:
 // An element made of indices into its geometry's shared vertex set.
 class VELUN_EXPORT IndexElement : public virtual GeometryElement {
 public:
-    virtual ~IndexElement();
+    ~IndexElement() override;
 
     virtual IndexDataSet& getIndexList() = 0;
 };

@@ -45,7 +45,7 @@ bool GeometryObject::addSubobject(GeometrySubobject& subobject) {
 GeometrySubobject* GeometryObject::removeSubobject(std::uint64_t id) {
     GeometrySubobject* subobject = getSubobject(id);
     if (!subobject)
-        return 0;
+        return nullptr;
     TransformationNode* node = mTransformations.remove(id);
     mSubobjects.remove(subobject);
     detachChild(node->getNodeId());
@@ -56,11 +56,11 @@ GeometrySubobject* GeometryObject::removeSubobject(std::uint64_t id) {
 
 GeometrySubobject* GeometryObject::getSubobject(std::uint64_t id) const {
     if (!mTransformations.containsKey(id))
-        return 0;
+        return nullptr;
     for (unsigned int i = 0; i < mSubobjects.size(); ++i)
         if (mSubobjects.get(i)->getNodeId() == id)
             return mSubobjects.get(i);
-    return 0;
+    return nullptr;
 }
 
 GeometrySubobject* GeometryObject::getSubobjectAt(unsigned int position) const {
@@ -69,7 +69,7 @@ GeometrySubobject* GeometryObject::getSubobjectAt(unsigned int position) const {
 
 Transformation* GeometryObject::getTransformation(std::uint64_t id) const {
     if (!mTransformations.containsKey(id))
-        return 0;
+        return nullptr;
     return mTransformations.get(id);
 }
 

@@ -26,7 +26,7 @@ public:
     GeometryObject();
     explicit GeometryObject(std::string const& name);
     GeometryObject(std::string const& name, std::string const& uniqueName);
-    virtual ~GeometryObject();
+    ~GeometryObject() override;
 
     // Places the subobject under a new TransformationNode attached to this object, and
     // takes ownership of it (it must come from new). False, leaving the subobject to the
@@ -50,7 +50,7 @@ public:
     // Replaces the default material of a slot.
     void setDefaultMaterial(unsigned int index, Dorvan::SharedPtr<Material> material);
     // The default material of a slot, or null; the lookup adds no entry.
-    virtual Dorvan::SharedPtr<Material> getDefaultMaterial(unsigned int index);
+    Dorvan::SharedPtr<Material> getDefaultMaterial(unsigned int index) override;
     Dorvan::SharedPtr<Material> const getDefaultMaterial(unsigned int index) const;
     // False, changing nothing, if the slot has no default material.
     bool removeDefaultMaterial(unsigned int index);

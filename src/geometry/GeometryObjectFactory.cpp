@@ -23,7 +23,7 @@ GeometryObject* GeometryObjectFactory::buildObject() {
         std::ostringstream text;
         text << "Could not create object " << mName << ": its factory has no geometry";
         VelunCore::getLogger("objectmanager")->error(text.str());
-        return 0;
+        return nullptr;
     }
     GeometryObject* object = new GeometryObject(mName);
     GeometrySubobject* subobject = new GeometrySubobject(mGeometry->getName());

@@ -21,11 +21,11 @@ class VELUN_EXPORT GeometryObjectFactory : public ObjectFactory {
 public:
     GeometryObjectFactory(std::string const& name, Dorvan::SharedPtr<Geometry> geometry,
                           Dorvan::Vector<Dorvan::SharedPtr<Material>> const& materials);
-    virtual ~GeometryObjectFactory();
+    ~GeometryObjectFactory() override;
 
-    virtual std::string const& getName() const;
+    std::string const& getName() const override;
     // A new GeometryObject (null without a geometry), named after the factory.
-    virtual ObjectNode* createObject();
+    ObjectNode* createObject() override;
 
     Dorvan::SharedPtr<Geometry> getGeometry() const { return mGeometry; }
     Dorvan::Vector<Dorvan::SharedPtr<Material>> const& getMaterials() const { return mMaterials; }

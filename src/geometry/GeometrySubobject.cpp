@@ -44,11 +44,11 @@ bool GeometrySubobject::removeMaterial(unsigned int index) {
 }
 
 BoundingVolume const* GeometrySubobject::getBoundingVolume() const {
-    return mGeometry ? mGeometry->getBoundingVolume() : 0;
+    return mGeometry ? mGeometry->getBoundingVolume() : nullptr;
 }
 
 BoundingVolume const* GeometrySubobject::getPhysicsVolume() const {
-    return mGeometry ? mGeometry->getPhysicsVolume() : 0;
+    return mGeometry ? mGeometry->getPhysicsVolume() : nullptr;
 }
 
 }  // namespace Velun

@@ -20,25 +20,25 @@ public:
     GeometrySubobject();
     explicit GeometrySubobject(std::string const& name);
     GeometrySubobject(std::string const& name, std::string const& uniqueName);
-    virtual ~GeometrySubobject();
+    ~GeometrySubobject() override;
 
     // Replaces the geometry (the int is reserved) and marks the node, so that the next
     // update pass refreshes its world volume.
     void setGeometry(Dorvan::SharedPtr<Geometry> geometry, int index);
-    virtual Dorvan::SharedPtr<Geometry> const getGeometry(int index) const;
-    virtual Dorvan::SharedPtr<Geometry> getGeometry(int index);
+    Dorvan::SharedPtr<Geometry> const getGeometry(int index) const override;
+    Dorvan::SharedPtr<Geometry> getGeometry(int index) override;
 
     // Replaces the material of a slot.
     void setMaterial(unsigned int index, Dorvan::SharedPtr<Material> material);
     // The subobject's own material of a slot, or null; the lookup adds no entry.
-    virtual Dorvan::SharedPtr<Material> const getMaterial(unsigned int index) const;
-    virtual Dorvan::SharedPtr<Material> getMaterial(unsigned int index);
+    Dorvan::SharedPtr<Material> const getMaterial(unsigned int index) const override;
+    Dorvan::SharedPtr<Material> getMaterial(unsigned int index) override;
     // False, changing nothing, if the slot has no material.
     bool removeMaterial(unsigned int index);
 
     // The geometry's volumes, null without a geometry.
-    virtual BoundingVolume const* getBoundingVolume() const;
-    virtual BoundingVolume const* getPhysicsVolume() const;
+    BoundingVolume const* getBoundingVolume() const override;
+    BoundingVolume const* getPhysicsVolume() const override;
 
 private:
     Dorvan::SharedPtr<Geometry> mGeometry;

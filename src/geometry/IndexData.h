@@ -16,14 +16,14 @@ class VELUN_EXPORT IndexData : public AbstractGeometryData, public IndexDataSet 
 public:
     IndexData();
     IndexData(const IndexData& other);
-    virtual ~IndexData();
+    ~IndexData() override;
 
     IndexData& operator=(const IndexData& other);
 
     // IndexDataSet
-    virtual const void* getIndexList() const;
-    virtual unsigned int getCount() const;
-    virtual DataType::Type getIndexType() const;
+    const void* getIndexList() const override;
+    unsigned int getCount() const override;
+    DataType::Type getIndexType() const override;
 
     // Call before initialize.
     void setIndexType(DataType::Type type);

@@ -9,7 +9,7 @@ namespace Velun {
 // An index list as the renderer reads it: raw pointer, count and component type.
 class VELUN_EXPORT IndexDataSet : public virtual DataSet {
 public:
-    virtual ~IndexDataSet();
+    ~IndexDataSet() override;
 
     virtual const void* getIndexList() const = 0;
     virtual unsigned int getCount() const = 0;

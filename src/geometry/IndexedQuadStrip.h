@@ -10,7 +10,7 @@ class VELUN_EXPORT IndexedQuadStrip : public IndexElementData {
 public:
     // Room for `capacity` indices at first; the list grows by itself beyond it.
     explicit IndexedQuadStrip(int capacity = 6);
-    virtual ~IndexedQuadStrip();
+    ~IndexedQuadStrip() override;
 
     void addQuad(unsigned int a, unsigned int b);
 };

@@ -10,7 +10,7 @@ class VELUN_EXPORT IndexedQuads : public IndexElementData {
 public:
     // Room for `capacity` indices at first; the list grows by itself beyond it.
     explicit IndexedQuads(int capacity = 6);
-    virtual ~IndexedQuads();
+    ~IndexedQuads() override;
 
     void addQuad(unsigned int a, unsigned int b, unsigned int c, unsigned int d);
 };

@@ -10,7 +10,7 @@ class VELUN_EXPORT IndexedTriangleStrip : public IndexElementData {
 public:
     // Room for `capacity` indices at first; the list grows by itself beyond it.
     explicit IndexedTriangleStrip(int capacity = 6);
-    virtual ~IndexedTriangleStrip();
+    ~IndexedTriangleStrip() override;
 
     void addVertice(unsigned int index);
 };

@@ -10,7 +10,7 @@ class VELUN_EXPORT IndexedTriangles : public IndexElementData {
 public:
     // Room for `capacity` indices at first; the list grows by itself beyond it.
     explicit IndexedTriangles(int capacity = 6);
-    virtual ~IndexedTriangles();
+    ~IndexedTriangles() override;
 
     void addTriangle(unsigned int a, unsigned int b, unsigned int c);
 };

@@ -9,7 +9,7 @@ namespace Velun {
 // for it; it is there for applications that keep their vertices this way.
 class VELUN_EXPORT InterleavedVertexDataSet : public VertexDataSet {
 public:
-    virtual ~InterleavedVertexDataSet();
+    ~InterleavedVertexDataSet() override;
 
     // Start of the interleaved block.
     virtual const void* getInterleavedData() const = 0;

@@ -13,7 +13,7 @@ class ObjectFactory;
 // initialises it if needed and asks the first loader whose canLoad accepts a name.
 class VELUN_EXPORT ObjectLoader : public ResourceLoader {
 public:
-    virtual ~ObjectLoader();
+    ~ObjectLoader() override;
 
     // Whether this loader reads the file the info names (usually by its type).
     virtual bool canLoad(NameMapper::ResourceInfo const& info) = 0;

@@ -46,7 +46,7 @@ ObjectNode* ObjectManager::createObject(std::string const& name) {
     Dorvan::SharedPtr<ObjectFactory> factory = getObjectFactory(name);
     if (!factory) {
         if (!mNameMapper)
-            return 0;
+            return nullptr;
         NameMapper::ResourceInfo info = mNameMapper->getResourceInfo(name);
         for (unsigned int i = 0; i < mLoaders.size(); ++i) {
             ObjectLoader* loader = mLoaders.get(i);
@@ -58,7 +58,7 @@ ObjectNode* ObjectManager::createObject(std::string const& name) {
         }
         if (!factory) {
             VelunCore::getLogger("objectmanager")->error("Could not find an objectloader for " + name);
-            return 0;
+            return nullptr;
         }
         mFactories.put(name, factory);
     }

@@ -41,7 +41,7 @@ const void* VertexData::getFogCoordinates() const { return mFogCoordinates.get()
 const void* VertexData::getTexCoordinates(unsigned int layer) const {
     const unsigned char* base = static_cast<const unsigned char*>(mTexCoordinates.get());
     if (!base)
-        return 0;
+        return nullptr;
     return base + layer * mNumTexCoord * kFloatSize;
 }
 
@@ -183,7 +183,7 @@ bool VertexData::setCurrentVertex(unsigned int i) {
 
 float* VertexData::writable(Dorvan::CowMemPtr<void>& array, DataType::Type type) {
     if (mCurrent == NoVertex || mCurrent >= mCapacity || type != DataType::Float || array.isNull())
-        return 0;
+        return nullptr;
     return static_cast<float*>(array.get());
 }
 

@@ -27,35 +27,35 @@ public:
 
     VertexData();
     VertexData(const VertexData& other);
-    virtual ~VertexData();
+    ~VertexData() override;
 
     VertexData& operator=(const VertexData& other);
 
     // VertexDataSet
-    virtual unsigned int getCount() const;
-    virtual const void* getVertices() const;
-    virtual const void* getColor() const;
-    virtual const void* getSecondaryColor() const;
-    virtual const void* getNormals() const;
-    virtual const void* getFogCoordinates() const;
-    virtual const void* getTexCoordinates(unsigned int layer) const;
-    virtual int getNumVertex() const;
-    virtual int getNumColor() const;
-    virtual int getNumSecondaryColor() const;
-    virtual int getNumTexCoord(unsigned int layer) const;
-    virtual unsigned int getNumTexLayer() const;
-    virtual const Dorvan::Vector<unsigned int>& getTexturesIndices() const;
+    unsigned int getCount() const override;
+    const void* getVertices() const override;
+    const void* getColor() const override;
+    const void* getSecondaryColor() const override;
+    const void* getNormals() const override;
+    const void* getFogCoordinates() const override;
+    const void* getTexCoordinates(unsigned int layer) const override;
+    int getNumVertex() const override;
+    int getNumColor() const override;
+    int getNumSecondaryColor() const override;
+    int getNumTexCoord(unsigned int layer) const override;
+    unsigned int getNumTexLayer() const override;
+    const Dorvan::Vector<unsigned int>& getTexturesIndices() const override;
     // Float for an attribute in use, None otherwise (also when data is counted but its
     // array is missing, so a renderer never reads a null array).
-    virtual DataType::Type getVertexType() const;
-    virtual DataType::Type getColorType() const;
-    virtual DataType::Type getSecondaryColorType() const;
-    virtual DataType::Type getNormalType() const;
-    virtual DataType::Type getFogCoordinateType() const;
-    virtual DataType::Type getTexCoordinateType(unsigned int layer) const;
+    DataType::Type getVertexType() const override;
+    DataType::Type getColorType() const override;
+    DataType::Type getSecondaryColorType() const override;
+    DataType::Type getNormalType() const override;
+    DataType::Type getFogCoordinateType() const override;
+    DataType::Type getTexCoordinateType(unsigned int layer) const override;
     // Texture coordinates: the bytes from one vertex's pair of a layer to the next
     // vertex's; every other attribute is tightly packed (0).
-    virtual unsigned int getStride(Part part) const;
+    unsigned int getStride(Part part) const override;
 
     // Which arrays exist; takes effect at the next initialize.
     void setUseVertex(bool use);

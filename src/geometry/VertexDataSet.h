@@ -24,7 +24,7 @@ public:
         TexCoordinate = 5
     };
 
-    virtual ~VertexDataSet();
+    ~VertexDataSet() override;
 
     // Number of vertices.
     virtual unsigned int getCount() const = 0;

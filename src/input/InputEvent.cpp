@@ -3,7 +3,8 @@
 namespace Velun {
 
 InputEvent::InputEvent(std::int64_t timestamp)
-    : Dorvan::Event(timestamp), mWindowId(-1), mEventType(KeyEvent), mInputDevice(0), mEventInfo(0) {}
+    : Dorvan::Event(timestamp), mWindowId(-1), mEventType(KeyEvent), mInputDevice(nullptr),
+      mEventInfo(nullptr) {}
 
 InputEvent::~InputEvent() { delete mEventInfo; }
 
@@ -16,19 +17,19 @@ void InputEvent::setEventType(EventType type, InputEventInfo& info) {
 }
 
 KeyEventInfo* InputEvent::getKeyEventInfo() const {
-    return mEventType == KeyEvent ? dynamic_cast<KeyEventInfo*>(mEventInfo) : 0;
+    return mEventType == KeyEvent ? dynamic_cast<KeyEventInfo*>(mEventInfo) : nullptr;
 }
 
 MoveEventInfo* InputEvent::getMoveEventInfo() const {
-    return mEventType == MoveEvent ? dynamic_cast<MoveEventInfo*>(mEventInfo) : 0;
+    return mEventType == MoveEvent ? dynamic_cast<MoveEventInfo*>(mEventInfo) : nullptr;
 }
 
 ButtonEventInfo* InputEvent::getButtonEventInfo() const {
-    return mEventType == ButtonEvent ? dynamic_cast<ButtonEventInfo*>(mEventInfo) : 0;
+    return mEventType == ButtonEvent ? dynamic_cast<ButtonEventInfo*>(mEventInfo) : nullptr;
 }
 
 SysWMEventInfo* InputEvent::getSysWMEventInfo() const {
-    return mEventType == SysWMEvent ? dynamic_cast<SysWMEventInfo*>(mEventInfo) : 0;
+    return mEventType == SysWMEvent ? dynamic_cast<SysWMEventInfo*>(mEventInfo) : nullptr;
 }
 
 }  // namespace Velun

@@ -19,7 +19,7 @@ public:
 
     // An event with no info yet, no window (-1) and no device.
     explicit InputEvent(std::int64_t timestamp);
-    virtual ~InputEvent();
+    ~InputEvent() override;
 
     EventType getEventType() const { return mEventType; }
     // The window the event belongs to, -1 when none is known.

@@ -42,7 +42,7 @@ public:
     // a modifier, a function key).
     KeyEventInfo(EventType type, unsigned char keycode, unsigned short keySymbol, unsigned short modifierMask,
                  unsigned short unicode = 0);
-    virtual ~KeyEventInfo();
+    ~KeyEventInfo() override;
 
     EventType getEventType() const { return mEventType; }
     // The hardware scan code.
@@ -67,7 +67,7 @@ class VELUN_EXPORT MoveEventInfo : public InputEventInfo {
 public:
     explicit MoveEventInfo(const Dorvan::Vector<float>& axes);
     MoveEventInfo(const Dorvan::Vector<float>& axes, const Dorvan::Vector<float>& relativeAxes);
-    virtual ~MoveEventInfo();
+    ~MoveEventInfo() override;
 
     int getAxisCount() const;
     // The index is not checked.
@@ -98,7 +98,7 @@ public:
     enum EventType { ButtonPressed = 0, ButtonReleased = 1 };
 
     ButtonEventInfo(EventType type, int buttonNr, int x = 0, int y = 0);
-    virtual ~ButtonEventInfo();
+    ~ButtonEventInfo() override;
 
     EventType getEventType() const { return mEventType; }
     int getButtonNr() const { return mButtonNr; }
@@ -124,7 +124,7 @@ public:
     };
 
     SysWMEventInfo(EventType type, int width, int height);
-    virtual ~SysWMEventInfo();
+    ~SysWMEventInfo() override;
 
     EventType getEventType() const { return mEventType; }
     int getWidth() const { return mWidth; }

@@ -50,7 +50,7 @@ void InputManager::unregisterInputProvider(InputProvider& provider) {
     if (!mProviders.containsKey(id) || mProviders.get(id) != &provider)
         return;
     mProviders.remove(id);
-    provider.mRegisteredWith = 0;
+    provider.mRegisteredWith = nullptr;
     _removeAdapter(provider);
 }
 
@@ -60,7 +60,7 @@ void InputManager::_removeAdapter(InputProvider& provider) {
         if (adapter->mProvider != &provider)
             continue;
         if (mPollDepth > 0) {
-            adapter->mProvider = 0;
+            adapter->mProvider = nullptr;
             mHasDetachedAdapters = true;
         } else {
             delete adapter;
@@ -103,7 +103,7 @@ void InputManager::unregisterInputProcessor(InputProcessor& processor) {
     if (!mProcessors.containsKey(id) || mProcessors.get(id) != &processor)
         return;
     mProcessors.remove(id);
-    processor.mRegisteredWith = 0;
+    processor.mRegisteredWith = nullptr;
 }
 
 void InputManager::triggerInputEvent(InputEvent& event) {

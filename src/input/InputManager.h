@@ -26,8 +26,8 @@ public:
     class VELUN_EXPORT PollingAdapter : public Process {
     public:
         explicit PollingAdapter(InputProvider& provider);
-        virtual ~PollingAdapter();
-        virtual int run(std::int64_t timestamp);
+        ~PollingAdapter() override;
+        int run(std::int64_t timestamp) override;
         // Null once the provider has been unregistered.
         InputProvider* getProvider() const { return mProvider; }
 
@@ -38,7 +38,7 @@ public:
 
     InputManager();
     // Unregisters everything; deletes the adapters, not the providers or processors.
-    virtual ~InputManager();
+    ~InputManager() override;
 
     // Registers the provider under its id and adds its polling adapter. A provider
     // registered already is left as it is; another one with the same id is replaced.
@@ -66,7 +66,7 @@ public:
     InputProvider* getInputProviderAt(unsigned int position);
     InputProcessor* getInputProcessorAt(unsigned int position);
 
-    virtual std::vector<Process*>* getProcessList();
+    std::vector<Process*>* getProcessList() override;
 
 private:
     InputManager(const InputManager&) = delete;

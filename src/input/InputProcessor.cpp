@@ -6,7 +6,7 @@
 namespace Velun {
 
 InputProcessor::InputProcessor(int processorId)
-    : mEnabled(true), mProcessorId(processorId), mRegisteredWith(0) {
+    : mEnabled(true), mProcessorId(processorId), mRegisteredWith(nullptr) {
     if (mProcessorId < 0)
         mProcessorId = VelunCore::getSingleton().getInputManager().createProcessorId();
 }

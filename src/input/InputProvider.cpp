@@ -8,7 +8,7 @@ namespace Velun {
 
 InputProvider::InputProvider(int providerId)
     : mEnabled(true), mProviderId(providerId), mInputManager(&VelunCore::getSingleton().getInputManager()),
-      mRegisteredWith(0) {
+      mRegisteredWith(nullptr) {
     if (mProviderId < 0)
         mProviderId = mInputManager->createProviderId();
 }

@@ -10,7 +10,7 @@ namespace Velun {
 class VELUN_EXPORT Controller : public LogicElement {
 public:
     Controller();
-    virtual ~Controller();
+    ~Controller() override;
 };
 
 }  // namespace Velun

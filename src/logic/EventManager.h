@@ -24,9 +24,9 @@ public:
     class VELUN_EXPORT ElementAdapter : public Process {
     public:
         explicit ElementAdapter(Dorvan::SharedPtr<LogicElement> element);
-        virtual ~ElementAdapter();
+        ~ElementAdapter() override;
         // 0 for a disabled element or one that is no Process; else the element's result.
-        virtual int run(std::int64_t timestamp);
+        int run(std::int64_t timestamp) override;
         Dorvan::SharedPtr<LogicElement> getElement() const { return mElement; }
 
     private:
@@ -39,7 +39,7 @@ public:
     };
 
     EventManager();
-    virtual ~EventManager();
+    ~EventManager() override;
 
     // A new element id: 101 first, then growing; never reused.
     unsigned int createElementId();
@@ -59,7 +59,7 @@ public:
     Dorvan::SharedPtr<LogicElement> getElementById(unsigned int id);
     unsigned int getElementCount() const { return mElements.size(); }
 
-    virtual std::vector<Process*>* getProcessList();
+    std::vector<Process*>* getProcessList() override;
 
 private:
     std::vector<Process*> mProcesses;

@@ -14,7 +14,7 @@ const float TwoPi = 6.2831855f;
 const float ClosingRate = 10.0f;
 }  // namespace
 
-FollowModifier::FollowModifier() : mSource(0), mFollowerTransformation(0), mRotationY(0.0f) {}
+FollowModifier::FollowModifier() : mSource(nullptr), mFollowerTransformation(nullptr), mRotationY(0.0f) {}
 
 FollowModifier::~FollowModifier() {}
 

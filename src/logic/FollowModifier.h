@@ -26,19 +26,19 @@ class Node;
 class VELUN_EXPORT FollowModifier : public Modifier, public Process {
 public:
     FollowModifier();
-    virtual ~FollowModifier();
+    ~FollowModifier() override;
 
     // A state other than running forgets the time, so a restart does not jump.
-    virtual void setState(State state);
+    void setState(State state) override;
     // Always 0.
-    virtual int run(std::int64_t timestamp);
+    int run(std::int64_t timestamp) override;
 
     Node* getSource() const { return mSource; }
     void setSource(Node& source) { mSource = &source; }
-    void unsetSource() { mSource = 0; }
+    void unsetSource() { mSource = nullptr; }
     Transformation* getFollowerTransformation() const { return mFollowerTransformation; }
     void setFollowerTransformation(Transformation& follower) { mFollowerTransformation = &follower; }
-    void unsetFollowerTransformation() { mFollowerTransformation = 0; }
+    void unsetFollowerTransformation() { mFollowerTransformation = nullptr; }
     // Applied to the follower before its rotation and translation; identity at first.
     Transformation& getOffsetTransformation() { return mOffsetTransformation; }
 

@@ -11,7 +11,7 @@ namespace Velun {
 class VELUN_EXPORT Modifier : public LogicElement {
 public:
     Modifier();
-    virtual ~Modifier();
+    ~Modifier() override;
 };
 
 }  // namespace Velun

@@ -10,7 +10,7 @@ namespace Velun {
 class VELUN_EXPORT Sensor : public LogicElement {
 public:
     Sensor();
-    virtual ~Sensor();
+    ~Sensor() override;
 };
 
 }  // namespace Velun

@@ -5,8 +5,8 @@
 namespace Velun {
 
 VelocityModifier::VelocityModifier()
-    : mTransformation(0), mTransformGlobal(false), mTranslateX(0.0f), mTranslateY(0.0f), mTranslateZ(0.0f),
-      mRotateX(0.0f), mRotateY(0.0f), mRotateZ(0.0f) {}
+    : mTransformation(nullptr), mTransformGlobal(false), mTranslateX(0.0f), mTranslateY(0.0f),
+      mTranslateZ(0.0f), mRotateX(0.0f), mRotateY(0.0f), mRotateZ(0.0f) {}
 
 VelocityModifier::VelocityModifier(Transformation& transformation) : VelocityModifier() {
     mTransformation = &transformation;
@@ -22,7 +22,7 @@ void VelocityModifier::setState(State state) {
 
 int VelocityModifier::run(std::int64_t timestamp) {
     float dt = 0.0f;
-    if (!mClock.step(*this, timestamp, mTransformation != 0, dt))
+    if (!mClock.step(*this, timestamp, mTransformation != nullptr, dt))
         return 0;
     // Also when all speeds are 0, so that a node under the modifier is marked each frame.
     mTransformation->translate(dt * mTranslateX, dt * mTranslateY, dt * mTranslateZ, mTransformGlobal);

@@ -20,16 +20,16 @@ class VELUN_EXPORT VelocityModifier : public Modifier, public Process {
 public:
     VelocityModifier();
     explicit VelocityModifier(Transformation& transformation);
-    virtual ~VelocityModifier();
+    ~VelocityModifier() override;
 
     // A state other than running forgets the time, so a restart does not jump.
-    virtual void setState(State state);
+    void setState(State state) override;
     // Always 0.
-    virtual int run(std::int64_t timestamp);
+    int run(std::int64_t timestamp) override;
 
     Transformation* getTransformation() const { return mTransformation; }
     void setTransformation(Transformation& transformation) { mTransformation = &transformation; }
-    void unsetTransformation() { mTransformation = 0; }
+    void unsetTransformation() { mTransformation = nullptr; }
     // The `local` flag of the translation: false moves along the parent's axes, true
     // along the node's own.
     bool doTransformGlobal() const { return mTransformGlobal; }

@@ -84,7 +84,7 @@ int RenderManager::initializeRenderer(bool createDefaultWindow) {
     for (std::map<std::string, RenderEngine*>::iterator it = mRenderers.begin(); it != mRenderers.end(); ++it)
         it->second->initialize();
     if (createDefaultWindow)
-        createRenderWindow("default", 800, 600, false, 0, 0, 0);
+        createRenderWindow("default", 800, 600, false, 0, 0, nullptr);
     mInitialized = true;
     return 1;
 }
@@ -99,20 +99,20 @@ RenderWindow* RenderManager::createRenderWindow(const std::string& name, int wid
                                                 Dorvan::LinkedMap<std::string, std::string>* options) {
     RenderEngine* engine = getDefaultRenderEngine();
     if (!engine)
-        return 0;
+        return nullptr;
     if (width <= 0 || height <= 0) {
         std::ostringstream text;
         text << "RenderManager::createRenderWindow: window '" << name << "' needs a positive size, not "
              << width << "x" << height;
         VelunCore::getLogger("render")->error(text.str());
-        return 0;
+        return nullptr;
     }
     // Ids come from a counter, so a destroyed window's id never names a live one.
     int id = mLastWindowId + 1;
     RenderWindow* window =
         engine->createRenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, options);
     if (!window)
-        return 0;
+        return nullptr;
     mLastWindowId = id;
     mRenderWindows[id] = window;
     if (mPrimaryRenderWindow == -1)
@@ -156,7 +156,7 @@ RenderWindow* RenderManager::getRenderWindowByName(const std::string& name) {
     for (std::map<int, RenderWindow*>::iterator it = mRenderWindows.begin(); it != mRenderWindows.end(); ++it)
         if (it->second->getName() == name)
             return it->second;
-    return 0;
+    return nullptr;
 }
 
 unsigned int RenderManager::getRenderWindowCount() {

@@ -28,8 +28,8 @@ public:
     class VELUN_EXPORT RenderAdapter : public Process {
     public:
         explicit RenderAdapter(TargetRenderer* renderer);
-        virtual int run(std::int64_t timestamp);
-        virtual ~RenderAdapter();
+        int run(std::int64_t timestamp) override;
+        ~RenderAdapter() override;
         TargetRenderer* getRenderer() const { return mRenderer; }
 
     private:
@@ -37,7 +37,7 @@ public:
     };
 
     RenderManager();
-    virtual ~RenderManager();
+    ~RenderManager() override;
 
     // A second registration under one name replaces the first. The first engine
     // registered becomes the default; once initialized, a late engine is initialized at once.
@@ -73,7 +73,7 @@ public:
     // Names of the registered engines, in name order; owned by the manager.
     Dorvan::Vector<std::string>* getRendererNames();
 
-    virtual std::vector<Process*>* getProcessList();
+    std::vector<Process*>* getProcessList() override;
 
 private:
     RenderEngine* getDefaultRenderEngine();

@@ -10,7 +10,7 @@ namespace Velun {
 class VELUN_EXPORT RenderTexture : public TargetRenderer {
 public:
     RenderTexture(int id, int width, int height);
-    virtual ~RenderTexture();
+    ~RenderTexture() override;
 };
 
 }  // namespace Velun

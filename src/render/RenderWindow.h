@@ -13,7 +13,7 @@ namespace Velun {
 // gives the input grab and cursor operations their meaning.
 class VELUN_EXPORT RenderWindow : public TargetRenderer {
 public:
-    virtual ~RenderWindow();
+    ~RenderWindow() override;
 
     // Nothing sets this flag: the RenderManager keeps the primary window's id itself.
     virtual bool isPrimary();

@@ -114,7 +114,7 @@ bool BoundingBox::mergeCorners(BoundingBox const& other, Dorvan::Matrix<float, 4
     return moved;
 }
 
-bool BoundingBox::merge(BoundingVolume const& other) { return merge(other, 0); }
+bool BoundingBox::merge(BoundingVolume const& other) { return merge(other, nullptr); }
 
 bool BoundingBox::merge(BoundingVolume const& other, Dorvan::Matrix<float, 4> const& transform) {
     return merge(other, &transform);

@@ -21,32 +21,32 @@ public:
     BoundingBox();
     // The box around both points.
     BoundingBox(Point const& a, Point const& b);
-    virtual ~BoundingBox();
+    ~BoundingBox() override;
 
-    virtual void setEmpty() { mState = StateEmpty; }
-    virtual void setInfinite() { mState = StateInfinite; }
-    virtual int getState() const { return mState; }
+    void setEmpty() override { mState = StateEmpty; }
+    void setInfinite() override { mState = StateInfinite; }
+    int getState() const override { return mState; }
 
     // Exact tests with a transformation are not available: -1 when this box is empty,
     // otherwise 1.
-    virtual int intersects(BoundingVolume const& other, Dorvan::Matrix<float, 4> const& otherToThis) const;
-    virtual int intersects(BoundingVolume const& other) const;
-    virtual int intersects(Frustrum const& frustum) const;
-    virtual bool contains(Point const& point) const;
+    int intersects(BoundingVolume const& other, Dorvan::Matrix<float, 4> const& otherToThis) const override;
+    int intersects(BoundingVolume const& other) const override;
+    int intersects(Frustrum const& frustum) const override;
+    bool contains(Point const& point) const override;
 
     // -1 outside, 0 for an infinite box; otherwise the largest distance of a corner
     // in front of the near plane.
-    virtual float getFrustrumDistance(Frustrum const& frustum) const;
+    float getFrustrumDistance(Frustrum const& frustum) const override;
 
     // Merging with a transformation gives the axis-aligned box around the eight
     // transformed corners of `other`.
-    virtual bool merge(BoundingVolume const& other, Dorvan::Matrix<float, 4> const& transform);
-    virtual bool merge(BoundingVolume const& other);
-    virtual bool merge(Point const& point);
+    bool merge(BoundingVolume const& other, Dorvan::Matrix<float, 4> const& transform) override;
+    bool merge(BoundingVolume const& other) override;
+    bool merge(Point const& point) override;
 
-    virtual BoundingVolume* transformed(Dorvan::Matrix<float, 4> const& transform) const;
+    BoundingVolume* transformed(Dorvan::Matrix<float, 4> const& transform) const override;
 
-    virtual int getVolumeType() const { return VolumeBox; }
+    int getVolumeType() const override { return VolumeBox; }
 
     Point const& getMin() const { return mMin; }
     Point const& getMax() const { return mMax; }

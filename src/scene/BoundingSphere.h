@@ -10,12 +10,12 @@ namespace Velun {
 // getFrustrumDistance, so the view filter never culls it.
 class VELUN_EXPORT BoundingSphere : public BoundingVolume {
 public:
-    virtual ~BoundingSphere();
+    ~BoundingSphere() override;
 
     using BoundingVolume::intersects;
-    virtual int intersects(Frustrum const& frustum) const;
-    virtual float getFrustrumDistance(Frustrum const& frustum) const;
-    virtual int getVolumeType() const;
+    int intersects(Frustrum const& frustum) const override;
+    float getFrustrumDistance(Frustrum const& frustum) const override;
+    int getVolumeType() const override;
 };
 
 }  // namespace Velun

@@ -11,7 +11,7 @@ public:
     Branch();
     explicit Branch(std::string const& name);
     Branch(std::string const& name, std::string const& uniqueName);
-    virtual ~Branch();
+    ~Branch() override;
 
     using Group::attachChild;
     using Group::detachChild;

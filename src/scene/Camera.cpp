@@ -12,21 +12,24 @@ namespace Velun {
 
 Camera::Camera()
     : Leaf(TypeCamera), mCamSettings(CameraSettings::Perspective),
-      mOverlaySettings(CameraSettings::Orthographic), mOverlay(0), mOverlayZOffset(2.0f), mUseOverlay(true) {}
+      mOverlaySettings(CameraSettings::Orthographic), mOverlay(nullptr), mOverlayZOffset(2.0f),
+      mUseOverlay(true) {}
 
 Camera::Camera(std::string const& name)
     : Leaf(TypeCamera, name), mCamSettings(CameraSettings::Perspective),
-      mOverlaySettings(CameraSettings::Orthographic), mOverlay(0), mOverlayZOffset(2.0f), mUseOverlay(true) {}
+      mOverlaySettings(CameraSettings::Orthographic), mOverlay(nullptr), mOverlayZOffset(2.0f),
+      mUseOverlay(true) {}
 
 Camera::Camera(std::string const& name, std::string const& uniqueName)
     : Leaf(TypeCamera, name, uniqueName), mCamSettings(CameraSettings::Perspective),
-      mOverlaySettings(CameraSettings::Orthographic), mOverlay(0), mOverlayZOffset(2.0f), mUseOverlay(true) {}
+      mOverlaySettings(CameraSettings::Orthographic), mOverlay(nullptr), mOverlayZOffset(2.0f),
+      mUseOverlay(true) {}
 
 Camera::~Camera() { unsetOverlay(); }
 
 BoundingVolume const* Camera::getBoundingVolume() const { return &mBoundingVolume; }
 
-BoundingVolume const* Camera::getPhysicsVolume() const { return 0; }
+BoundingVolume const* Camera::getPhysicsVolume() const { return nullptr; }
 
 void Camera::setOverlay(Overlay& overlay) {
     unsetOverlay();
@@ -37,7 +40,7 @@ void Camera::setOverlay(Overlay& overlay) {
 void Camera::unsetOverlay() {
     if (mOverlay)
         mOverlay->mCameras.erase(this);
-    mOverlay = 0;
+    mOverlay = nullptr;
 }
 
 namespace {

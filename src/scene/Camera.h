@@ -22,10 +22,10 @@ public:
     Camera();
     explicit Camera(std::string const& name);
     Camera(std::string const& name, std::string const& uniqueName);
-    virtual ~Camera();
+    ~Camera() override;
 
     // Always empty: a camera adds nothing to the volumes above it.
-    virtual BoundingVolume const* getBoundingVolume() const;
+    BoundingVolume const* getBoundingVolume() const override;
     // Null: a camera has no body.
     virtual BoundingVolume const* getPhysicsVolume() const;
 
@@ -71,7 +71,7 @@ public:
     MetaCamera();
     explicit MetaCamera(std::string const& name);
     MetaCamera(std::string const& name, std::string const& uniqueName);
-    virtual ~MetaCamera();
+    ~MetaCamera() override;
 };
 
 }  // namespace Velun

@@ -38,11 +38,11 @@ int Group::attachChild(Node& child) {
 
 Node* Group::detachChild(std::uint64_t id) {
     if (!mChilds.containsKey(id))
-        return 0;
+        return nullptr;
     Node* child = mChilds.remove(id);
     mChildList.erase(std::find(mChildList.begin(), mChildList.end(), child));
     setModified(false);
-    child->setParent(0);
+    child->setParent(nullptr);
     if (getSceneRoot())
         child->detachSceneRoot();
     return child;
@@ -52,7 +52,7 @@ bool Group::detachChilds() {
     setModified(false);
     bool result = true;
     for (Node* child : mChildList) {
-        child->setParent(0);
+        child->setParent(nullptr);
         if (getSceneRoot() && !child->detachSceneRoot())
             result = false;
     }

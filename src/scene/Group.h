@@ -14,7 +14,7 @@ class VELUN_EXPORT Group : public Node {
     friend class Node;
 
 public:
-    virtual ~Group();
+    ~Group() override;
 
     int getAttachedChildCount() const { return static_cast<int>(mChildList.size()); }
     // Unchecked: the caller stays below the count.
@@ -39,8 +39,8 @@ protected:
     bool deleteChild(std::uint64_t id);
     bool deleteChilds();
 
-    virtual bool attachSceneRoot(SceneRoot& root);
-    virtual bool detachSceneRoot();
+    bool attachSceneRoot(SceneRoot& root) override;
+    bool detachSceneRoot() override;
 
 private:
     mutable Dorvan::IdMap<Node*, std::uint64_t> mChilds;

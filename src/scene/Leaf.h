@@ -9,7 +9,7 @@ namespace Velun {
 // A node without children: cameras, lights, sounds, drawable pieces.
 class VELUN_EXPORT Leaf : public Node {
 public:
-    virtual ~Leaf();
+    ~Leaf() override;
 
     // The leaf's own volume in local coordinates, or null for none; the update pass
     // turns it into the world volume.

@@ -23,9 +23,9 @@ public:
     Light();
     explicit Light(std::string const& name);
     Light(std::string const& name, std::string const& uniqueName);
-    virtual ~Light();
+    ~Light() override;
 
-    virtual BoundingVolume const* getBoundingVolume() const;
+    BoundingVolume const* getBoundingVolume() const override;
 
     LightType getLightType() const { return mLightType; }
     void setLightType(LightType type) { mLightType = type; }

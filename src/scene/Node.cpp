@@ -13,8 +13,9 @@ Node::Node(NodeType type, std::string const& name) : Node(type, name, std::strin
 
 Node::Node(NodeType type, std::string const& name, std::string const& uniqueName)
     : mNodeType(static_cast<unsigned char>(type)), mNodeStatus(StatusNew), mKind(KindNode), mUpdating(false),
-      mParent(0), mSceneRoot(0), mNodeId(VelunCore::getSingleton().getSceneManager().createNodeId()),
-      mDetails(0), mTransformedNode(this) {
+      mParent(nullptr), mSceneRoot(nullptr),
+      mNodeId(VelunCore::getSingleton().getSceneManager().createNodeId()), mDetails(nullptr),
+      mTransformedNode(this) {
     if (!name.empty() || !uniqueName.empty()) {
         details().mName = name;
         details().mUniqueName = uniqueName;
@@ -69,7 +70,7 @@ bool Node::attachSceneRoot(SceneRoot& root) {
 bool Node::detachSceneRoot() {
     if (mSceneRoot) {
         mSceneRoot->detachNode(*this);
-        mSceneRoot = 0;
+        mSceneRoot = nullptr;
     }
     setModified(false);
     return true;

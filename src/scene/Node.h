@@ -59,7 +59,7 @@ public:
     std::string getName() const;
     std::string getUniqueName() const;
     SceneRoot* getSceneRoot() const { return mSceneRoot; }
-    bool isAttached() const { return mSceneRoot != 0; }
+    bool isAttached() const { return mSceneRoot != nullptr; }
     Group* getParent() const { return mParent; }
 
     // A Leaf or a Group, without a cast.

@@ -15,7 +15,7 @@ public:
     ObjectNode();
     explicit ObjectNode(std::string const& name);
     ObjectNode(std::string const& name, std::string const& uniqueName);
-    virtual ~ObjectNode();
+    ~ObjectNode() override;
 
     // The object's material for one slot, or null.
     virtual Dorvan::SharedPtr<Material> getDefaultMaterial(unsigned int index) = 0;

@@ -10,7 +10,7 @@ Overlay::~Overlay() {
     std::set<Camera*> cameras;
     cameras.swap(mCameras);
     for (std::set<Camera*>::iterator it = cameras.begin(); it != cameras.end(); ++it)
-        (*it)->mOverlay = 0;
+        (*it)->mOverlay = nullptr;
 }
 
 }  // namespace Velun

@@ -15,7 +15,7 @@ class Camera;
 class VELUN_EXPORT Overlay : public SceneRoot {
 public:
     explicit Overlay(int id);
-    virtual ~Overlay();
+    ~Overlay() override;
 
 private:
     friend class Camera;

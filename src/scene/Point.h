@@ -25,7 +25,7 @@ public:
         m[3] = 1.0f;
     }
 
-    virtual ~Point() {}
+    ~Point() override {}
 
     // x, y, z; w is dropped.
     operator Dorvan::TVector<float, 3>() const { return Dorvan::TVector<float, 3>(m[0], m[1], m[2]); }

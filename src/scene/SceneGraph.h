@@ -9,7 +9,7 @@ namespace Velun {
 class VELUN_EXPORT SceneGraph : public SceneRoot {
 public:
     explicit SceneGraph(int id);
-    virtual ~SceneGraph();
+    ~SceneGraph() override;
 };
 
 }  // namespace Velun

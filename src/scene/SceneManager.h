@@ -23,8 +23,8 @@ public:
     class VELUN_EXPORT UpdateAdapter : public Process {
     public:
         explicit UpdateAdapter(SceneRoot* sceneRoot);
-        virtual int run(std::int64_t timestamp);
-        virtual ~UpdateAdapter();
+        int run(std::int64_t timestamp) override;
+        ~UpdateAdapter() override;
         SceneRoot* getSceneRoot() const { return mSceneRoot; }
 
     private:
@@ -32,7 +32,7 @@ public:
     };
 
     SceneManager();
-    virtual ~SceneManager();
+    ~SceneManager() override;
 
     // A new node id: 1 for the first node of the process, never reused.
     std::uint64_t createNodeId();
@@ -56,7 +56,7 @@ public:
     bool deleteSceneGraph(SceneGraph& graph);
     bool deleteOverlay(Overlay& overlay);
 
-    virtual std::vector<Process*>* getProcessList();
+    std::vector<Process*>* getProcessList() override;
 
 private:
     int createSceneId();

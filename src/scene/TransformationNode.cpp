@@ -19,7 +19,7 @@ Node* TransformationNode::setChild(Node& child) {
 
 Node* TransformationNode::detachChild() {
     if (getAttachedChildCount() == 0)
-        return 0;
+        return nullptr;
     return Group::detachChild(getAttachedChild(0)->getNodeId());
 }
 

@@ -13,7 +13,7 @@ public:
     TransformationNode();
     explicit TransformationNode(std::string const& name);
     TransformationNode(std::string const& name, std::string const& uniqueName);
-    virtual ~TransformationNode();
+    ~TransformationNode() override;
 
     // The child; the node must have one.
     Node* getChild() const { return getAttachedChild(0); }
@@ -25,7 +25,7 @@ public:
     Node* detachChild();
 
 protected:
-    virtual void onModified();
+    void onModified() override;
 };
 
 }  // namespace Velun

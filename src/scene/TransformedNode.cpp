@@ -3,7 +3,7 @@
 namespace Velun {
 
 TransformedNode::TransformedNode(Node* node)
-    : mNode(node), mNeedsPropagation(false), mInverseDirty(true), mInverseWorld(0) {
+    : mNode(node), mNeedsPropagation(false), mInverseDirty(true), mInverseWorld(nullptr) {
     mWorld.setIdentity();
 }
 

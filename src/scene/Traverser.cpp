@@ -87,12 +87,12 @@ void Traverser::resetHandler(Node& start) {
 
 Node* Traverser::stepDown(int position) {
     if (!mCurrent->isGroup() || position < -1)
-        return 0;
+        return nullptr;
     Group* group = static_cast<Group*>(mCurrent);
     int count = group->getAttachedChildCount();
     int found = position == -1 ? getSibling(group, count - 1, true) : getSibling(group, position, false);
     if (found < 0)
-        return 0;
+        return nullptr;
     mPositions.push_back(found);
     mCurrent = group->getAttachedChild(found);
     if (static_cast<int>(mPositions.size()) > mMaxDepth)
@@ -103,7 +103,7 @@ Node* Traverser::stepDown(int position) {
 Node* Traverser::stepUp() {
     Group* parent = mCurrent->getParent();
     if (mCurrent == mRoot || !parent || mPositions.empty())
-        return 0;
+        return nullptr;
     mPositions.pop_back();
     mCurrent = parent;
     return mCurrent;
@@ -112,10 +112,10 @@ Node* Traverser::stepUp() {
 Node* Traverser::stepSideways(bool backward) {
     Group* parent = mCurrent->getParent();
     if (mPositions.empty() || !parent)
-        return 0;
+        return nullptr;
     int found = getSibling(parent, mPositions.back() + (backward ? -1 : 1), backward);
     if (found < 0)
-        return 0;
+        return nullptr;
     mPositions.back() = found;
     mCurrent = parent->getAttachedChild(found);
     return mCurrent;
@@ -141,16 +141,16 @@ void Traverser::reset(bool clearVisited) {
 Node* Traverser::walk(int maxDepth, bool reverse) {
     Node* start = mCurrent;
     resetHandler(*start);
-    if (!mSkipRoot && handleNode(*start, DirectionDown, 0) != 0)
+    if (!mSkipRoot && handleNode(*start, DirectionDown, nullptr) != 0)
         return start;
     if (start->isLeaf())
-        return 0;
+        return nullptr;
 
     Node* previous = start;
     int depth = 0;
     bool skip = false;
     for (;;) {
-        Node* next = 0;
+        Node* next = nullptr;
         Direction direction = DirectionDown;
         if (!skip && (maxDepth == 0 || depth < maxDepth)) {
             next = stepDown(reverse ? -1 : 0);
@@ -161,12 +161,12 @@ Node* Traverser::walk(int maxDepth, bool reverse) {
             skip = false;
             // The walk covers the start node's subtree only: it never moves beside it.
             if (mCurrent == start)
-                return 0;
+                return nullptr;
             next = stepSideways(reverse);
             direction = reverse ? DirectionPrev : DirectionNext;
             if (!next) {
                 if (mCurrent == mRoot || !stepUp())
-                    return 0;
+                    return nullptr;
                 next = mCurrent;
                 direction = DirectionUp;
                 skip = true;
@@ -180,7 +180,7 @@ Node* Traverser::walk(int maxDepth, bool reverse) {
             skip = true;
         previous = next;
         if (next == start)
-            return 0;
+            return nullptr;
     }
 }
 

@@ -36,7 +36,7 @@ inline Traverser::StatusResult enter(Node& node, Group& parent, bool calcInverse
 
     bool changed = status == Node::StatusNew || status == Node::StatusModified;
     TransformationNode* transformation =
-        node.getNodeType() == Node::TypeTransformation ? dynamic_cast<TransformationNode*>(&node) : 0;
+        node.getNodeType() == Node::TypeTransformation ? dynamic_cast<TransformationNode*>(&node) : nullptr;
     if (transformation) {
         if (changed || parentMoved) {
             Dorvan::Matrix<float, 4> world =
@@ -79,7 +79,7 @@ inline void leave(Node& node) {
     if (Group* parent = node.getParent()) {
         if (node.getNodeType() == Node::TypeObject) {
             Drawable* drawable = dynamic_cast<Drawable*>(&node);
-            if (BoundingVolume const* own = drawable ? drawable->getBoundingVolume() : 0)
+            if (BoundingVolume const* own = drawable ? drawable->getBoundingVolume() : nullptr)
                 tn.getBoundingBox().merge(*own, tn.getWorldTransformation());
         }
         parent->getTransformedNode().getBoundingBox().mergeBox(tn.getBoundingBox());
@@ -120,7 +120,7 @@ UpdateTraverser::UpdateTraverser(SceneRoot& root)
 }
 
 UpdateTraverser::UpdateTraverser(Node& root)
-    : Traverser(root), mSceneRoot(0), mRoot(&root), mHandler(new UpdateHandler(this, false)) {
+    : Traverser(root), mSceneRoot(nullptr), mRoot(&root), mHandler(new UpdateHandler(this, false)) {
     addHandler(mHandler);
     setSkipRoot(true);
 }

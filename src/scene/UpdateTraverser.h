@@ -27,10 +27,10 @@ public:
         // With calcInverse the pass also computes world inverses; otherwise they are
         // computed when first read.
         UpdateHandler(UpdateTraverser* traverser, bool calcInverse);
-        virtual ~UpdateHandler();
+        ~UpdateHandler() override;
 
-        virtual void reset(Node& start);
-        virtual StatusResult handle(Node& node, Direction direction, Node* previous);
+        void reset(Node& start) override;
+        StatusResult handle(Node& node, Direction direction, Node* previous) override;
 
         bool doCalcInverse() const { return mCalcInverse; }
         void setCalcInverse(bool calcInverse) { mCalcInverse = calcInverse; }
@@ -43,8 +43,8 @@ public:
     // Lets through only nodes that are not finished by the update pass.
     class VELUN_EXPORT ModifiedFilter : public Filter {
     public:
-        virtual ~ModifiedFilter();
-        virtual StatusResult filter(Node& node);
+        ~ModifiedFilter() override;
+        StatusResult filter(Node& node) override;
     };
 
     // The pass over the scene's root.
@@ -52,7 +52,7 @@ public:
     // The pass over any tree. Its root keeps its own world transformation, and its
     // volume is not reset: children's volumes are merged into it.
     explicit UpdateTraverser(Node& root);
-    virtual ~UpdateTraverser();
+    ~UpdateTraverser() override;
 
     // One pass from the root; the timestamp plays no part. Returns 0.
     int run(std::int64_t timestamp);

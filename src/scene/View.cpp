@@ -16,7 +16,7 @@ Traverser::StatusResult View::ViewFilter::filter(Node& node) {
 
 View::View(SceneRoot& root, Dorvan::SharedPtr<Frustrum> frustrum, Dorvan::SharedPtr<RenderSettings> settings)
     : Traverser(*root.getRoot()), mSceneRoot(&root), mRenderSettings(settings), mFrustrum(frustrum),
-      mViewFilter(0) {
+      mViewFilter(nullptr) {
     setSkipRoot(false);
     if (!mFrustrum.isNull() && mFrustrum->getProjectionMode() == CameraSettings::Perspective) {
         mViewFilter = new ViewFilter(mFrustrum.get());

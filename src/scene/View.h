@@ -25,8 +25,8 @@ public:
     public:
         // The frustum is not owned; it must outlive the filter.
         explicit ViewFilter(Frustrum* frustrum);
-        virtual ~ViewFilter();
-        virtual StatusResult filter(Node& node);
+        ~ViewFilter() override;
+        StatusResult filter(Node& node) override;
         // The frustum distance of the node tested last: it grows with the distance
         // from the camera and orders nodes by depth, but is no world unit.
         float getDistance() const { return mDistance; }
@@ -38,7 +38,7 @@ public:
 
     // `settings` may be null: the pass then uses default settings.
     View(SceneRoot& root, Dorvan::SharedPtr<Frustrum> frustrum, Dorvan::SharedPtr<RenderSettings> settings);
-    virtual ~View();
+    ~View() override;
 
     SceneRoot& getSceneRoot() const { return *mSceneRoot; }
     Dorvan::SharedPtr<Frustrum> getFrustrum() const { return mFrustrum; }

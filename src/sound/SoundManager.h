@@ -13,9 +13,9 @@ namespace Velun {
 class VELUN_EXPORT SoundManager : public Subsystem {
 public:
     SoundManager();
-    virtual ~SoundManager();
+    ~SoundManager() override;
 
-    virtual std::vector<Process*>* getProcessList();
+    std::vector<Process*>* getProcessList() override;
 
     // Maps sound names to files; set by VelunCore::setup.
     void setSoundNameMapper(Dorvan::SharedPtr<NameMapper> mapper) { mSoundNameMapper = mapper; }

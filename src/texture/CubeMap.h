@@ -10,7 +10,7 @@ namespace Velun {
 // and getTextureSource (one source per face index 0 to 5).
 class VELUN_EXPORT CubeMap : public Texture {
 public:
-    virtual ~CubeMap();
+    ~CubeMap() override;
 
 protected:
     CubeMap();

@@ -11,7 +11,7 @@ namespace {
 
 TextureManager* findTextureManager() {
     ResourceManager* resources = VelunCore::getSingleton().findResourceManager();
-    return resources ? resources->findTextureManager() : 0;
+    return resources ? resources->findTextureManager() : nullptr;
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ public:
         ModulateConstant = 12
     };
 
-    virtual ~Texture();
+    ~Texture() override;
 
     virtual void setTexMode(TexMode mode);
     virtual void setBorderColor(const Color& color);

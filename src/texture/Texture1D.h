@@ -9,7 +9,7 @@ namespace Velun {
 // getTextureType, hasChanged and getTextureSource.
 class VELUN_EXPORT Texture1D : public Texture {
 public:
-    virtual ~Texture1D();
+    ~Texture1D() override;
 
 protected:
     Texture1D();

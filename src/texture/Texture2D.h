@@ -16,13 +16,13 @@ class VELUN_EXPORT Texture2D : public Texture {
 public:
     Texture2D();
     explicit Texture2D(Dorvan::SharedPtr<TextureSource> source);
-    virtual ~Texture2D();
+    ~Texture2D() override;
 
-    virtual TextureType getTextureType() const;
+    TextureType getTextureType() const override;
     // True when the source was replaced at or after `stamp`; always true for stamp 0.
-    virtual bool hasChanged(std::int64_t stamp) const;
+    bool hasChanged(std::int64_t stamp) const override;
     // The one source, whatever the arguments.
-    virtual Dorvan::SharedPtr<TextureSource> getTextureSource(unsigned int index, unsigned int level) const;
+    Dorvan::SharedPtr<TextureSource> getTextureSource(unsigned int index, unsigned int level) const override;
 
     void setTextureSource(Dorvan::SharedPtr<TextureSource> source);
 

@@ -9,7 +9,7 @@ namespace Velun {
 // getTextureType, hasChanged and getTextureSource.
 class VELUN_EXPORT Texture3D : public Texture {
 public:
-    virtual ~Texture3D();
+    ~Texture3D() override;
 
 protected:
     Texture3D();

@@ -16,12 +16,12 @@ const void* TextureData::getTextureData() const { return mData.get(); }
 
 const void* TextureData::getPixel(unsigned int x, unsigned int y, unsigned int z) const {
     if (x >= mInfo.getWidth() || y >= mInfo.getHeight() || z >= mInfo.getDepth() || mData.isNull())
-        return 0;
+        return nullptr;
     std::size_t width = mInfo.getWidth();
     std::size_t index = (static_cast<std::size_t>(z) * mInfo.getHeight() + y) * width + x;
     std::size_t offset = index * mInfo.getPixelSize();
     if (offset + mInfo.getPixelSize() > mData.getByteSize())
-        return 0;
+        return nullptr;
     return static_cast<const unsigned char*>(mData.get()) + offset;
 }
 

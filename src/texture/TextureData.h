@@ -11,15 +11,15 @@ namespace Velun {
 class VELUN_EXPORT TextureData : public TextureSource {
 public:
     TextureData(const TextureInfo& info, Dorvan::CowMemPtr<void> data);
-    virtual ~TextureData();
+    ~TextureData() override;
 
-    virtual const TextureInfo& getTextureInfo() const;
-    virtual bool hasChanged(std::int64_t stamp) const;
-    virtual const void* getTextureData() const;
+    const TextureInfo& getTextureInfo() const override;
+    bool hasChanged(std::int64_t stamp) const override;
+    const void* getTextureData() const override;
     // Null for a coordinate at or beyond the size, or when the block is too small.
-    virtual const void* getPixel(unsigned int x, unsigned int y, unsigned int z) const;
-    virtual bool copyData(unsigned int x, unsigned int y, unsigned int z, unsigned int width,
-                          unsigned int height, unsigned int depth, void* target) const;
+    const void* getPixel(unsigned int x, unsigned int y, unsigned int z) const override;
+    bool copyData(unsigned int x, unsigned int y, unsigned int z, unsigned int width, unsigned int height,
+                  unsigned int depth, void* target) const override;
 
     const Dorvan::CowMemPtr<void>& getData() const { return mData; }
 

@@ -16,7 +16,7 @@ class CubeMap;
 // asks canLoad... in registration order and lets the first that accepts load.
 class VELUN_EXPORT TextureLoader : public ResourceLoader {
 public:
-    virtual ~TextureLoader();
+    ~TextureLoader() override;
 
     virtual bool canLoad1D(const NameMapper::ResourceInfo& resource) = 0;
     virtual bool canLoad2D(const NameMapper::ResourceInfo& resource) = 0;

@@ -79,9 +79,9 @@ void composeRowFor(const unsigned char* p, const unsigned char* alphaRow, const 
     if (alphaColumn)
         composeRow<Stride, 0>(p, alphaRow, alphaColumn, width, pixelSize, alphaPixelSize, tables, out);
     else if (alphaPixelSize == 1)
-        composeRow<Stride, 1>(p, alphaRow, 0, width, pixelSize, alphaPixelSize, tables, out);
+        composeRow<Stride, 1>(p, alphaRow, nullptr, width, pixelSize, alphaPixelSize, tables, out);
     else
-        composeRow<Stride, 0>(p, alphaRow, 0, width, pixelSize, alphaPixelSize, tables, out);
+        composeRow<Stride, 0>(p, alphaRow, nullptr, width, pixelSize, alphaPixelSize, tables, out);
 }
 
 bool byteLayout(const TextureInfo& info, ByteLayout& layout) {
@@ -122,14 +122,14 @@ void logTooLarge(unsigned int width, unsigned int height, unsigned int depth) {
 }  // namespace
 
 TextureProxy::TextureProxy(unsigned int width, unsigned int height, const Color& color)
-    : mModified(0), mData(0) {
+    : mModified(0), mData(nullptr) {
     createData(width, height, color);
 }
 
 TextureProxy::TextureProxy(Dorvan::SharedPtr<TextureSource> source,
                            Dorvan::SharedPtr<TextureSource> alphaSource, float scale, float bias,
                            unsigned int alphaChannel)
-    : mModified(0), mData(0) {
+    : mModified(0), mData(nullptr) {
     updateData(source, alphaSource, scale, bias, alphaChannel);
 }
 
@@ -143,7 +143,7 @@ const void* TextureProxy::getTextureData() const { return mData; }
 
 const void* TextureProxy::getPixel(unsigned int x, unsigned int y, unsigned int z) const {
     if (!mData || x >= mInfo.getWidth() || y >= mInfo.getHeight() || z >= mInfo.getDepth())
-        return 0;
+        return nullptr;
     std::size_t index = (static_cast<std::size_t>(z) * mInfo.getHeight() + y) * mInfo.getWidth() + x;
     return mData + index * 4;
 }
@@ -164,7 +164,7 @@ unsigned char TextureProxy::getPixelValue(float value, float scale, float bias) 
 
 void TextureProxy::createData(unsigned int width, unsigned int height, const Color& color) {
     std::free(mData);
-    mData = 0;
+    mData = nullptr;
     if (!fitsMemSize(width, height, 1)) {
         logTooLarge(width, height, 1);
         width = height = 0;
@@ -191,7 +191,7 @@ void TextureProxy::updateData(Dorvan::SharedPtr<TextureSource> source,
                               Dorvan::SharedPtr<TextureSource> alphaSource, float scale, float bias,
                               unsigned int alphaChannel) {
     std::free(mData);
-    mData = 0;
+    mData = nullptr;
     if (!source)
         return;
 
@@ -284,7 +284,7 @@ bool TextureProxy::composeBytes(const TextureSource& source, const TextureSource
         for (unsigned int x = 0; x < width; ++x)
             alphaColumn[x] = static_cast<unsigned int>(x * xs) * pixel2;
     }
-    const std::size_t* column = resample ? alphaColumn.data() : 0;
+    const std::size_t* column = resample ? alphaColumn.data() : nullptr;
     const WordTables tables(reads);
 
     unsigned char* out = mData;

@@ -23,15 +23,15 @@ public:
     // A null source gives an empty proxy with no pixels.
     TextureProxy(Dorvan::SharedPtr<TextureSource> source, Dorvan::SharedPtr<TextureSource> alphaSource,
                  float scale, float bias, unsigned int alphaChannel);
-    virtual ~TextureProxy();
+    ~TextureProxy() override;
 
-    virtual const TextureInfo& getTextureInfo() const;
+    const TextureInfo& getTextureInfo() const override;
     // True when copyRect ran at or after `stamp`; always true for stamp 0.
-    virtual bool hasChanged(std::int64_t stamp) const;
-    virtual const void* getTextureData() const;
-    virtual const void* getPixel(unsigned int x, unsigned int y, unsigned int z) const;
-    virtual bool copyData(unsigned int x, unsigned int y, unsigned int z, unsigned int width,
-                          unsigned int height, unsigned int depth, void* target) const;
+    bool hasChanged(std::int64_t stamp) const override;
+    const void* getTextureData() const override;
+    const void* getPixel(unsigned int x, unsigned int y, unsigned int z) const override;
+    bool copyData(unsigned int x, unsigned int y, unsigned int z, unsigned int width, unsigned int height,
+                  unsigned int depth, void* target) const override;
 
     // Copies a rectangle of the first slice of an Rgba byte source to (destX, destY),
     // clipped to both images, and stamps the proxy. A source of another format copies no

@@ -17,7 +17,7 @@ class TextureSource;
 // toNativePath(resource.mFileName).
 class VELUN_EXPORT TextureSourceLoader : public ResourceLoader {
 public:
-    virtual ~TextureSourceLoader();
+    ~TextureSourceLoader() override;
 
     // Whether the loader can give the named pixels in the description `info`.
     virtual bool canLoad(const NameMapper::ResourceInfo& resource, const TextureInfo& info) = 0;

@@ -134,9 +134,9 @@ TEST(TimerManagerEngineTest, AfterSetupProcessesGetWallClockMilliseconds) {
     core.setup(true);
 
     VelunTest::PassRecorder recorder(3);
-    std::int64_t before = static_cast<std::int64_t>(std::time(NULL)) * 1000;
+    std::int64_t before = static_cast<std::int64_t>(std::time(nullptr)) * 1000;
     core.getProcessManager().run(true);
-    std::int64_t after = static_cast<std::int64_t>(std::time(NULL)) * 1000;
+    std::int64_t after = static_cast<std::int64_t>(std::time(nullptr)) * 1000;
 
     ASSERT_EQ(3u, recorder.mTimestamps.size());
     // The engine clock is read to the second when it starts, so it may lie up to a

@@ -16,21 +16,21 @@ namespace {
 
 struct RecordingLogger : Logger {
     explicit RecordingLogger(std::vector<std::string>* lines) : mLines(lines) {}
-    void fatal(const std::string& m) { mLines->push_back("fatal:" + m); }
-    void error(const std::string& m) { mLines->push_back("error:" + m); }
-    void warn(const std::string& m) { mLines->push_back("warn:" + m); }
-    void info(const std::string& m) { mLines->push_back("info:" + m); }
-    void debug(const std::string& m) { mLines->push_back("debug:" + m); }
+    void fatal(const std::string& m) override { mLines->push_back("fatal:" + m); }
+    void error(const std::string& m) override { mLines->push_back("error:" + m); }
+    void warn(const std::string& m) override { mLines->push_back("warn:" + m); }
+    void info(const std::string& m) override { mLines->push_back("info:" + m); }
+    void debug(const std::string& m) override { mLines->push_back("debug:" + m); }
     std::vector<std::string>* mLines;
 };
 
 struct RecordingBackend : Dorvan::LogBackend {
-    void initialize() {
+    void initialize() override {
         ++mInitializations;
         mInitialized = true;
     }
-    bool isInitialized() { return mInitialized; }
-    SharedPtr<Logger> getLogger(const std::string& name) {
+    bool isInitialized() override { return mInitialized; }
+    SharedPtr<Logger> getLogger(const std::string& name) override {
         mChannels.push_back(name);
         return SharedPtr<Logger>(new RecordingLogger(&mLines));
     }

@@ -13,7 +13,7 @@ struct Base {
 
 struct Counted : Base {
     explicit Counted(int* deletions) : mDeletions(deletions) {}
-    ~Counted() { ++*mDeletions; }
+    ~Counted() override { ++*mDeletions; }
     int* mDeletions;
 };
 

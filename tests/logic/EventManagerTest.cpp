@@ -13,9 +13,9 @@ namespace {
 // Counts its runs and returns a chosen result; tells a flag when it ends.
 class CountingModifier : public Modifier, public Process {
 public:
-    explicit CountingModifier(bool* destroyed = 0)
+    explicit CountingModifier(bool* destroyed = nullptr)
         : mRuns(0), mResult(0), mLastTimestamp(-1), mDestroyed(destroyed) {}
-    ~CountingModifier() {
+    ~CountingModifier() override {
         if (mDestroyed)
             *mDestroyed = true;
     }
@@ -37,7 +37,7 @@ class InertModifier : public Modifier {};
 class SelfRemovingModifier : public Modifier, public Process {
 public:
     explicit SelfRemovingModifier(bool* destroyed) : mDestroyed(destroyed) {}
-    ~SelfRemovingModifier() { *mDestroyed = true; }
+    ~SelfRemovingModifier() override { *mDestroyed = true; }
     void setSelf(SharedPtr<Modifier> self) { mSelf = self; }
     int run(std::int64_t) override {
         SharedPtr<Modifier> self = mSelf;

@@ -29,7 +29,7 @@ using RenderTest::CallLog;
 
 namespace {
 
-CallLog* gLog = 0;
+CallLog* gLog = nullptr;
 
 void record(std::string const& line) { gLog->push_back(line); }
 
@@ -87,7 +87,7 @@ protected:
         delete mInput;
         VelunCore::getSingleton().shutdown();
         delete mEngine;
-        gLog = 0;
+        gLog = nullptr;
     }
 
     CallLog mLog;
@@ -131,7 +131,7 @@ TEST_F(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
     render.registerRenderer("test", mEngine);
     EXPECT_EQ(1, render.initializeRenderer(false));
     RenderTest::TestRenderWindow* window = static_cast<RenderTest::TestRenderWindow*>(
-        render.createRenderWindow("main", 800, 600, false, 0, 0, 0));
+        render.createRenderWindow("main", 800, 600, false, 0, 0, nullptr));
     ASSERT_NE(nullptr, window);
     window->mAfterRender = stopAfterFrame;
 
@@ -177,7 +177,7 @@ TEST_F(FrameTest, WindowWithoutTargetIsOnlyCleared) {
     RenderManager& render = VelunCore::getSingleton().getRenderManager();
     render.registerRenderer("test", mEngine);
     RenderTest::TestRenderWindow* window = static_cast<RenderTest::TestRenderWindow*>(
-        render.createRenderWindow("bare", 320, 200, false, 0, 0, 0));
+        render.createRenderWindow("bare", 320, 200, false, 0, 0, nullptr));
     window->mAfterRender = stopAfterFrame;
     mLog.clear();
     VelunCore::getSingleton().getProcessManager().run(true);

@@ -35,7 +35,7 @@ TEST_F(RenderManagerTest, FirstEngineRegisteredMakesTheWindows) {
     manager().registerRenderer("b", mFirst);
     manager().registerRenderer("a", mSecond);
     EXPECT_FALSE(manager().setDefaultRenderer("missing"));
-    RenderWindow* window = manager().createRenderWindow("w", 64, 48, false, 5, 6, 0);
+    RenderWindow* window = manager().createRenderWindow("w", 64, 48, false, 5, 6, nullptr);
     ASSERT_NE(nullptr, window);
     EXPECT_EQ(mFirst, window->getRenderEngine());
     EXPECT_EQ(64, window->getWidth());
@@ -46,7 +46,7 @@ TEST_F(RenderManagerTest, FirstEngineRegisteredMakesTheWindows) {
     EXPECT_FALSE(window->isPrimary());
 
     EXPECT_TRUE(manager().setDefaultRenderer("a"));
-    EXPECT_EQ(mSecond, manager().createRenderWindow("v", 32, 32, true, 0, 0, 0)->getRenderEngine());
+    EXPECT_EQ(mSecond, manager().createRenderWindow("v", 32, 32, true, 0, 0, nullptr)->getRenderEngine());
     Dorvan::Vector<std::string>* registered = manager().getRendererNames();
     ASSERT_EQ(2u, registered->size());
     EXPECT_EQ("a", registered->get(0));
@@ -71,7 +71,7 @@ TEST_F(RenderManagerTest, InitializeWithoutEnginesMakesNoWindow) {
     EXPECT_EQ(1, manager().initializeRenderer(true));
     EXPECT_EQ(0u, manager().getRenderWindowCount());
     EXPECT_EQ(nullptr, manager().getPrimaryRenderWindow());
-    EXPECT_EQ(nullptr, manager().createRenderWindow("w", 10, 10, false, 0, 0, 0));
+    EXPECT_EQ(nullptr, manager().createRenderWindow("w", 10, 10, false, 0, 0, nullptr));
 }
 
 TEST_F(RenderManagerTest, InitializeCanMakeTheDefaultWindow) {
@@ -87,8 +87,8 @@ TEST_F(RenderManagerTest, InitializeCanMakeTheDefaultWindow) {
 
 TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
     manager().registerRenderer("test", mFirst);
-    RenderWindow* a = manager().createRenderWindow("a", 10, 10, false, 0, 0, 0);
-    RenderWindow* b = manager().createRenderWindow("b", 10, 10, false, 0, 0, 0);
+    RenderWindow* a = manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
+    RenderWindow* b = manager().createRenderWindow("b", 10, 10, false, 0, 0, nullptr);
     EXPECT_EQ(0, a->getId());
     EXPECT_EQ(1, b->getId());
     EXPECT_EQ(a, manager().getPrimaryRenderWindow());
@@ -102,7 +102,7 @@ TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
     // A destroyed window's id is never handed out again.
     EXPECT_TRUE(manager().destroyRenderWindow(0));
     EXPECT_EQ(nullptr, manager().getPrimaryRenderWindow());
-    RenderWindow* c = manager().createRenderWindow("c", 10, 10, false, 0, 0, 0);
+    RenderWindow* c = manager().createRenderWindow("c", 10, 10, false, 0, 0, nullptr);
     EXPECT_EQ(2, c->getId());
     EXPECT_EQ(b, manager().getRenderWindow(1));
     EXPECT_EQ(2u, manager().getRenderWindowCount());
@@ -120,7 +120,7 @@ TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
 TEST_F(RenderManagerTest, DestroyUnknownWindowFails) {
     EXPECT_FALSE(manager().destroyRenderWindow(0));
     manager().registerRenderer("test", mFirst);
-    manager().createRenderWindow("a", 10, 10, false, 0, 0, 0);
+    manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
     EXPECT_FALSE(manager().destroyRenderWindow(3));
     EXPECT_TRUE(manager().destroyRenderWindow(0));
     EXPECT_EQ(0u, manager().getProcessList()->size());
@@ -130,16 +130,16 @@ TEST_F(RenderManagerTest, DestroyUnknownWindowFails) {
 TEST_F(RenderManagerTest, FailedWindowUsesNoIdAndMakesNoAdapter) {
     manager().registerRenderer("test", mFirst);
     mFirst->mFailWindows = true;
-    EXPECT_EQ(nullptr, manager().createRenderWindow("a", 10, 10, false, 0, 0, 0));
+    EXPECT_EQ(nullptr, manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr));
     EXPECT_EQ(0u, manager().getRenderWindowCount());
     EXPECT_EQ(0u, manager().getProcessList()->size());
     mFirst->mFailWindows = false;
-    EXPECT_EQ(0, manager().createRenderWindow("b", 10, 10, false, 0, 0, 0)->getId());
+    EXPECT_EQ(0, manager().createRenderWindow("b", 10, 10, false, 0, 0, nullptr)->getId());
 }
 
 TEST_F(RenderManagerTest, AdapterDrawsItsWindowOncePerRun) {
     manager().registerRenderer("test", mFirst);
-    manager().createRenderWindow("a", 10, 10, false, 0, 0, 0);
+    manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
     mLog.clear();
     EXPECT_EQ(0, manager().getProcessList()->at(0)->run(1234));
     EXPECT_EQ("render a at 1234", mLog.front());
@@ -149,7 +149,7 @@ TEST_F(RenderManagerTest, ShutdownDeletesWindowsThenShutsEachEngineDownOnce) {
     manager().registerRenderer("one", mFirst);
     manager().registerRenderer("alias", mFirst);
     manager().registerRenderer("two", mSecond);
-    manager().createRenderWindow("a", 10, 10, false, 0, 0, 0);
+    manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
     mLog.clear();
     VelunCore::getSingleton().shutdown();
     EXPECT_EQ((CallLog{"destroy window a", "shutdown first", "shutdown second"}), mLog);
@@ -160,26 +160,26 @@ TEST_F(RenderManagerTest, ShutdownDeletesWindowsThenShutsEachEngineDownOnce) {
 TEST_F(RenderManagerTest, UnregisteredEngineLeavesWithItsWindows) {
     manager().registerRenderer("one", mFirst);
     manager().registerRenderer("two", mSecond);
-    manager().createRenderWindow("a", 10, 10, false, 0, 0, 0);
+    manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
     EXPECT_TRUE(manager().unregisterRenderer(mFirst));
     EXPECT_FALSE(manager().unregisterRenderer(mFirst));
     EXPECT_EQ(0u, manager().getRenderWindowCount());
     EXPECT_EQ(0u, manager().getProcessList()->size());
     EXPECT_EQ(0, mFirst->mShutdownCount);
     // The default moves on to the remaining engine.
-    EXPECT_EQ(mSecond, manager().createRenderWindow("b", 10, 10, false, 0, 0, 0)->getRenderEngine());
+    EXPECT_EQ(mSecond, manager().createRenderWindow("b", 10, 10, false, 0, 0, nullptr)->getRenderEngine());
 }
 
 TEST_F(RenderManagerTest, BadArgumentsAreReportedAndRefused) {
     testing::internal::CaptureStderr();
-    manager().registerRenderer("none", 0);
+    manager().registerRenderer("none", nullptr);
     EXPECT_EQ("RenderManager::registerRenderer: no engine given for 'none'\n",
               testing::internal::GetCapturedStderr());
     EXPECT_EQ(0u, manager().getRendererNames()->size());
 
     manager().registerRenderer("test", mFirst);
     testing::internal::CaptureStderr();
-    EXPECT_EQ(nullptr, manager().createRenderWindow("flat", 640, 0, false, 0, 0, 0));
+    EXPECT_EQ(nullptr, manager().createRenderWindow("flat", 640, 0, false, 0, 0, nullptr));
     EXPECT_EQ("RenderManager::createRenderWindow: window 'flat' needs a positive size, not 640x0\n",
               testing::internal::GetCapturedStderr());
     EXPECT_EQ(0u, manager().getRenderWindowCount());

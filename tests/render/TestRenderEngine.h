@@ -84,8 +84,8 @@ class TestRenderWindow : public Velun::RenderWindow, public Velun::ViewportRende
 public:
     TestRenderWindow(TestRenderEngine* engine, CallLog* log, int id, std::string const& name, int width,
                      int height, bool fullscreen, int offsetX, int offsetY)
-        : RenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, 0), mEngine(engine),
-          mContext(engine), mLog(log), mGrabbed(false), mCursorVisible(true), mAfterRender(0) {}
+        : RenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, nullptr), mEngine(engine),
+          mContext(engine), mLog(log), mGrabbed(false), mCursorVisible(true), mAfterRender(nullptr) {}
     ~TestRenderWindow() override { record("destroy window " + getName()); }
 
     Velun::RenderEngine* getRenderEngine() override { return mEngine; }
@@ -165,7 +165,7 @@ TestRenderEngine::createRenderWindow(int id, std::string const& name, int width,
     line << "create window " << id << " " << name << " " << width << "x" << height << " on " << mName;
     record(line.str());
     if (mFailWindows)
-        return 0;
+        return nullptr;
     return new TestRenderWindow(this, mLog, id, name, width, height, fullscreen, offsetX, offsetY);
 }
 

@@ -103,8 +103,8 @@ TEST(RenderTargetTest, DetachingOutsideTheListReportsIt) {
 }
 
 TEST(TargetRendererTest, TargetIsAttachedReplacedAndDetached) {
-    RenderTest::TestRenderEngine engine(0);
-    RenderTest::TestRenderWindow window(&engine, 0, 4, "w", 640, 480, true, 1, 2);
+    RenderTest::TestRenderEngine engine(nullptr);
+    RenderTest::TestRenderWindow window(&engine, nullptr, 4, "w", 640, 480, true, 1, 2);
     EXPECT_EQ(4, window.getId());
     EXPECT_EQ("w", window.getName());
     EXPECT_TRUE(window.isFullscreen());

@@ -43,7 +43,7 @@ void SDLInputProvider::pollEvents(std::int64_t timestamp) {
 
 bool SDLInputProvider::translateEvent(InputEvent& event, const SDL_Event& sdlEvent) {
     InputEvent::EventType type;
-    InputEventInfo* info = 0;
+    InputEventInfo* info = nullptr;
     switch (sdlEvent.type) {
     case SDL_ACTIVEEVENT:
         // Mouse focus alone comes and goes as the pointer crosses the window.
@@ -95,7 +95,7 @@ bool SDLInputProvider::translateEvent(InputEvent& event, const SDL_Event& sdlEve
         return false;
     }
     event.setWindowId(-1);
-    event.setInputDevice(0);
+    event.setInputDevice(nullptr);
     event.setEventType(type, *info);
     return true;
 }

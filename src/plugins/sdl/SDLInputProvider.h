@@ -19,11 +19,11 @@ class InputEvent;
 class VELUN_EXPORT SDLInputProvider : public InputProvider {
 public:
     SDLInputProvider();
-    virtual ~SDLInputProvider();
+    ~SDLInputProvider() override;
 
-    virtual bool needsPolling();
+    bool needsPolling() override;
     // Sends every queued event, in queue order, all with this timestamp.
-    virtual void pollEvents(std::int64_t timestamp);
+    void pollEvents(std::int64_t timestamp) override;
 
 private:
     // False for an SDL event that has no input event (joystick, window-manager

@@ -8,7 +8,7 @@
 
 namespace Velun {
 
-SDLPlugin::SDLPlugin() : mInputProvider(0), mTimer(0) {}
+SDLPlugin::SDLPlugin() : mInputProvider(nullptr), mTimer(nullptr) {}
 
 SDLPlugin::~SDLPlugin() { unregisterPlugin(); }
 
@@ -30,13 +30,13 @@ int SDLPlugin::unregisterPlugin() {
             timers->unregisterTimerPlugin(*mTimer);
         mTimer->shutdown();
         delete mTimer;
-        mTimer = 0;
+        mTimer = nullptr;
     }
     if (mInputProvider) {
         if (InputManager* input = core.findInputManager())
             input->unregisterInputProvider(*mInputProvider);
         delete mInputProvider;
-        mInputProvider = 0;
+        mInputProvider = nullptr;
     }
     return 0;
 }

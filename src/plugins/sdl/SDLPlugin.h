@@ -15,12 +15,12 @@ class VELUN_EXPORT SDLPlugin : public Plugin {
 public:
     SDLPlugin();
     // Unregisters first if still registered.
-    virtual ~SDLPlugin();
+    ~SDLPlugin() override;
 
     // Returns 0; a second call while registered changes nothing.
-    virtual int registerPlugin();
+    int registerPlugin() override;
     // Returns 0.
-    virtual int unregisterPlugin();
+    int unregisterPlugin() override;
 
 private:
     SDLPlugin(const SDLPlugin&) = delete;

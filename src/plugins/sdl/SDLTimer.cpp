@@ -29,7 +29,8 @@ bool SDLTimer::initialize() {
     SDL_Init(SDL_INIT_TIMER | SDL_INIT_NOPARACHUTE);
     mLastTicks = SDL_GetTicks();
     mTickWraps = 0;
-    mTimeOffset = static_cast<std::int64_t>(std::time(NULL)) * 1000 - static_cast<std::int64_t>(mLastTicks);
+    mTimeOffset =
+        static_cast<std::int64_t>(std::time(nullptr)) * 1000 - static_cast<std::int64_t>(mLastTicks);
     mInitialized = true;
     return true;
 }

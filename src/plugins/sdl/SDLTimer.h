@@ -15,29 +15,29 @@ class VELUN_EXPORT SDLTimer : public TimerPlugin {
 public:
     SDLTimer();
     // Shuts SDL's timer down if it is still initialised.
-    virtual ~SDLTimer();
+    ~SDLTimer() override;
 
-    virtual bool isInitialized();
+    bool isInitialized() override;
     // Starts SDL's timer subsystem and fixes the epoch offset; returns true. Does
     // nothing while initialised.
-    virtual bool initialize();
+    bool initialize() override;
     // Stops SDL's timer subsystem, and SDL as a whole once no other part of it runs.
-    virtual bool shutdown();
+    bool shutdown() override;
 
-    virtual bool hasTimestamp();
-    virtual bool hasHighresCounter();
-    virtual bool hasTimer();
+    bool hasTimestamp() override;
+    bool hasHighresCounter() override;
+    bool hasTimer() override;
 
-    virtual std::int64_t getTimestampResolution();
-    virtual std::int64_t getTimerResolution();
-    virtual double getHighresCounterResolution();
+    std::int64_t getTimestampResolution() override;
+    std::int64_t getTimerResolution() override;
+    double getHighresCounterResolution() override;
 
     // Milliseconds; never goes down, and keeps counting when SDL's 32-bit tick
     // count wraps (after 49.7 days), provided it is read at least once per wrap.
-    virtual std::int64_t getTimestamp();
+    std::int64_t getTimestamp() override;
     // Empty: SDLTimer offers no timers.
-    virtual Dorvan::SharedPtr<Timer> createTimer();
-    virtual Dorvan::SharedPtr<Counter> createHighresCounter();
+    Dorvan::SharedPtr<Timer> createTimer() override;
+    Dorvan::SharedPtr<Counter> createHighresCounter() override;
 
 private:
     bool mInitialized;

@@ -53,10 +53,10 @@ TEST_F(SDLTimerTest, OffersTimestampsAndCountersButNoTimers) {
 }
 
 TEST_F(SDLTimerTest, TimestampIsWallClockMilliseconds) {
-    std::int64_t before = static_cast<std::int64_t>(std::time(NULL)) * 1000;
+    std::int64_t before = static_cast<std::int64_t>(std::time(nullptr)) * 1000;
     timer.initialize();
     std::int64_t stamp = timer.getTimestamp();
-    std::int64_t after = static_cast<std::int64_t>(std::time(NULL)) * 1000;
+    std::int64_t after = static_cast<std::int64_t>(std::time(nullptr)) * 1000;
     // Taken to the second at initialisation, then advanced by the tick count.
     EXPECT_GE(stamp, before);
     EXPECT_LE(stamp, after + 1000);
@@ -88,5 +88,5 @@ TEST_F(SDLTimerTest, ShutdownStopsSDL) {
     EXPECT_EQ(0u, SDL_WasInit(SDL_INIT_EVERYTHING));
     // Initialised again, it still tells wall-clock time.
     timer.initialize();
-    EXPECT_GE(timer.getTimestamp(), static_cast<std::int64_t>(std::time(NULL)) * 1000 - 1000);
+    EXPECT_GE(timer.getTimestamp(), static_cast<std::int64_t>(std::time(nullptr)) * 1000 - 1000);
 }

@@ -7,7 +7,7 @@
 
 namespace Velun {
 
-DevILPlugin::DevILPlugin() : mLoader(0) {}
+DevILPlugin::DevILPlugin() : mLoader(nullptr) {}
 
 DevILPlugin::~DevILPlugin() { unregisterPlugin(); }
 
@@ -26,7 +26,7 @@ int DevILPlugin::unregisterPlugin() {
         resources->getTextureManager().unregisterTextureSourceLoader(*mLoader);
     mLoader->shutdown();
     delete mLoader;
-    mLoader = 0;
+    mLoader = nullptr;
     return 0;
 }
 

@@ -13,12 +13,12 @@ class VELUN_EXPORT DevILPlugin : public Plugin {
 public:
     DevILPlugin();
     // Unregisters first if still registered.
-    virtual ~DevILPlugin();
+    ~DevILPlugin() override;
 
     // Returns 0; a second call while registered changes nothing.
-    virtual int registerPlugin();
+    int registerPlugin() override;
     // Returns 0.
-    virtual int unregisterPlugin();
+    int unregisterPlugin() override;
 
     DevILPlugin(const DevILPlugin&) = delete;
     DevILPlugin& operator=(const DevILPlugin&) = delete;

@@ -20,17 +20,17 @@ bool DevILTextureData::hasChanged(std::int64_t) const { return false; }
 
 const void* DevILTextureData::getTextureData() const {
     if (!isAlive())
-        return 0;
+        return nullptr;
     ilBindImage(mImage);
     return ilGetData();
 }
 
 const void* DevILTextureData::getPixel(unsigned int x, unsigned int y, unsigned int z) const {
     if (x >= mInfo.getWidth() || y >= mInfo.getHeight() || z >= mInfo.getDepth())
-        return 0;
+        return nullptr;
     const unsigned char* data = static_cast<const unsigned char*>(getTextureData());
     if (!data)
-        return 0;
+        return nullptr;
     std::size_t index = x + static_cast<std::size_t>(mInfo.getWidth()) *
                                 (y + static_cast<std::size_t>(mInfo.getHeight()) * z);
     return data + index * mInfo.getPixelSize();

@@ -15,18 +15,18 @@ public:
     DevILTextureData(ILuint image, const TextureInfo& info);
     // Deletes the image, unless DevIL has been shut down since it was loaded (which
     // deleted it already).
-    virtual ~DevILTextureData();
+    ~DevILTextureData() override;
 
-    virtual const TextureInfo& getTextureInfo() const;
+    const TextureInfo& getTextureInfo() const override;
     // The pixels never change.
-    virtual bool hasChanged(std::int64_t stamp) const;
+    bool hasChanged(std::int64_t stamp) const override;
     // Null once DevIL has been shut down.
-    virtual const void* getTextureData() const;
+    const void* getTextureData() const override;
     // Null at or beyond the size.
-    virtual const void* getPixel(unsigned int x, unsigned int y, unsigned int z) const;
+    const void* getPixel(unsigned int x, unsigned int y, unsigned int z) const override;
     // Not offered: false.
-    virtual bool copyData(unsigned int x, unsigned int y, unsigned int z, unsigned int width,
-                          unsigned int height, unsigned int depth, void* target) const;
+    bool copyData(unsigned int x, unsigned int y, unsigned int z, unsigned int width, unsigned int height,
+                  unsigned int depth, void* target) const override;
 
     ILuint getImage() const { return mImage; }
 

@@ -20,26 +20,26 @@ class VELUN_EXPORT DevILTextureSourceLoader : public TextureSourceLoader {
 public:
     DevILTextureSourceLoader();
     // Shuts DevIL down if this loader started it.
-    virtual ~DevILTextureSourceLoader();
+    ~DevILTextureSourceLoader() override;
 
-    virtual bool isInitialized() const;
+    bool isInitialized() const override;
     // Starts DevIL and ILU and sets the upper-left origin.
-    virtual bool initialize();
+    bool initialize() override;
     // Shuts DevIL down; every image it holds is gone.
-    virtual bool shutdown();
+    bool shutdown() override;
 
     // True when the resource's file type is an image format DevIL reads (case ignored).
-    virtual bool canLoad(const NameMapper::ResourceInfo& resource, const TextureInfo& info);
-    virtual bool canLoad(const NameMapper::ResourceInfo& resource);
-    virtual bool canConvert(const TextureInfo& info, bool flag);
+    bool canLoad(const NameMapper::ResourceInfo& resource, const TextureInfo& info) override;
+    bool canLoad(const NameMapper::ResourceInfo& resource) override;
+    bool canConvert(const TextureInfo& info, bool flag) override;
     // The image converted to the colour format and component type of `info`, and scaled
     // to its width and height; a format of None, a type of None or a size of 0 keeps the
     // file's own. Null when the file fails or DevIL cannot make the description.
-    virtual Dorvan::SharedPtr<TextureSource> load(const NameMapper::ResourceInfo& resource,
-                                                  const TextureInfo& info);
-    virtual Dorvan::SharedPtr<TextureSource> load(const NameMapper::ResourceInfo& resource);
-    virtual Dorvan::SharedPtr<TextureSource> convert(Dorvan::SharedPtr<TextureSource> source,
-                                                     const TextureInfo& info, bool flag);
+    Dorvan::SharedPtr<TextureSource> load(const NameMapper::ResourceInfo& resource,
+                                          const TextureInfo& info) override;
+    Dorvan::SharedPtr<TextureSource> load(const NameMapper::ResourceInfo& resource) override;
+    Dorvan::SharedPtr<TextureSource> convert(Dorvan::SharedPtr<TextureSource> source, const TextureInfo& info,
+                                             bool flag) override;
 
     // The DevIL file type of an extension (without the dot), IL_TYPE_UNKNOWN when DevIL
     // reads no such files.

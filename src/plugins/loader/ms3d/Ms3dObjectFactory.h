@@ -14,7 +14,7 @@ class VELUN_EXPORT Ms3dObjectFactory : public GeometryObjectFactory {
 public:
     Ms3dObjectFactory(std::string const& name, Dorvan::SharedPtr<Geometry> geometry,
                       Dorvan::Vector<Dorvan::SharedPtr<Material>> const& materials);
-    virtual ~Ms3dObjectFactory();
+    ~Ms3dObjectFactory() override;
 };
 
 }  // namespace Velun

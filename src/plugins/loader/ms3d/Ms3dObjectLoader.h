@@ -21,14 +21,14 @@ class Ms3dFile;
 class VELUN_EXPORT Ms3dObjectLoader : public ObjectLoader {
 public:
     Ms3dObjectLoader();
-    virtual ~Ms3dObjectLoader();
+    ~Ms3dObjectLoader() override;
 
-    virtual bool isInitialized() const;
-    virtual bool initialize();
-    virtual bool shutdown();
+    bool isInitialized() const override;
+    bool initialize() override;
+    bool shutdown() override;
 
-    virtual bool canLoad(NameMapper::ResourceInfo const& info);
-    virtual Dorvan::SharedPtr<ObjectFactory> load(NameMapper::ResourceInfo const& info);
+    bool canLoad(NameMapper::ResourceInfo const& info) override;
+    Dorvan::SharedPtr<ObjectFactory> load(NameMapper::ResourceInfo const& info) override;
 
     // The same from a file already in memory; `info` names the model (its name becomes
     // the factory's name, its path appears in error lines).

@@ -7,7 +7,7 @@
 
 namespace Velun {
 
-Ms3dPlugin::Ms3dPlugin() : mLoader(0) {}
+Ms3dPlugin::Ms3dPlugin() : mLoader(nullptr) {}
 
 Ms3dPlugin::~Ms3dPlugin() { unregisterPlugin(); }
 
@@ -26,7 +26,7 @@ int Ms3dPlugin::unregisterPlugin() {
         resources->getObjectManager().unregisterObjectLoader(*mLoader);
     mLoader->shutdown();
     delete mLoader;
-    mLoader = 0;
+    mLoader = nullptr;
     return 0;
 }
 

@@ -13,12 +13,12 @@ class VELUN_EXPORT Ms3dPlugin : public Plugin {
 public:
     Ms3dPlugin();
     // Unregisters first if still registered.
-    virtual ~Ms3dPlugin();
+    ~Ms3dPlugin() override;
 
     // Returns 0; a second call while registered changes nothing.
-    virtual int registerPlugin();
+    int registerPlugin() override;
     // Returns 0.
-    virtual int unregisterPlugin();
+    int unregisterPlugin() override;
 
     Ms3dPlugin(const Ms3dPlugin&) = delete;
     Ms3dPlugin& operator=(const Ms3dPlugin&) = delete;

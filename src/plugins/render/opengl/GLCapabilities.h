@@ -10,7 +10,7 @@ namespace Velun {
 class VELUN_EXPORT GLCapabilities : public Capabilities {
 public:
     GLCapabilities();
-    virtual ~GLCapabilities();
+    ~GLCapabilities() override;
 };
 
 }  // namespace Velun

@@ -19,8 +19,9 @@ using Dorvan::SharedPtr;
 using Part = VertexDataSet::Part;
 
 GLGeometryRenderer::GLGeometryRenderer(GLRenderContext* context, SharedPtr<RenderSettings> settings)
-    : mSettings(settings), mContext(context), mMaterialManager(0), mPolygonMode(0), mFogSource(-1),
-      mAppliedMaterial(0), mTextureMaterial(0), mTextureSet(0), mArraySet(0), mDrawCalls(0) {}
+    : mSettings(settings), mContext(context), mMaterialManager(nullptr), mPolygonMode(0), mFogSource(-1),
+      mAppliedMaterial(nullptr), mTextureMaterial(nullptr), mTextureSet(nullptr), mArraySet(nullptr),
+      mDrawCalls(0) {}
 
 GLGeometryRenderer::~GLGeometryRenderer() {}
 
@@ -107,7 +108,7 @@ void GLGeometryRenderer::drawElements(IndexElement* element, VertexDataSet* set,
         return;
     const void* pointer = indices.getIndexList();
     if (indices.isBufferable() && mContext->updateIndexBuffer(indices, stamp))
-        pointer = 0;
+        pointer = nullptr;
     else if (mContext->usesIndexBuffers())
         glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);  // a client pointer is no offset
     updatePolygonMode();
@@ -136,14 +137,14 @@ void GLGeometryRenderer::setupVertexArrays(VertexDataSet* set, std::int64_t stam
     // no array buffer bound (a stale binding would turn the pointer into an offset).
     auto place = [&](Part part, const void* pointer) -> const void* {
         if (bufferable && mContext->updateVertexBuffer(*set, part, stamp))
-            return 0;
+            return nullptr;
         if (buffers)
             glBindBuffer(GL_ARRAY_BUFFER, 0);
         return pointer;
     };
 
     const void* pointer = set->getVertices();
-    mContext->setClientStateEnabled(GL_VERTEX_ARRAY, pointer != 0);
+    mContext->setClientStateEnabled(GL_VERTEX_ARRAY, pointer != nullptr);
     if (pointer) {
         pointer = place(Part::Vertex, pointer);
         glVertexPointer(set->getNumVertex(), mContext->toGLType(set->getVertexType()),
@@ -151,7 +152,7 @@ void GLGeometryRenderer::setupVertexArrays(VertexDataSet* set, std::int64_t stam
     }
 
     pointer = set->getColor();
-    mContext->setClientStateEnabled(GL_COLOR_ARRAY, pointer != 0);
+    mContext->setClientStateEnabled(GL_COLOR_ARRAY, pointer != nullptr);
     if (pointer) {
         pointer = place(Part::Color, pointer);
         glColorPointer(set->getNumColor(), mContext->toGLType(set->getColorType()),
@@ -159,7 +160,7 @@ void GLGeometryRenderer::setupVertexArrays(VertexDataSet* set, std::int64_t stam
     }
 
     pointer = set->getNormals();
-    mContext->setClientStateEnabled(GL_NORMAL_ARRAY, pointer != 0);
+    mContext->setClientStateEnabled(GL_NORMAL_ARRAY, pointer != nullptr);
     if (pointer) {
         pointer = place(Part::Normal, pointer);
         glNormalPointer(mContext->toGLType(set->getNormalType()), set->getStride(Part::Normal), pointer);
@@ -170,7 +171,7 @@ void GLGeometryRenderer::setupVertexArrays(VertexDataSet* set, std::int64_t stam
     }
 
     pointer = set->getFogCoordinates();
-    const bool fogCoordinates = pointer != 0;
+    const bool fogCoordinates = pointer != nullptr;
     mContext->setClientStateEnabled(GL_FOG_COORD_ARRAY, fogCoordinates);
     if (fogCoordinates) {
         pointer = place(Part::FogCoordinate, pointer);
@@ -213,7 +214,7 @@ void GLGeometryRenderer::drawBoundingBox(BoundingVolume const* volume) {
     Point const& a = box->getMin();
     Point const& b = box->getMax();
     glColor3f(1.0f, 1.0f, 1.0f);
-    mAppliedMaterial = 0;  // the colour is no longer the material's
+    mAppliedMaterial = nullptr;  // the colour is no longer the material's
     glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
     glBegin(GL_QUAD_STRIP);
     glVertex3f(a[0], a[1], a[2]);

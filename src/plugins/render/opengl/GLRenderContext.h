@@ -35,7 +35,7 @@ public:
     class VELUN_EXPORT DataIdSet : public ResourceData {
     public:
         explicit DataIdSet(unsigned int providerId);
-        virtual ~DataIdSet();
+        ~DataIdSet() override;
 
         unsigned int getVertexBuffer() const { return mVertexBuffer; }
         void setVertexBuffer(unsigned int id) { mVertexBuffer = id; }
@@ -85,7 +85,7 @@ public:
     class VELUN_EXPORT IndexIdSet : public ResourceData {
     public:
         IndexIdSet(unsigned int providerId, unsigned int bufferId, std::int64_t stamp);
-        virtual ~IndexIdSet();
+        ~IndexIdSet() override;
 
         unsigned int getBufferId() const { return mBufferId; }
         void setBufferId(unsigned int id) { mBufferId = id; }
@@ -105,7 +105,7 @@ public:
     class VELUN_EXPORT TexIdSet : public ResourceData {
     public:
         TexIdSet(unsigned int providerId, unsigned int textureId, std::int64_t stamp);
-        virtual ~TexIdSet();
+        ~TexIdSet() override;
 
         unsigned int getTextureId() const { return mTextureId; }
         void setTextureId(unsigned int id) { mTextureId = id; }
@@ -121,13 +121,13 @@ public:
     };
 
     explicit GLRenderContext(GLRenderEngine* engine);
-    virtual ~GLRenderContext();
+    ~GLRenderContext() override;
 
-    virtual RenderEngine* getRenderEngine();
+    RenderEngine* getRenderEngine() override;
     // Deletes the GL names of data and textures destroyed while this context was not
     // current.
-    virtual void beginFrame();
-    virtual void endFrame();
+    void beginFrame() override;
+    void endFrame() override;
 
     // Key of this context in every ResourceContainer.
     unsigned int getProviderId() const { return mProviderId; }

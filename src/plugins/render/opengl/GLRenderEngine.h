@@ -19,17 +19,17 @@ class VELUN_EXPORT GLRenderEngine : public RenderEngine {
 public:
     GLRenderEngine();
     // Shuts SDL video down if it still runs.
-    virtual ~GLRenderEngine();
+    ~GLRenderEngine() override;
 
     // Starts SDL video and loads the GL library; true on success.
-    virtual bool initialize();
+    bool initialize() override;
     // A window with an open GL context, or null when SDL cannot give one.
-    virtual RenderWindow* createRenderWindow(int id, std::string const& name, int width, int height,
-                                             bool fullscreen, int offsetX, int offsetY,
-                                             Dorvan::LinkedMap<std::string, std::string>* options);
-    virtual Capabilities* getCapabilities();
+    RenderWindow* createRenderWindow(int id, std::string const& name, int width, int height, bool fullscreen,
+                                     int offsetX, int offsetY,
+                                     Dorvan::LinkedMap<std::string, std::string>* options) override;
+    Capabilities* getCapabilities() override;
     // Stops SDL video; the GL objects of live windows are given up, not deleted.
-    virtual void shutdown();
+    void shutdown() override;
 
     bool isInitialized() const { return mInitialized; }
 

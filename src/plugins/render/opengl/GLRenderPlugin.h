@@ -13,12 +13,12 @@ class VELUN_EXPORT GLRenderPlugin : public Plugin {
 public:
     GLRenderPlugin();
     // Unregisters first if still registered.
-    virtual ~GLRenderPlugin();
+    ~GLRenderPlugin() override;
 
     // Returns 0; a second call while registered changes nothing.
-    virtual int registerPlugin();
+    int registerPlugin() override;
     // Returns 1.
-    virtual int unregisterPlugin();
+    int unregisterPlugin() override;
 
     // The engine while registered, else null.
     GLRenderEngine* getRenderEngine() const { return mEngine; }

@@ -11,17 +11,18 @@ namespace Velun {
 
 GLTraverserHandler::GLTraverserHandler(GLSceneManager* sceneManager, GLObjectRenderer* objectRenderer,
                                        View::ViewFilter* filter)
-    : mSceneManager(sceneManager), mObjectRenderer(objectRenderer), mCurrentObject(0), mFilter(filter) {}
+    : mSceneManager(sceneManager), mObjectRenderer(objectRenderer), mCurrentObject(nullptr), mFilter(filter) {
+}
 
 GLTraverserHandler::~GLTraverserHandler() {}
 
-void GLTraverserHandler::reset(Node&) { mCurrentObject = 0; }
+void GLTraverserHandler::reset(Node&) { mCurrentObject = nullptr; }
 
 void GLTraverserHandler::detach() {
-    mSceneManager = 0;
-    mObjectRenderer = 0;
-    mFilter = 0;
-    mCurrentObject = 0;
+    mSceneManager = nullptr;
+    mObjectRenderer = nullptr;
+    mFilter = nullptr;
+    mCurrentObject = nullptr;
 }
 
 Traverser::StatusResult GLTraverserHandler::handle(Node& node, Traverser::Direction direction,
@@ -30,7 +31,7 @@ Traverser::StatusResult GLTraverserHandler::handle(Node& node, Traverser::Direct
         return Traverser::ResultContinue;
     if (direction == Traverser::DirectionUp) {
         if (mCurrentObject && &node == static_cast<Node*>(mCurrentObject))
-            mCurrentObject = 0;
+            mCurrentObject = nullptr;
         return Traverser::ResultContinue;
     }
     if (direction == Traverser::DirectionDown && previous && !mCurrentObject &&

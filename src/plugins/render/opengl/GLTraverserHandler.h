@@ -18,10 +18,10 @@ public:
     // `filter` may be null (an orthographic view has none): all distances are then 0.
     GLTraverserHandler(GLSceneManager* sceneManager, GLObjectRenderer* objectRenderer,
                        View::ViewFilter* filter);
-    virtual ~GLTraverserHandler();
+    ~GLTraverserHandler() override;
 
-    virtual void reset(Node& start);
-    virtual Traverser::StatusResult handle(Node& node, Traverser::Direction direction, Node* previous);
+    void reset(Node& start) override;
+    Traverser::StatusResult handle(Node& node, Traverser::Direction direction, Node* previous) override;
 
     // Cuts the links to the pass, for a view that outlives its pass: later walks of it
     // then collect nothing.

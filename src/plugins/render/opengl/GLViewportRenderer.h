@@ -11,16 +11,16 @@ class GLRenderContext;
 class VELUN_EXPORT GLViewportRenderer : public ViewportRenderer {
 public:
     explicit GLViewportRenderer(GLRenderContext* context);
-    virtual ~GLViewportRenderer();
+    ~GLViewportRenderer() override;
 
     // Draw calls of all passes so far.
     unsigned int getDrawCallCount() const { return mDrawCalls; }
 
 protected:
-    virtual void clearSurface();
-    virtual void setViewport(int x, int y, int width, int height);
-    virtual void clearDepth();
-    virtual void renderPass(Camera& camera, Dorvan::SharedPtr<View> const& view, bool overlay);
+    void clearSurface() override;
+    void setViewport(int x, int y, int width, int height) override;
+    void clearDepth() override;
+    void renderPass(Camera& camera, Dorvan::SharedPtr<View> const& view, bool overlay) override;
 
 private:
     GLRenderContext* mContext;

@@ -24,29 +24,29 @@ public:
                       bool fullscreen, int offsetX, int offsetY,
                       Dorvan::LinkedMap<std::string, std::string>* options);
     // Deletes the context and with it the GL objects it holds.
-    virtual ~GLSDLRenderWindow();
+    ~GLSDLRenderWindow() override;
 
     // Opens the video mode and starts GLEW; false (and nothing open) on failure. Called
     // once by the engine right after construction.
     bool create();
 
-    virtual RenderEngine* getRenderEngine();
-    virtual RenderContext* getRenderContext();
+    RenderEngine* getRenderEngine() override;
+    RenderContext* getRenderContext() override;
     GLRenderContext* getGLRenderContext();
-    virtual void render(std::int64_t timestamp);
+    void render(std::int64_t timestamp) override;
 
-    virtual bool canGrabInput();
-    virtual bool isInputGrabbed();
-    virtual bool setInputGrabbed(bool on);
-    virtual bool canControlCursor();
-    virtual bool isCursorVisible();
+    bool canGrabInput() override;
+    bool isInputGrabbed() override;
+    bool setInputGrabbed(bool on) override;
+    bool canControlCursor() override;
+    bool isCursorVisible() override;
     // True when the cursor was already in the asked state.
-    virtual bool setCursorVisible(bool on);
-    virtual bool warpCursor(unsigned short x, unsigned short y);
+    bool setCursorVisible(bool on) override;
+    bool warpCursor(unsigned short x, unsigned short y) override;
 
     // Draws the attached target once more, unseen, and writes the picture to an image
     // file: PNG, or any type DevIL writes, by the extension. False with an error line.
-    virtual bool saveScreenshot(std::string const& fileName);
+    bool saveScreenshot(std::string const& fileName) override;
     bool isDoubleBuffered() const { return mDoubleBuffered; }
     int getColorDepth() const { return mColorDepth; }
 
