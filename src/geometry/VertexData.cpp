@@ -142,6 +142,8 @@ void VertexData::initialize(int capacity, int growth) {
         allocate(mTexCoordinates, texCoordBytes());
 }
 
+void VertexData::setGrowth(int growth) { mGrowth = growth > 0 ? static_cast<unsigned int>(growth) : 0; }
+
 void VertexData::deleteData() {
     mVertices.setNull();
     mColors.setNull();

@@ -86,6 +86,9 @@ public:
     unsigned int getCurrentVertex() const { return mCurrent; }
     unsigned int getCapacity() const { return mCapacity; }
     unsigned int getGrowth() const { return mGrowth; }
+    // Vertices added per growth from now on (at least one); an owner that appends many
+    // vertices raises it with the capacity, so filling costs amortised constant time.
+    void setGrowth(int growth);
 
     void setVertex(float x, float y, float z);
     void setColor(float r, float g, float b, float a);
