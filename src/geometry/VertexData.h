@@ -99,7 +99,7 @@ public:
     void setColor(float r, float g, float b, float a);
     void setColor(const Color& color);
     void setSecondaryColor(float r, float g, float b);
-    // Stored normalised.
+    // Stored normalised; a zero-length or non-finite normal is stored as (0, 0, 1).
     void setNormal(float x, float y, float z);
     void setFogCoordinate(float f);
     void setTexCoordinate(float u, float v, unsigned int layer);
