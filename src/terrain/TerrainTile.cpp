@@ -219,20 +219,23 @@ Color Terrain::Tile::mapColor(TextureSource const& map, float u, float v) const 
     return info.getPixelColor(map.getPixel(x, y, 0));
 }
 
+// The alpha carries the first layer's mask, which that layer blends by.
 Color Terrain::Tile::getColor(float u, float v, float height) const {
+    Color color;
     if (!mColorMap.isNull() && mColorMap->getTextureData()) {
-        Color color = mapColor(*mColorMap, u, v);
-        if (mTextureLayers.size() > 0) {
-            Dorvan::SharedPtr<TextureSource> mask = mTextureLayers.get(0)->getMask()->getTextureSource(0, 0);
-            if (!mask.isNull())
-                color.a = mapColor(*mask, u, v).r;
-        }
-        return color;
+        color = mapColor(*mColorMap, u, v);
+    } else {
+        if (height < 0.0f)
+            height = getHeight(u, v);
+        const float grey = mMaxHeight != 0.0f ? (height - mOffset) / mMaxHeight * 0.8f + 0.2f : 0.2f;
+        color = Color(grey, grey, grey, 1.0f);
     }
-    if (height < 0.0f)
-        height = getHeight(u, v);
-    const float grey = mMaxHeight != 0.0f ? (height - mOffset) / mMaxHeight * 0.8f + 0.2f : 0.2f;
-    return Color(grey, grey, grey, 1.0f);
+    if (mTextureLayers.size() > 0) {
+        Dorvan::SharedPtr<TextureSource> mask = mTextureLayers.get(0)->getMask()->getTextureSource(0, 0);
+        if (!mask.isNull() && mask->getTextureData())
+            color.a = mapColor(*mask, u, v).r;
+    }
+    return color;
 }
 
 Vec3 Terrain::Tile::worldNormal(Vec3 const& local) const {
