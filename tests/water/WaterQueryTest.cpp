@@ -8,7 +8,7 @@
 #include "scene/SceneRoot.h"
 #include "scene/TransformationNode.h"
 #include "scene/UpdateTraverser.h"
-#include "support/EngineClock.h"
+#include "support/Engine.h"
 #include "terrain/TerrainFixture.h"
 #include "water/Water.h"
 
@@ -33,9 +33,14 @@ struct QueryCase {
     Vec3 velocity;
 };
 
-// Nodes need a started engine.
-class WaterQueryTest : public ::testing::Test {
-    VelunTest::EngineClock mEngine;
+// Nodes need a started engine; its log lines are kept with their channels.
+class WaterQueryTest : public VelunTest::EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        core.getLogManager().registerBackend(log);
+    }
+    VelunTest::ChannelLog log;
 };
 
 void expectQuery(Water const& water, QueryCase const& c) {
@@ -140,25 +145,25 @@ TEST_F(WaterQueryTest, DegenerateAndReversedQuadsAreReportedAndSkipped) {
          {{0, 0, 10, 0}, {10, 10, 0, 10}, {10, 20, 0, 20}},
          {5, 5},
          {5, 15},
-         "Invalid quad coordinates! Quad: 0; P3: -1; 1\n"},
+         "water: Invalid quad coordinates! Quad: 0; P3: -1; 1"},
         {"first line of length 0",
          {{5, 0, 5, 0}, {0, 10, 10, 10}, {0, 20, 10, 20}},
          {5, 5},
          {5, 15},
-         "Invalid quad coordinates! Quad: 0; P3: 0; 0\n"},
+         "water: Invalid quad coordinates! Quad: 0; P3: 0; 0"},
         {"second start on the first line's axis",
          {{0, 0, 10, 0}, {20, 0, 30, 10}, {10, 10, 20, 20}},
          {12, 1},
          {20, 10},
-         "Invalid quad coordinates! Quad: 0; P3: 0; 0\n"},
+         "water: Invalid quad coordinates! Quad: 0; P3: 0; 0"},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
         Water water;
-        testing::internal::CaptureStderr();
+        log.mLines.clear();
         for (auto const& l : c.lines)
             water.addQuad(Point(l[0], 0, l[1]), Point(l[2], 0, l[3]), Vec3(1, 0, 0));
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), c.message);
+        EXPECT_EQ(log.mLines, std::vector<std::string>({c.message}));
         EXPECT_FALSE(water.getPointHandle(Point(c.inBadQuad[0], 0, c.inBadQuad[1])).hasQuad());
         Water::PointHandle next = water.getPointHandle(Point(c.inNextQuad[0], 0, c.inNextQuad[1]));
         ASSERT_TRUE(next.hasQuad());
