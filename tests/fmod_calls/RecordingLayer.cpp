@@ -53,7 +53,8 @@ FMOD_RESULT System::release() {
 FMOD_RESULT System::update() { return record("update"); }
 FMOD_RESULT System::set3DListenerAttributes(int listener, const FMOD_VECTOR* pos, const FMOD_VECTOR*,
                                             const FMOD_VECTOR* forward, const FMOD_VECTOR*) {
-    return record("set3DListenerAttributes", text(listener) + "," + text(pos->x) + "," + (forward ? "oriented" : "-"));
+    return record("set3DListenerAttributes",
+                  text(listener) + "," + text(pos->x) + "," + (forward ? "oriented" : "-"));
 }
 FMOD_RESULT System::createSound(const char* name, FMOD_MODE mode, FMOD_CREATESOUNDEXINFO*, Sound** sound) {
     std::ostringstream arguments;

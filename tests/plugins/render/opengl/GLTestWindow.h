@@ -13,10 +13,10 @@
 #include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
 #include "foundation/Logger.h"
-#include "support/ChannelLog.h"
 #include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
 #include "render/RenderManager.h"
+#include "support/ChannelLog.h"
 #include "texture/TextureData.h"
 #include "texture/TextureInfo.h"
 
