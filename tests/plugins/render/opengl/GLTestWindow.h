@@ -49,6 +49,8 @@ protected:
         core.startup();
         core.getLogManager().registerBackend(log);
         core.setup(true);
+        // Whether a sound device opens depends on the machine; these tests look at GL.
+        log.dropChannel("plugins.sound.fmod");
         Velun::RenderManager& renderManager = core.getRenderManager();
         renderManager.initializeRenderer(false);
         window = static_cast<Velun::GLSDLRenderWindow*>(
