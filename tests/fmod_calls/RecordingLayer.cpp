@@ -47,6 +47,9 @@ FMOD_RESULT System::initLoopback(int, FMOD_INITFLAGS, int) { return record("init
 FMOD_RESULT System::renderLoopback(float*, int) { return record("renderLoopback"); }
 FMOD_RESULT System::release() {
     FMOD_RESULT result = record("release");
+    for (Sound* sound : FmodCalls::recording().mSounds)
+        delete static_cast<FmodCalls::StandInSound*>(sound);
+    FmodCalls::recording().mSounds.clear();
     delete static_cast<FmodCalls::StandInSystem*>(this);
     return result;
 }
@@ -61,6 +64,8 @@ FMOD_RESULT System::createSound(const char* name, FMOD_MODE mode, FMOD_CREATESOU
     arguments << name << ",0x" << std::hex << std::uppercase << mode;
     FMOD_RESULT result = record("createSound", arguments.str());
     *sound = result == FMOD_OK ? new FmodCalls::StandInSound() : nullptr;
+    if (*sound)
+        FmodCalls::recording().mSounds.insert(*sound);
     return result;
 }
 FMOD_RESULT System::playSound(FMOD_CHANNELINDEX channelid, Sound*, bool paused, Channel** channel) {
@@ -73,6 +78,7 @@ FMOD_RESULT System::playSound(FMOD_CHANNELINDEX channelid, Sound*, bool paused, 
 }
 
 FMOD_RESULT Sound::release() {
+    FmodCalls::recording().mSounds.erase(this);
     delete static_cast<FmodCalls::StandInSound*>(this);
     return record("Sound::release");
 }
