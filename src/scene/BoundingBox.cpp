@@ -93,23 +93,47 @@ bool BoundingBox::contains(Point const& p) const {
     return true;
 }
 
+// Each plane's distance is that of the corner the signs of its normal pick. The planes
+// go four at a time with the same products and sums in the same order as one by one,
+// so the result is the same to the bit: -1 if any plane has that corner on or behind
+// it, else the near plane's distance.
 float BoundingBox::getFrustrumDistance(Frustrum const& frustum) const {
     if (mState == StateEmpty)
         return -1.0f;
     if (mState == StateInfinite)
         return 0.0f;
-    Plane const* planes = frustum.getPlanes();
+    float const* c = frustum.getPlaneComponents();
+#if VELUN_BOUNDING_BOX_SSE
+    __m128 const zero = _mm_setzero_ps();
+    auto pick = [&](__m128 coefficient, int axis) {
+        __m128 positive = _mm_cmpge_ps(coefficient, zero);
+        return _mm_or_ps(_mm_and_ps(positive, _mm_set1_ps(mMax.m[axis])),
+                         _mm_andnot_ps(positive, _mm_set1_ps(mMin.m[axis])));
+    };
+    __m128 distances[2];
+    int behind = 0;
+    for (int half = 0; half < 2; ++half) {
+        __m128 a = _mm_loadu_ps(c + half * 4), b = _mm_loadu_ps(c + 8 + half * 4);
+        __m128 cc = _mm_loadu_ps(c + 16 + half * 4), d = _mm_loadu_ps(c + 24 + half * 4);
+        __m128 sum = _mm_add_ps(_mm_mul_ps(a, pick(a, 0)), _mm_mul_ps(b, pick(b, 1)));
+        distances[half] = _mm_add_ps(_mm_add_ps(sum, _mm_mul_ps(cc, pick(cc, 2))), d);
+        behind |= _mm_movemask_ps(_mm_cmple_ps(distances[half], zero));
+    }
+    if (behind)
+        return -1.0f;
+    return _mm_cvtss_f32(_mm_shuffle_ps(distances[1], distances[1], 0x01));
+#else
     float highest = 0.0f;
     for (int p = 0; p < 6; ++p) {
-        Dorvan::TVector<float, 4> const& c = planes[p].getCoefficients();
-        float x = c[0] >= 0.0f ? mMax[0] : mMin[0];
-        float y = c[1] >= 0.0f ? mMax[1] : mMin[1];
-        float z = c[2] >= 0.0f ? mMax[2] : mMin[2];
-        highest = c[0] * x + c[1] * y + c[2] * z + c[3];
+        float x = c[p] >= 0.0f ? mMax[0] : mMin[0];
+        float y = c[8 + p] >= 0.0f ? mMax[1] : mMin[1];
+        float z = c[16 + p] >= 0.0f ? mMax[2] : mMin[2];
+        highest = c[p] * x + c[8 + p] * y + c[16 + p] * z + c[24 + p];
         if (highest <= 0.0f)
             return -1.0f;
     }
     return highest;
+#endif
 }
 
 bool BoundingBox::merge(Point const& p) {
