@@ -93,10 +93,10 @@ bool BoundingBox::contains(Point const& p) const {
     return true;
 }
 
-// Each plane's distance is that of the corner the signs of its normal pick. The planes
-// go four at a time with the same products and sums in the same order as one by one,
-// so the result is the same to the bit: -1 if any plane has that corner on or behind
-// it, else the near plane's distance.
+// Each plane's distance is that of the corner the signs of its normal pick: on each
+// axis the larger of the products with the box's two extents. The planes go four at
+// a time, with the products summed in the same order as one by one: -1 if any plane
+// has that corner on or behind it, else the near plane's distance.
 float BoundingBox::getFrustrumDistance(Frustrum const& frustum) const {
     if (mState == StateEmpty)
         return -1.0f;
@@ -104,20 +104,20 @@ float BoundingBox::getFrustrumDistance(Frustrum const& frustum) const {
         return 0.0f;
     float const* c = frustum.getPlaneComponents();
 #if VELUN_BOUNDING_BOX_SSE
-    __m128 const zero = _mm_setzero_ps();
-    auto pick = [&](__m128 coefficient, int axis) {
-        __m128 positive = _mm_cmpge_ps(coefficient, zero);
-        return _mm_or_ps(_mm_and_ps(positive, _mm_set1_ps(mMax.m[axis])),
-                         _mm_andnot_ps(positive, _mm_set1_ps(mMin.m[axis])));
-    };
+    __m128 const low = _mm_loadu_ps(mMin.m), high = _mm_loadu_ps(mMax.m);
+    __m128 const lx = _mm_shuffle_ps(low, low, 0x00), hx = _mm_shuffle_ps(high, high, 0x00);
+    __m128 const ly = _mm_shuffle_ps(low, low, 0x55), hy = _mm_shuffle_ps(high, high, 0x55);
+    __m128 const lz = _mm_shuffle_ps(low, low, 0xaa), hz = _mm_shuffle_ps(high, high, 0xaa);
     __m128 distances[2];
     int behind = 0;
     for (int half = 0; half < 2; ++half) {
         __m128 a = _mm_loadu_ps(c + half * 4), b = _mm_loadu_ps(c + 8 + half * 4);
         __m128 cc = _mm_loadu_ps(c + 16 + half * 4), d = _mm_loadu_ps(c + 24 + half * 4);
-        __m128 sum = _mm_add_ps(_mm_mul_ps(a, pick(a, 0)), _mm_mul_ps(b, pick(b, 1)));
-        distances[half] = _mm_add_ps(_mm_add_ps(sum, _mm_mul_ps(cc, pick(cc, 2))), d);
-        behind |= _mm_movemask_ps(_mm_cmple_ps(distances[half], zero));
+        __m128 sum = _mm_add_ps(_mm_max_ps(_mm_mul_ps(a, lx), _mm_mul_ps(a, hx)),
+                                _mm_max_ps(_mm_mul_ps(b, ly), _mm_mul_ps(b, hy)));
+        sum = _mm_add_ps(sum, _mm_max_ps(_mm_mul_ps(cc, lz), _mm_mul_ps(cc, hz)));
+        distances[half] = _mm_add_ps(sum, d);
+        behind |= _mm_movemask_ps(_mm_cmple_ps(distances[half], _mm_setzero_ps()));
     }
     if (behind)
         return -1.0f;
