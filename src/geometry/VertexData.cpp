@@ -189,6 +189,12 @@ float* VertexData::writable(Dorvan::CowMemPtr<void>& array, DataType::Type type)
     return static_cast<float*>(array.get());
 }
 
+float* VertexData::getVertexArray() {
+    if (!mUseVertex || mVertexType != DataType::Float || mVertices.isNull())
+        return nullptr;
+    return static_cast<float*>(mVertices.get());
+}
+
 void VertexData::setVertex(float x, float y, float z) {
     float* data = writable(mVertices, mVertexType);
     if (!data)

@@ -90,6 +90,11 @@ public:
     // vertices raises it with the capacity, so filling costs amortised constant time.
     void setGrowth(int growth);
 
+    // The position array for bulk writes (getNumVertex floats per vertex, detached from
+    // copies), or null when positions are not floats in use. Valid until the next
+    // addVertex or initialize.
+    float* getVertexArray();
+
     void setVertex(float x, float y, float z);
     void setColor(float r, float g, float b, float a);
     void setColor(const Color& color);

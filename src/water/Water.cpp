@@ -7,6 +7,7 @@
 #include "geometry/GeometrySubobject.h"
 #include "geometry/IndexedQuadStrip.h"
 #include "geometry/VertexData.h"
+#include "terrain/Terrain.h"
 
 namespace Velun {
 
@@ -165,7 +166,17 @@ Dorvan::TVector<float, 3> Water::getVelocity(Point const& point) const {
     return getVelocity(getPointHandle(point));
 }
 
-float Water::getDepth(PointHandle const& handle) const { return handle.hasQuad() ? 10.0f : -1.0f; }
+float Water::getDepth(PointHandle const& handle) const {
+    if (!handle.hasQuad())
+        return -1.0f;
+    if (!mTerrain)
+        return 10.0f;
+    Terrain::PointHandle ground = mTerrain->getPointHandle(handle.getOrigPoint());
+    if (!ground.inTerrain())
+        return 10.0f;
+    float depth = getSurfacePoint(handle)[1] - mTerrain->getSurfacePoint(ground)[1];
+    return depth > 0.0f ? depth : 0.0f;
+}
 
 float Water::getDepth(Point const& point) const { return getDepth(getPointHandle(point)); }
 

@@ -9,6 +9,7 @@
 #include "scene/TransformationNode.h"
 #include "scene/UpdateTraverser.h"
 #include "support/EngineClock.h"
+#include "terrain/TerrainFixture.h"
 #include "water/Water.h"
 
 using Velun::Point;
@@ -181,6 +182,32 @@ TEST_F(WaterQueryTest, DegenerateAndReversedQuadsAreReportedAndSkipped) {
         EXPECT_NEAR(next.getX(), 0.5f, kTolerance);
         EXPECT_NEAR(next.getY(), 0.5f, kTolerance);
         expectVec(water.getVelocity(next), Vec3(1, 0, 0));
+    }
+}
+
+// Flat ground at height 1 over x and z from 0 to 4, under water whose surface falls
+// from 3 at z = 0 to -1 at z = 4 and reaches beyond the ground along x.
+TEST_F(WaterQueryTest, DepthIsMeasuredAgainstTheGroundWhereThereIsOne) {
+    Velun::Terrain terrain(1, 1);
+    terrain.initializeTerrain(2, 0, 4.0f);
+    terrain.getTile(0, 0)->setMaxHeight(5.0f);
+    ASSERT_TRUE(terrain.getTile(0, 0)->load(TerrainTest::grey(4, std::vector<unsigned char>(16, 51))));
+    Water water;
+    water.addQuad(Point(-2, 3, 0), Point(6, 3, 0), Vec3(0, 0, 1));
+    water.addQuad(Point(-2, -1, 4), Point(6, -1, 4), Vec3(0, 0, 1));
+    water.setTerrain(terrain);
+    const struct {
+        const char* name;
+        Point point;
+        float depth;
+    } cases[] = {{"deep end", Point(2, 5, 0.5f), 1.5f},
+                 {"shallows, point below the ground", Point(2, 0, 1.5f), 0.5f},
+                 {"ground above the surface", Point(2, 0, 3.5f), 0},
+                 {"beyond the ground", Point(5, 0, 1), 10},
+                 {"beside the water", Point(2, 0, 5), -1}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_NEAR(water.getDepth(c.point), c.depth, kTolerance);
     }
 }
 
