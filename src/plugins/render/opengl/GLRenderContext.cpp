@@ -303,25 +303,32 @@ bool GLRenderContext::updateVertexBuffer(VertexDataSet& set, Part part, std::int
 }
 
 bool GLRenderContext::updateIndexBuffer(IndexDataSet& set, std::int64_t stamp) {
-    if (!mUseIndexBuffers)
+    void const* indices = set.getIndexList();
+    if (!mUseIndexBuffers || !indices)
         return false;
-    unsigned int const size = DataType::getSize(set.getIndexType()) * set.getCount();
     IndexIdSet* ids = static_cast<IndexIdSet*>(set.getResourceData(mProviderId));
     if (!ids) {
-        unsigned int id = 0;
-        glGenBuffers(1, &id);
-        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, id);
-        glBufferData(GL_ELEMENT_ARRAY_BUFFER, size, set.getIndexList(), GL_STATIC_DRAW);
-        ++mBufferLoads;
-        ids = new IndexIdSet(mProviderId, id, stamp);
+        ids = new IndexIdSet(mProviderId, 0, stamp);
         set.setResourceData(*ids);
         adopt(ids);
-        return true;
     }
+    // As for vertex buffers: a name the driver no longer knows is filled again.
+    bool const known = ids->mBufferId != 0 && glIsBuffer(ids->mBufferId);
+    if (ids->mBufferId == 0)
+        glGenBuffers(1, &ids->mBufferId);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, ids->mBufferId);
-    if (set.hasChanged(ids->mTimeStamp)) {
-        glBufferData(GL_ELEMENT_ARRAY_BUFFER, size, set.getIndexList(), GL_STATIC_DRAW);
+    if (!known || set.hasChanged(ids->mTimeStamp)) {
+        glBufferData(GL_ELEMENT_ARRAY_BUFFER, DataType::getSize(set.getIndexType()) * set.getCount(), indices,
+                     GL_STATIC_DRAW);
         ++mBufferLoads;
+    }
+    GLenum const code = glGetError();
+    if (code != GL_NO_ERROR) {
+        logGLError("glrendercontext", "GL Error while loading index buffer: ", code);
+        // The next draw starts again from a fresh name rather than a half-loaded one.
+        releaseBuffers(&ids->mBufferId, 1);
+        ids->mBufferId = 0;
+        return false;
     }
     ids->mTimeStamp = stamp;
     return true;

@@ -269,6 +269,37 @@ TEST_F(GLRenderContextTest, AGLErrorInALoadStepIsLoggedAndTheCallerFallsBackToCl
     glDeleteBuffers(1, &immutable);
 }
 
+TEST_F(GLRenderContextTest, AnIndexBufferIsRefilledWhenLostAndLeftToClientMemoryOnError) {
+    IndexData indices;
+    indices.initialize(3, 3);
+    for (unsigned int i : {4u, 5u, 6u})
+        indices.addIndex(i);
+    ASSERT_TRUE(context->updateIndexBuffer(indices, 1));
+    auto* set = static_cast<GLRenderContext::IndexIdSet*>(indices.getResourceData(context->getProviderId()));
+    unsigned int const name = set->getBufferId();
+    glDeleteBuffers(1, &name);
+    EXPECT_TRUE(context->updateIndexBuffer(indices, 2));
+    EXPECT_EQ(name, set->getBufferId());
+    unsigned int stored[3] = {};
+    glGetBufferSubData(GL_ELEMENT_ARRAY_BUFFER, 0, sizeof stored, stored);
+    EXPECT_EQ(6u, stored[2]);
+
+    // A buffer with immutable storage refuses glBufferData.
+    unsigned int immutable = 0;
+    glGenBuffers(1, &immutable);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, immutable);
+    glBufferStorage(GL_ELEMENT_ARRAY_BUFFER, 4, nullptr, 0);
+    set->setBufferId(immutable);
+    indices.setModified();
+    log.mLines.clear();
+    EXPECT_FALSE(context->updateIndexBuffer(indices, indices.getModifiedTimestamp() + 1));
+    ASSERT_EQ(1u, log.mLines.size());
+    EXPECT_EQ("glrendercontext: GL Error while loading index buffer: invalid operation", log.mLines[0]);
+    EXPECT_FALSE(glIsBuffer(immutable));
+    EXPECT_TRUE(context->updateIndexBuffer(indices, indices.getModifiedTimestamp() + 2));
+    glDeleteBuffers(1, &name);
+}
+
 TEST_F(GLRenderContextTest, DestroyedDataTakesItsGLObjectsWithIt) {
     unsigned int buffer = 0;
     unsigned int index = 0;
