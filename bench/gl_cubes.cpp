@@ -12,11 +12,9 @@
 #include <benchmark/benchmark.h>
 
 #if __has_include("draw_scene.h")
-#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <memory>
-#include <thread>
 #include <vector>
 
 #include "core/TimerManager.h"
@@ -49,6 +47,8 @@
 
 // After the engine's headers, which bring GLEW before any other GL header.
 #include "draw_scene.h"
+// After draw_scene.h, whose constants it uses.
+#include "PeerScene.h"
 
 namespace {
 
@@ -118,47 +118,8 @@ Dorvan::Matrix<float, 4> toMatrix(const float m[16]) {
     return r;
 }
 
-// A directional light shines from its node's +Z: turn +Z into the direction towards
-// the light (the peers' light direction, mirrored into right-handed eye space).
-Dorvan::Matrix<float, 4> lightRotation() {
-    const float* L = cubescene::kLightDir;
-    const float ll = std::sqrt(L[0] * L[0] + L[1] * L[1] + L[2] * L[2]);
-    const float z[3] = {-L[0] / ll, -L[1] / ll, L[2] / ll};
-    float x[3] = {z[2], 0, -z[0]};  // (0, 1, 0) x z
-    const float xl = std::sqrt(x[0] * x[0] + x[2] * x[2]);
-    x[0] /= xl;
-    x[2] /= xl;
-    const float y[3] = {z[1] * x[2] - z[2] * x[1], z[2] * x[0] - z[0] * x[2], z[0] * x[1] - z[1] * x[0]};
-    Dorvan::Matrix<float, 4> r = Dorvan::Matrix<float, 4>::identity();
-    for (int i = 0; i < 3; ++i) {
-        r.m[i * 4 + 0] = x[i];
-        r.m[i * 4 + 1] = y[i];
-        r.m[i * 4 + 2] = z[i];
-    }
-    r.mIdentity = false;
-    return r;
-}
-
-// The engine with one 256x256 window, made once for the whole program.
-struct Engine {
-    GLSDLRenderWindow* window = nullptr;
-    Engine() {
-        VelunCore& core = VelunCore::getSingleton();
-        core.startup();
-        core.setup(true);
-        // A loaded machine now and then refuses an X connection: try a few times.
-        for (int attempt = 0; attempt < 5 && !window; ++attempt) {
-            if (attempt > 0)
-                std::this_thread::sleep_for(std::chrono::milliseconds(200));
-            core.getRenderManager().initializeRenderer(false);
-            window = dynamic_cast<GLSDLRenderWindow*>(core.getRenderManager().createRenderWindow(
-                "cubes", cubescene::kWin, cubescene::kWin, false, 0, 0, nullptr));
-        }
-    }
-};
-
-Engine& engine() {
-    static Engine e;
+PeerScene::Engine& engine() {
+    static PeerScene::Engine e("cubes");
     return e;
 }
 
@@ -174,7 +135,7 @@ public:
         mScene->getRoot()->attachChild(*mCamera);
 
         mLightPlace.reset(new TransformationNode());
-        mLightPlace->setLocalTransformation(lightRotation());
+        mLightPlace->setLocalTransformation(PeerScene::lightRotation());
         mLight.reset(new Light());
         mLight->setLightType(Light::Directional);
         mLight->setAmbientColor(Color(0, 0, 0));
