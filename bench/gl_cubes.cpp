@@ -17,7 +17,6 @@
 #include <memory>
 #include <vector>
 
-#include "core/TimerManager.h"
 #include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
 #include "geometry/ElementData.h"
@@ -28,18 +27,9 @@
 #include "geometry/VertexData.h"
 #include "material/Material.h"
 #include "plugins/render/opengl/GLRenderContext.h"
-#include "plugins/render/opengl/GLRenderEngine.h"
-#include "plugins/render/opengl/GLScreenshot.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
-#include "render/RenderManager.h"
-#include "render/RenderTarget.h"
-#include "render/Viewport.h"
 #include "scene/BoundingBox.h"
 #include "scene/Branch.h"
-#include "scene/Camera.h"
-#include "scene/Light.h"
-#include "scene/SceneGraph.h"
-#include "scene/SceneManager.h"
 #include "scene/TransformationNode.h"
 #include "texture/Texture2D.h"
 #include "texture/TextureData.h"
@@ -123,26 +113,11 @@ PeerScene::Engine& engine() {
     return e;
 }
 
-// N cubes under one scene, a camera and a light; torn down with the benchmark run.
-class CubeScene {
+// N cubes in front of the camera; torn down with the benchmark run.
+class CubeScene : public PeerScene::Stage {
 public:
-    CubeScene(int n, bool ownData) : mScene(&VelunCore::getSingleton().getSceneManager().createSceneGraph()) {
-        mCamera = SharedPtr<Camera>(new Camera());
-        CameraSettings& settings = mCamera->getCamSettings();
-        settings.setFovY(cubescene::kFovYDeg);
-        settings.setNearDistance(cubescene::kNear);
-        settings.setFarDistance(cubescene::kFar);
-        mScene->getRoot()->attachChild(*mCamera);
-
-        mLightPlace.reset(new TransformationNode());
-        mLightPlace->setLocalTransformation(PeerScene::lightRotation());
-        mLight.reset(new Light());
-        mLight->setLightType(Light::Directional);
-        mLight->setAmbientColor(Color(0, 0, 0));
-        mLight->setSpecularColor(Color(0, 0, 0));
-        mLightPlace->setChild(*mLight);
-        mScene->getRoot()->attachChild(*mLightPlace);
-
+    CubeScene(int n, bool ownData) : Stage(*engine().window) {
+        root().attachChild(camera());
         SharedPtr<Material> material = makeMaterial();
         SharedPtr<Geometry> shared = makeCube();
         for (const cubescene::Cube& c : cubescene::make_cubes(n)) {
@@ -160,56 +135,12 @@ public:
             float m[16];
             cubescene::gl_model_matrix(c, m);
             object->getTransformation(*sub)->setLocalTransformation(toMatrix(m));
-            mScene->getRoot()->attachChild(*object);
+            root().attachChild(*object);
             mObjects.emplace_back(object);
         }
-
-        SharedPtr<RenderTarget> target(new RenderTarget());
-        SharedPtr<Viewport> viewport(new Viewport(0.0f, 0.0f, 1.0f, 1.0f));
-        viewport->attachCamera(mCamera);
-        target->attachViewport(viewport);
-        engine().window->attachRenderTarget(target);
-    }
-
-    ~CubeScene() {
-        engine().window->detachRenderTarget();
-        mObjects.clear();
-        mLight.reset();
-        mLightPlace.reset();
-        mCamera = SharedPtr<Camera>();
-        VelunCore::getSingleton().getSceneManager().deleteSceneGraph(*mScene);
-    }
-
-    // What the main loop does for this scene and window in one pass.
-    void frame() {
-        std::int64_t now = VelunCore::getSingleton().getTimerManager().getTimestamp();
-        mScene->getUpdateTraverser()->run(now);
-        if (cubescene::no_raster())
-            glEnable(cubescene::kRasterizerDiscard);
-        engine().window->render(now);
-        if (cubescene::no_raster())
-            glDisable(cubescene::kRasterizerDiscard);
-    }
-
-    // Fraction of the window that is not background, from a frame drawn but not swapped.
-    double coverage() {
-        GLSDLRenderWindow& window = *engine().window;
-        static_cast<GLRenderEngine*>(window.getRenderEngine())
-            ->renderTarget(window.getRenderTarget().get(), window.getGLRenderContext(), cubescene::kWin,
-                           cubescene::kWin);
-        std::vector<unsigned char> rgb;
-        GLScreenshot::readPixels(GL_BACK, 0, 0, cubescene::kWin, cubescene::kWin, rgb);
-        long covered = 0;
-        for (std::size_t i = 0; i < rgb.size(); i += 3)
-            covered += rgb[i] || rgb[i + 1] || rgb[i + 2];
-        return double(covered) / (cubescene::kWin * cubescene::kWin);
     }
 
 private:
-    SceneGraph* mScene;
-    SharedPtr<Camera> mCamera;
-    std::unique_ptr<TransformationNode> mLightPlace;
-    std::unique_ptr<Light> mLight;
     std::vector<std::unique_ptr<GeometryObject>> mObjects;
 };
 

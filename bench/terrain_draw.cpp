@@ -19,23 +19,12 @@
 #include <memory>
 #include <vector>
 
-#include "core/TimerManager.h"
-#include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
 #include "geometry/GeometryElement.h"
 #include "geometry/GeometryGroup.h"
 #include "geometry/IndexDataSet.h"
 #include "plugins/render/opengl/GLRenderContext.h"
-#include "plugins/render/opengl/GLRenderEngine.h"
-#include "plugins/render/opengl/GLScreenshot.h"
 #include "plugins/render/opengl/GLViewRenderer.h"
-#include "render/RenderTarget.h"
-#include "render/Viewport.h"
-#include "scene/Branch.h"
-#include "scene/Camera.h"
-#include "scene/Light.h"
-#include "scene/SceneGraph.h"
-#include "scene/SceneManager.h"
 #include "scene/TransformationNode.h"
 #include "scene/View.h"
 #include "terrain/Terrain.h"
@@ -81,11 +70,10 @@ PeerScene::Engine& engine() {
     return e;
 }
 
-// The terrain, a camera above it looking down with +z up, and the light.
-class TerrainScene {
+// The terrain, and the camera above it looking down with +z up.
+class TerrainScene : public PeerScene::Stage {
 public:
-    TerrainScene() : mScene(&VelunCore::getSingleton().getSceneManager().createSceneGraph()) {
-        mTerrain.reset(new Terrain(1, 1));
+    TerrainScene() : Stage(*engine().window), mTerrain(new Terrain(1, 1)) {
         mTerrain->initializeTerrain(4, 4, TerrainSize);
         Terrain::Tile& tile = *mTerrain->getTile(0, 0);
         tile.load(
@@ -94,59 +82,23 @@ public:
         tile.setColorMap(greyImage(1, [](unsigned int, unsigned int) { return (unsigned char)255; }));
         tile.setEnabled(true);
         tile.updateTile();
-        mScene->getRoot()->attachChild(*mTerrain);
+        root().attachChild(*mTerrain);
 
-        mCamera = SharedPtr<Camera>(new Camera());
-        CameraSettings& settings = mCamera->getCamSettings();
-        settings.setFovY(cubescene::kFovYDeg);
-        settings.setNearDistance(cubescene::kNear);
-        settings.setFarDistance(cubescene::kFar);
         mCameraPlace.reset(new TransformationNode());
         mCameraPlace->translate(TerrainSize / 2, 250.0f, TerrainSize / 2, false);
         mCameraPlace->rotateY(float(M_PI), true);
         mCameraPlace->rotateX(-float(M_PI) / 2, true);
-        mCameraPlace->setChild(*mCamera);
-        mScene->getRoot()->attachChild(*mCameraPlace);
-
-        mLightPlace.reset(new TransformationNode());
-        mLightPlace->setLocalTransformation(PeerScene::lightRotation());
-        mLight.reset(new Light());
-        mLight->setLightType(Light::Directional);
-        mLight->setAmbientColor(Color(0, 0, 0));
-        mLight->setSpecularColor(Color(0, 0, 0));
-        mLightPlace->setChild(*mLight);
-        mScene->getRoot()->attachChild(*mLightPlace);
-
-        SharedPtr<RenderTarget> target(new RenderTarget());
-        SharedPtr<Viewport> viewport(new Viewport(0.0f, 0.0f, 1.0f, 1.0f));
-        viewport->attachCamera(mCamera);
-        target->attachViewport(viewport);
-        engine().window->attachRenderTarget(target);
-    }
-
-    ~TerrainScene() {
-        engine().window->detachRenderTarget();
-        mTerrain.reset();
-        mLight.reset();
-        mLightPlace.reset();
-        mCameraPlace.reset();
-        mCamera = SharedPtr<Camera>();
-        VelunCore::getSingleton().getSceneManager().deleteSceneGraph(*mScene);
+        mCameraPlace->setChild(camera());
+        root().attachChild(*mCameraPlace);
     }
 
     Terrain& terrain() { return *mTerrain; }
 
-    // What the main loop does for this scene and window in one pass.
-    void frame() {
-        std::int64_t now = VelunCore::getSingleton().getTimerManager().getTimestamp();
-        mScene->getUpdateTraverser()->run(now);
-        engine().window->render(now);
-    }
-
     // Draw calls of one pass of the camera's view, without a swap.
     unsigned int drawCalls() {
-        GLViewRenderer pass(engine().window->getGLRenderContext(), mCamera->getView(1.0f),
-                            SharedPtr<RenderSettings>(), mCamera->getView(1.0f)->getFrustrum());
+        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        GLViewRenderer pass(engine().window->getGLRenderContext(), camera().getView(1.0f),
+                            SharedPtr<RenderSettings>(), camera().getView(1.0f)->getFrustrum());
         pass.traverse();
         pass.setProjection();
         pass.setModelview();
@@ -156,23 +108,9 @@ public:
     }
 
 private:
-    SceneGraph* mScene;
     std::unique_ptr<Terrain> mTerrain;
-    SharedPtr<Camera> mCamera;
     std::unique_ptr<TransformationNode> mCameraPlace;
-    std::unique_ptr<TransformationNode> mLightPlace;
-    std::unique_ptr<Light> mLight;
 };
-
-// Fraction of the window that is not background, from the frame in the back buffer.
-double coverage() {
-    std::vector<unsigned char> rgb;
-    GLScreenshot::readPixels(GL_BACK, 0, 0, cubescene::kWin, cubescene::kWin, rgb);
-    long covered = 0;
-    for (std::size_t i = 0; i < rgb.size(); i += 3)
-        covered += rgb[i] || rgb[i + 1] || rgb[i + 2];
-    return double(covered) / (cubescene::kWin * cubescene::kWin);
-}
 
 void BM_TerrainFrame(benchmark::State& state) {
     if (!engine().window) {
@@ -191,9 +129,8 @@ void BM_TerrainFrame(benchmark::State& state) {
     state.counters["buffer_loads_per_frame"] =
         double(context.getBufferLoadCount() - loads) / double(state.iterations());
     state.counters["patches"] = scene.terrain().getPatchCount();
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     state.counters["draw_calls_per_frame"] = scene.drawCalls();
-    state.counters["coverage"] = coverage();
+    state.counters["coverage"] = scene.coverage();
 }
 
 // The terrain's arrays in buffer objects of its own, drawn as a fixed-function GL
@@ -300,7 +237,7 @@ void BM_TerrainFrameRawGL(benchmark::State& state) {
     glFinish();
     state.counters["draw_calls_per_frame"] = scene.terrain().getPatchCount();
     raw.frame(false);
-    state.counters["coverage"] = coverage();
+    state.counters["coverage"] = PeerScene::Stage::backBufferCoverage();
 }
 
 BENCHMARK(BM_TerrainFrame)->Unit(benchmark::kMillisecond);
