@@ -47,8 +47,8 @@ for file in ("queries.json", "draw.json"):
 for name, b in sorted(medians.items()):
     if "items_per_second" in b:
         print(f"velun_{name}_ns {1e9 / b['items_per_second']:.4g} ns/query")
-    elif "ns_per_vertex" in b:
-        print(f"velun_{name}_ns_per_vertex {b['ns_per_vertex']:.4g} ns/vertex")
+    elif "time_per_vertex" in b:
+        print(f"velun_{name}_ns_per_vertex {b['time_per_vertex'] * 1e9:.4g} ns/vertex")
     else:
         unit = {"ms": 1.0, "us": 1e-3, "ns": 1e-6}[b["time_unit"]]
         print(f"velun_{name}_ms_per_frame {b['real_time'] * unit:.4g} ms/frame")
