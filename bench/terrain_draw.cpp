@@ -7,7 +7,8 @@
 // "buffer_loads_per_frame" stay 0. BM_TerrainFrameRawGL: the same vertex and index
 // arrays, uploaded once into buffer objects and drawn with plain GL calls, one draw per
 // patch, in the same window. The engine's frame should stay within 1.2 times the raw one.
-// bench/compare_terrain.sh runs this next to irr_terrain.
+// bench/compare_terrain.sh runs this next to irr_terrain. PEERS_NO_RASTER=1 times both
+// without rasterisation, as the peers' no-raster runs do.
 #include <benchmark/benchmark.h>
 
 #if __has_include("draw_scene.h")
@@ -179,10 +180,14 @@ public:
         glEnable(GL_COLOR_MATERIAL);
         glColorMaterial(GL_FRONT, GL_AMBIENT_AND_DIFFUSE);
         bindArrays();
+        if (cubescene::no_raster())
+            glEnable(cubescene::kRasterizerDiscard);
         for (std::size_t i = 0; i < mIndices.size(); ++i) {
             glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mIndices[i]);
             glDrawElements(GL_TRIANGLE_STRIP, mCounts[i], GL_UNSIGNED_SHORT, nullptr);
         }
+        if (cubescene::no_raster())
+            glDisable(cubescene::kRasterizerDiscard);
         if (swap)
             SDL_GL_SwapBuffers();
     }
