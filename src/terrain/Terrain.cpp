@@ -15,6 +15,21 @@ namespace {
 // Vertices per tile edge must fit the int count of a vertex array: n^2 <= 2^30.
 const unsigned int MaxTileLevels = 15;
 
+// m * p, divided by w; a w of 0 gives the origin. Written out, since every query makes
+// two of these.
+inline Point transformed(Dorvan::Matrix<float, 4> const& m, Point const& p) {
+    if (m.isIdentity())
+        return p;
+    float const* e = m.m;
+    const float x = p[0], y = p[1], z = p[2];
+    const float w = e[12] * x + e[13] * y + e[14] * z + e[15];
+    if (w == 0.0f)
+        return Point();
+    const float f = 1.0f / w;
+    return Point((e[0] * x + e[1] * y + e[2] * z + e[3]) * f, (e[4] * x + e[5] * y + e[6] * z + e[7]) * f,
+                 (e[8] * x + e[9] * y + e[10] * z + e[11]) * f);
+}
+
 }  // namespace
 
 Terrain::Terrain(unsigned int tilesX, unsigned int tilesY)
@@ -100,7 +115,7 @@ Terrain::Tile* Terrain::getTile(Point const& point) const {
 Terrain::Tile* Terrain::getTile(PointHandle& handle) const { return handle.getTile(); }
 
 // Compares before it converts: below 0, at or beyond the size, and NaN lie outside.
-Terrain::Tile* Terrain::findTile(float localX, float localZ) const {
+inline Terrain::Tile* Terrain::findTile(float localX, float localZ) const {
     if (mTiles.size() == 0)
         return nullptr;
     if (!(localX >= 0.0f && localX < getSizeX() && localZ >= 0.0f && localZ < getSizeY()))
@@ -111,13 +126,11 @@ Terrain::Tile* Terrain::findTile(float localX, float localZ) const {
     return mTiles.get(mTilesX * y + x);
 }
 
-Dorvan::Matrix<float, 4> const& Terrain::world() const {
-    return getTransformedNode().getWorldTransformation();
+Point Terrain::getLocalPoint(Point const& point) const {
+    return transformed(getTransformedNode().getInverseWorldTransformation(), point);
 }
 
-Point Terrain::getLocalPoint(Point const& point) const {
-    return Point(getTransformedNode().getInverseWorldTransformation() * point);
-}
+Point Terrain::toWorld(Point const& local) const { return transformed(world(), local); }
 
 Terrain::PointHandle Terrain::getPointHandle(Point const& point) const {
     Point local = getLocalPoint(point);
@@ -142,14 +155,14 @@ Point Terrain::getSurfacePoint(PointHandle& handle) const {
 }
 
 Point Terrain::getSurfacePoint(Point const& point) const {
-    Point local = getLocalPoint(point);
+    Point local = transformed(getTransformedNode().getInverseWorldTransformation(), point);
     Tile* tile = findTile(local[0], local[2]);
     if (!tile)
         return Point(0.0f, -1.0f, 0.0f);
     float u = std::max(local[0] * mInverseTileSize - float(tile->getPosX()), 0.0f);
     float v = std::max(local[2] * mInverseTileSize - float(tile->getPosY()), 0.0f);
     local[1] = tile->getHeight(u, v);
-    return Point(world() * local);
+    return transformed(world(), local);
 }
 
 Dorvan::TVector<float, 3> Terrain::getNormal(PointHandle& handle, bool smooth) const {

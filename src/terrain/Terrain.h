@@ -103,7 +103,8 @@ public:
 private:
     Tile* findTile(float localX, float localZ) const;
     void deleteNodes();
-    Dorvan::Matrix<float, 4> const& world() const;
+    Dorvan::Matrix<float, 4> const& world() const { return getTransformedNode().getWorldTransformation(); }
+    Point toWorld(Point const& local) const;
 
     Dorvan::SharedPtr<Material> mDefaultMaterial;
     unsigned int mTilesX;

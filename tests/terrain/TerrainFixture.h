@@ -30,8 +30,10 @@ SharedPtr<Velun::TextureSource> makeImage(unsigned int width, unsigned int heigh
     else if (channels == 3)
         info.setColorFormat(Velun::Color::Rgb);
     Dorvan::CowMemPtr<void> data;
-    data.alloc(values.size() * sizeof(T));
-    std::memcpy(data.get(), values.data(), values.size() * sizeof(T));
+    if (!values.empty()) {
+        data.alloc(values.size() * sizeof(T));
+        std::memcpy(data.get(), values.data(), values.size() * sizeof(T));
+    }
     return SharedPtr<Velun::TextureSource>(new Velun::TextureData(info, data));
 }
 
