@@ -300,8 +300,9 @@ void Hud::setText(const std::vector<std::string>& lines) {
     mText.setGeometry(makeColoredQuads(layOut(lines), Color(0.95f, 0.95f, 0.85f)), 0);
 }
 
-FrameMonitor::FrameMonitor(int frames, const std::string& screenshots, RenderWindow& window, Hud& hud)
-    : mFrameLimit(frames), mScreenshots(screenshots), mWindow(window), mHud(hud),
+FrameMonitor::FrameMonitor(int frames, const std::string& screenshots, RenderWindow& window, Hud& hud,
+                           std::function<unsigned int()> particles)
+    : mFrameLimit(frames), mScreenshots(screenshots), mWindow(window), mHud(hud), mParticles(std::move(particles)),
       mCounter(VelunCore::getSingleton().getTimerManager().createHighresCounter()) {
     if (!screenshots.empty() && frames > 0)
         for (int i = 1; i <= 3; ++i)
@@ -321,7 +322,7 @@ int FrameMonitor::run(std::int64_t) {
             char frame[32];
             std::snprintf(frame, sizeof frame, "FRAME %.1f MS", ms);
             mHud.setText({frame, "DRAWS " + std::to_string(mWindow.getDrawCallCount()),
-                          "PARTICLES " + std::to_string(mParticles), mStatus});
+                          "PARTICLES " + std::to_string(mParticles()), mStatus});
         }
     }
     ++mFrames;

@@ -17,6 +17,7 @@
 #include <string>
 
 #include "Controls.h"
+#include "Effects.h"
 #include "Hud.h"
 #include "Scene.h"
 #include "Valley.h"
@@ -126,6 +127,42 @@ SharedPtr<RenderTarget> layout(SharedPtr<Camera> main, SharedPtr<Camera> chase) 
     return target;
 }
 
+// Steers the main camera through three views in a run of a fixed number of frames, so
+// that the screenshots show the whole valley, the jeep close up and the campfire.
+class Tour : public Process {
+public:
+    Tour(int frames, Orbit& orbit, Transformation& eye, Jeep& jeep, const Point& campfire)
+        : mFrames(frames), mOrbit(orbit), mEye(eye), mJeep(jeep), mCampfire(campfire) {}
+
+    int run(std::int64_t) override {
+        int phase = mFrames > 0 ? 3 * mFrame++ / mFrames : 0;
+        if (phase == 0) {
+            mOrbit.target = Point(0.0f, 2.0f, 4.0f);
+            mOrbit.distance = 46.0f;
+            mOrbit.pitch = 0.62f;
+        } else if (phase == 1) {
+            const Dorvan::Matrix<float, 4>& jeep = mJeep.getPlace().getLocalTransformation();
+            mOrbit.target = Point(jeep(0, 3), jeep(1, 3) + 1.0f, jeep(2, 3));
+            mOrbit.distance = 9.0f;
+            mOrbit.pitch = 0.35f;
+        } else {
+            mOrbit.target = Point(mCampfire[0], mCampfire[1] + 1.5f, mCampfire[2]);
+            mOrbit.distance = 13.0f;
+            mOrbit.pitch = 0.3f;
+        }
+        mOrbit.apply(mEye);
+        return 0;
+    }
+
+private:
+    int mFrames;
+    int mFrame = 0;
+    Orbit& mOrbit;
+    Transformation& mEye;
+    Jeep& mJeep;
+    Point mCampfire;
+};
+
 int runWorld(const Options& options, RenderWindow& window) {
     VelunCore& core = VelunCore::getSingleton();
     Nodes nodes;
@@ -134,17 +171,26 @@ int runWorld(const Options& options, RenderWindow& window) {
     Branch& root = *scene.getRoot();
 
     Valley valley(nodes, root);
-    Vehicles vehicles(nodes, root);
+    Camp camp(nodes, root, valley);
+    Jeep jeep(nodes, root, valley);
+    Floaters floaters(nodes, root, valley);
+    Effects effects(nodes, root, jeep, camp.getCampfire());
     Hud hud(nodes, overlay);
 
     Orbit orbit;
+    orbit.maxDistance = 60.0f;
     TransformationNode& eye = place(nodes, root, 0, 0, 0);
-    orbit.apply(eye);
-    window.attachRenderTarget(layout(camera(eye, &overlay), chaseCamera(nodes, root, *vehicles.track)));
+    Tour tour(options.frames, orbit, eye, jeep, camp.getCampfire());
+    tour.run(0);
+    window.attachRenderTarget(layout(camera(eye, &overlay), chaseCamera(nodes, root, jeep.getPlace())));
 
     Steps steps;
-    FrameMonitor monitor(options.frames, options.screenshots, window, hud);
-    steps.add(monitor);
+    FrameMonitor monitor(options.frames, options.screenshots, window, hud,
+                         [&effects] { return effects.getParticleCount(); });
+    for (Process* step : std::initializer_list<Process*>{&jeep, &floaters, &effects, &monitor})
+        steps.add(*step);
+    if (options.frames > 0)
+        steps.add(tour);
     core.getProcessManager().registerSubsystem(steps, -1);
     Controls controls(orbit, eye, nullptr);
     core.getInputManager().registerInputProcessor(controls);
@@ -154,7 +200,7 @@ int runWorld(const Options& options, RenderWindow& window) {
 
     window.detachRenderTarget();
     core.getInputManager().unregisterInputProcessor(controls);
-    return vehicles.complete ? 0 : 1;
+    return jeep.isLoaded() && floaters.isLoaded() ? 0 : 1;
 }
 
 }  // namespace
