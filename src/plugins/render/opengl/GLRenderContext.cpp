@@ -324,7 +324,7 @@ bool GLRenderContext::updateIndexBuffer(IndexDataSet& set, std::int64_t stamp) {
     }
     GLenum const code = glGetError();
     if (code != GL_NO_ERROR) {
-        logGLError("GL Error while loading index buffer: ", code);
+        logGLError("glrendercontext", "GL Error while loading index buffer: ", code);
         // The next draw starts again from a fresh name rather than a half-loaded one.
         releaseBuffers(&ids->mBufferId, 1);
         ids->mBufferId = 0;
