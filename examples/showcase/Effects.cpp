@@ -54,13 +54,13 @@ Effects::Effects(Nodes& nodes, Branch& root, Jeep& jeep, const Point& campfire)
     drift->setExtForce(TVector<float, 3>(0.2f, 0.5f, 0.1f));
     mDust.setEmitter(mDustEmitter);
     mDust.setForceModel(drift);
-    show(nodes, root, mDust, Color(0.72f, 0.60f, 0.44f, 0.55f), 14.0f);
+    show(nodes, root, mDust, Color(0.76f, 0.64f, 0.47f, 0.6f), 18.0f);
 
     // Sparks: fast, short-lived and pulled back down.
     SharedPtr<PointEmitter> fire(new PointEmitter());
     fire->setCenter(TVector<float, 3>(campfire[0], campfire[1] + 0.2f, campfire[2]));
-    fire->setInitialVelocity(TVector<float, 3>(0.0f, 4.0f, 0.0f));
-    fire->setPointsPerSecond(160.0f);
+    fire->setInitialVelocity(TVector<float, 3>(0.0f, 5.0f, 0.0f));
+    fire->setPointsPerSecond(220.0f);
     fire->setPointAge(700, 1500);
     fire->setUseRandomForce(true);
     fire->setRandomForce(1.2f, 2.5f, 1.2f);
@@ -69,7 +69,7 @@ Effects::Effects(Nodes& nodes, Branch& root, Jeep& jeep, const Point& campfire)
     gravity->setExtForce(TVector<float, 3>(0.0f, -3.0f, 0.0f));
     mSparks.setEmitter(fire);
     mSparks.setForceModel(gravity);
-    show(nodes, root, mSparks, Color(1.0f, 0.72f, 0.18f, 1.0f), 5.0f);
+    show(nodes, root, mSparks, Color(1.0f, 0.72f, 0.18f, 1.0f), 8.0f);
 
     for (ParticleEngine* engine : {&mDust, &mSparks}) {
         engine->initialize();

@@ -233,7 +233,7 @@ const std::map<char, const char*>& font() {
 }
 
 // One cell of the font in overlay units; lines start below the band's top edge.
-const float Cell = 0.0042f;
+const float Cell = 0.0036f;
 const float LineHeight = 7.5f * Cell;
 const float TextLeft = 0.03f;
 const float TextTop = 0.90f;
@@ -263,10 +263,10 @@ std::vector<Rect> layOut(const std::vector<std::string>& lines) {
 
 TransformationNode& meter(Nodes& nodes, Branch& root) {
     TransformationNode& band = place(nodes, root, 0, 0, 0);
-    shape(nodes, band, makeColoredQuad(0.0f, 0.74f, 0.36f, 1.0f, Color(0, 0, 0, 0.55f)),
+    shape(nodes, band, makeColoredQuad(0.0f, 0.78f, 0.30f, 1.0f, Color(0, 0, 0, 0.55f)),
           unlitMaterial(Color(1, 1, 1), true));
     TransformationNode& bar = place(nodes, root, 0, 0, 0.1f);
-    shape(nodes, bar, makeQuad(0.0f, 0.0f, 0.30f, 0.02f), unlitMaterial(Color(0.3f, 0.95f, 0.4f), false));
+    shape(nodes, bar, makeQuad(0.0f, 0.0f, 0.24f, 0.02f), unlitMaterial(Color(0.3f, 0.95f, 0.4f), false));
     return bar;
 }
 
@@ -302,8 +302,9 @@ void Hud::setText(const std::vector<std::string>& lines) {
 
 FrameMonitor::FrameMonitor(int frames, const std::string& screenshots, RenderWindow& window, Hud& hud,
                            std::function<unsigned int()> particles)
-    : mFrameLimit(frames), mScreenshots(screenshots), mWindow(window), mHud(hud), mParticles(std::move(particles)),
-      mCounter(VelunCore::getSingleton().getTimerManager().createHighresCounter()) {
+    : mFrameLimit(frames), mScreenshots(screenshots), mWindow(window), mHud(hud),
+      mCounter(VelunCore::getSingleton().getTimerManager().createHighresCounter()),
+      mParticles(std::move(particles)) {
     if (!screenshots.empty() && frames > 0)
         for (int i = 1; i <= 3; ++i)
             mShotFrames.push_back(std::max(1, frames * i / 3));

@@ -63,17 +63,6 @@ SharedPtr<Geometry> makeFaces(const std::vector<Face>& faces, const BoundingBox&
     return SharedPtr<Geometry>(geometry);
 }
 
-SharedPtr<Texture> makeTexture(int size, const std::vector<unsigned char>& rgb) {
-    return makeTexture(makeImage(size, size, Color::Rgb, [&](int x, int y, float* c) {
-        for (int i = 0; i < 3; ++i)
-            c[i] = rgb[(static_cast<size_t>(y) * size + x) * 3 + i] / 255.0f;
-    }));
-}
-
-unsigned char toByte(float v) {
-    return static_cast<unsigned char>(std::lround(std::fmin(1.0f, std::fmax(0.0f, v)) * 255));
-}
-
 }  // namespace
 
 SharedPtr<TextureSource> makeImage(int width, int height, Color::Format format,
@@ -176,39 +165,18 @@ SharedPtr<Geometry> makeBox(float hx, float hy, float hz, bool inside) {
     return makeFaces(faces, BoundingBox(Point(-hx, -hy, -hz), Point(hx, hy, hz)));
 }
 
-SharedPtr<Texture> makeCheckerTexture(int size, int cells, Color a, Color b) {
-    std::vector<unsigned char> rgb(static_cast<size_t>(size) * size * 3);
-    int cell = size / cells;
-    for (int y = 0; y < size; ++y)
-        for (int x = 0; x < size; ++x) {
-            const Color& c = ((x / cell + y / cell) % 2) ? a : b;
-            // A little grain, so the ground does not look like plastic.
-            float grain = 0.92f + 0.08f * static_cast<float>((x * 7919 + y * 104729) % 97) / 96.0f;
-            unsigned char* p = &rgb[(static_cast<size_t>(y) * size + x) * 3];
-            p[0] = toByte(c.r * grain);
-            p[1] = toByte(c.g * grain);
-            p[2] = toByte(c.b * grain);
-        }
-    return makeTexture(size, rgb);
-}
-
 SharedPtr<Texture> makeCrateTexture(int size) {
-    std::vector<unsigned char> rgb(static_cast<size_t>(size) * size * 3);
-    int border = size / 10;
-    int plank = size / 5;
-    for (int y = 0; y < size; ++y)
-        for (int x = 0; x < size; ++x) {
-            bool frame = x < border || y < border || x >= size - border || y >= size - border;
-            bool seam = (y % plank) < 2;
-            float wood = 0.85f + 0.15f * std::sin(static_cast<float>(x) * 0.35f +
-                                                  static_cast<float>(y / plank) * 2.0f);
-            float shade = frame ? 0.55f : (seam ? 0.45f : wood);
-            unsigned char* p = &rgb[(static_cast<size_t>(y) * size + x) * 3];
-            p[0] = toByte(0.72f * shade);
-            p[1] = toByte(0.50f * shade);
-            p[2] = toByte(0.28f * shade);
-        }
-    return makeTexture(size, rgb);
+    const int border = size / 10, plank = size / 5;
+    return makeTexture(makeImage(size, size, Color::Rgb, [=](int x, int y, float* c) {
+        bool frame = x < border || y < border || x >= size - border || y >= size - border;
+        bool seam = (y % plank) < 2;
+        float wood =
+            0.85f + 0.15f * std::sin(static_cast<float>(x) * 0.35f + static_cast<float>(y / plank) * 2.0f);
+        float shade = frame ? 0.55f : (seam ? 0.45f : wood);
+        c[0] = 0.72f * shade;
+        c[1] = 0.50f * shade;
+        c[2] = 0.28f * shade;
+    }));
 }
 
 }  // namespace Showcase

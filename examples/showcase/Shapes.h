@@ -38,18 +38,15 @@ Dorvan::SharedPtr<Velun::Geometry> makeBox(float hx, float hy, float hz, bool in
 
 // An image painted pixel by pixel: `paint` writes the channels of the format (0 to 1)
 // for pixel (x, y), row 0 at the top. Bytes, or 16-bit channels with `sixteenBits`.
-Dorvan::SharedPtr<Velun::TextureSource> makeImage(int width, int height, Velun::Color::Format format,
-                                                  const std::function<void(int x, int y, float* channels)>& paint,
-                                                  bool sixteenBits = false);
+Dorvan::SharedPtr<Velun::TextureSource>
+makeImage(int width, int height, Velun::Color::Format format,
+          const std::function<void(int x, int y, float* channels)>& paint, bool sixteenBits = false);
 
 // A repeating, mipmapped texture over an image.
 Dorvan::SharedPtr<Velun::Texture> makeTexture(Dorvan::SharedPtr<Velun::TextureSource> image);
 
 // A hash of (x, y, seed) from 0 to 1: grain for procedural textures.
 float grain(int x, int y, int seed);
-
-// A size x size checkerboard of cells x cells squares, mipmapped, repeating.
-Dorvan::SharedPtr<Velun::Texture> makeCheckerTexture(int size, int cells, Velun::Color a, Velun::Color b);
 
 // Wooden planks with a dark frame, for crates.
 Dorvan::SharedPtr<Velun::Texture> makeCrateTexture(int size);

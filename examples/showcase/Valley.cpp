@@ -38,7 +38,8 @@ float riverDistance(float x, float z) { return std::fabs(z - Valley::riverZ(x));
 // The ground: a flat bank along a channel, rising into rolling hills.
 float groundHeight(float x, float z) {
     float d = riverDistance(x, z);
-    float hills = 6.5f + 3.5f * std::sin(x / 9.0f) * std::cos(z / 11.0f) + 2.0f * std::sin((x + 2.0f * z) / 7.0f);
+    float hills =
+        6.5f + 3.5f * std::sin(x / 9.0f) * std::cos(z / 11.0f) + 2.0f * std::sin((x + 2.0f * z) / 7.0f);
     float h = Bank + smoothstep(3.0f, 26.0f, d) * (hills - 1.0f);
     if (d < 5.0f)
         h -= 1.4f * (1.0f - d / 5.0f) * (1.0f - d / 5.0f);
@@ -109,8 +110,6 @@ Valley::Valley(Nodes& nodes, Branch& root)
     sun.rotateY(std::atan2(-Sun[0], -Sun[2]), true);
     sun.rotateX(-std::asin(Sun[1]), true);
     light(nodes, sun, Light::Directional, Color(0.95f, 0.90f, 0.78f));
-    TransformationNode& lamp = place(nodes, root, -6.0f, 6.0f, riverZ(-6.0f) + 9.0f);
-    light(nodes, lamp, Light::PointLight, Color(1.0f, 0.55f, 0.2f)).setLinearAttenuation(0.12f);
 }
 
 void Valley::buildTerrain() {
@@ -133,33 +132,37 @@ void Valley::paintTile(Terrain::Tile& tile) {
 
     TilePixels heights(tile, MapSize);
     tile.setMaxHeight(MaxHeight);
-    tile.load(makeImage(
-                  MapSize, MapSize, Color::Luminance,
-                  [&](int x, int y, float* c) { c[0] = groundHeight(heights.x(x), heights.z(y)) / MaxHeight; },
-                  true),
-              0, 0);
+    tile.load(
+        makeImage(
+            MapSize, MapSize, Color::Luminance,
+            [&](int x, int y, float* c) { c[0] = groundHeight(heights.x(x), heights.z(y)) / MaxHeight; },
+            true),
+        0, 0);
 
     TilePixels masks(tile, MaskSize);
     tile.setBaseMap(earth, 6.0f);
-    tile.addTextureLayer(grass, mask(masks, [](float x, float z) {
-                             return smoothstep(4.0f, 7.0f, riverDistance(x, z)) *
-                                    (1.0f - smoothstep(8.0f, 11.0f, groundHeight(x, z)));
-                         }),
+    tile.addTextureLayer(grass,
+                         mask(masks,
+                              [](float x, float z) {
+                                  return smoothstep(4.0f, 7.0f, riverDistance(x, z)) *
+                                         (1.0f - smoothstep(8.0f, 11.0f, groundHeight(x, z)));
+                              }),
                          4.0f);
-    tile.addTextureLayer(sand, mask(masks, [](float x, float z) {
-                             return 1.0f - smoothstep(4.0f, 6.5f, riverDistance(x, z));
-                         }),
-                         3.0f);
+    tile.addTextureLayer(
+        sand,
+        mask(masks, [](float x, float z) { return 1.0f - smoothstep(4.0f, 6.5f, riverDistance(x, z)); }),
+        3.0f);
     // Rock where the slope map says the ground is steep.
     SharedPtr<TextureSource> slopes = tile.getSlopeMap();
     const TextureInfo& slopeInfo = slopes->getTextureInfo();
-    tile.addTextureLayer(rock,
-                         makeImage(slopeInfo.getWidth(), slopeInfo.getHeight(), Color::Luminance,
-                                   [&](int x, int y, float* c) {
-                                       float up = *static_cast<const unsigned char*>(slopes->getPixel(x, y, 0)) / 255.0f;
-                                       c[0] = smoothstep(0.93f, 0.80f, up);
-                                   }),
-                         5.0f);
+    tile.addTextureLayer(
+        rock,
+        makeImage(slopeInfo.getWidth(), slopeInfo.getHeight(), Color::Luminance,
+                  [&](int x, int y, float* c) {
+                      float up = *static_cast<const unsigned char*>(slopes->getPixel(x, y, 0)) / 255.0f;
+                      c[0] = smoothstep(0.93f, 0.80f, up);
+                  }),
+        5.0f);
     tile.setLightMap(mask(masks, bakedLight), 1.0f, 0.0f);
 }
 
@@ -182,13 +185,18 @@ void Valley::buildRiver() {
 
 Camp::Camp(Nodes& nodes, Branch& root, Valley& valley) {
     const float x = 6.0f;
-    mCampfire = valley.getTerrain().getSurfacePoint(Point(x, 0.0f, riverZ(x) - 9.0f));
+    mCampfire = valley.getTerrain().getSurfacePoint(Point(x, 0.0f, Valley::riverZ(x) - 9.0f));
     SharedPtr<Geometry> crate = makeBox(0.8f, 0.8f, 0.8f);
     SharedPtr<Material> wood = texturedMaterial(makeCrateTexture(128));
     // Offsets from the fire; the third crate sits on the first two.
-    const float crates[][3] = {{-3.0f, 0.0f, -1.5f}, {-3.2f, 0.0f, 0.2f}, {-3.1f, 1.6f, -0.6f}, {2.5f, 0.0f, -2.0f}};
+    const float crates[][3] = {
+        {-3.0f, 0.0f, -1.5f}, {-3.2f, 0.0f, 0.2f}, {-3.1f, 1.6f, -0.6f}, {2.5f, 0.0f, -2.0f}};
+    // The fire's glow.
+    TransformationNode& glow = place(nodes, root, mCampfire[0], mCampfire[1] + 1.5f, mCampfire[2]);
+    light(nodes, glow, Light::PointLight, Color(1.0f, 0.55f, 0.2f)).setLinearAttenuation(0.25f);
     for (const float* c : crates) {
-        Point ground = valley.getTerrain().getSurfacePoint(Point(mCampfire[0] + c[0], 0.0f, mCampfire[2] + c[2]));
+        Point ground =
+            valley.getTerrain().getSurfacePoint(Point(mCampfire[0] + c[0], 0.0f, mCampfire[2] + c[2]));
         shape(nodes, place(nodes, root, ground[0], ground[1] + 0.75f + c[1], ground[2]), crate, wood);
     }
 }

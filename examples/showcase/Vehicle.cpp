@@ -37,8 +37,8 @@ TVector<float, 3> cross(const TVector<float, 3>& a, const TVector<float, 3>& b) 
 Dorvan::Matrix<float, 4> standing(const Point& position, TVector<float, 3> up, TVector<float, 3> forward,
                                   float scale) {
     float along = forward[0] * up[0] + forward[1] * up[1] + forward[2] * up[2];
-    TVector<float, 3> ahead =
-        normalized(TVector<float, 3>(forward[0] - along * up[0], forward[1] - along * up[1], forward[2] - along * up[2]));
+    TVector<float, 3> ahead = normalized(TVector<float, 3>(
+        forward[0] - along * up[0], forward[1] - along * up[1], forward[2] - along * up[2]));
     TVector<float, 3> right = cross(ahead, up);
     Dorvan::Matrix<float, 4> m = Dorvan::Matrix<float, 4>::identity();
     for (int row = 0; row < 3; ++row) {
@@ -96,7 +96,9 @@ Floaters::Floaters(Nodes& nodes, Branch& root, Valley& valley)
     restart();
 }
 
-void Floaters::restart() { mPosition = Point(-Valley::HalfSize + 3.0f, 0.0f, Valley::riverZ(-Valley::HalfSize + 3.0f)); }
+void Floaters::restart() {
+    mPosition = Point(-Valley::HalfSize + 3.0f, 0.0f, Valley::riverZ(-Valley::HalfSize + 3.0f));
+}
 
 int Floaters::run(std::int64_t timestamp) {
     float dt = seconds(mLastTime, timestamp);
@@ -106,7 +108,8 @@ int Floaters::run(std::int64_t timestamp) {
     mPosition[0] += flow[0] * dt;
     // The current keeps them near the middle, where it runs fastest.
     mPosition[2] += flow[2] * dt + (Valley::riverZ(mPosition[0]) - mPosition[2]) * 0.5f * dt;
-    Point surface = mValley.getRiver().getSurfacePoint(Point(mPosition[0], Valley::waterLevel(), mPosition[2]));
+    Point surface =
+        mValley.getRiver().getSurfacePoint(Point(mPosition[0], Valley::waterLevel(), mPosition[2]));
     mPlace.reset();
     mPlace.translate(surface[0], surface[1] + FloatHeight, surface[2], false);
     return 0;

@@ -128,37 +128,41 @@ SharedPtr<RenderTarget> layout(SharedPtr<Camera> main, SharedPtr<Camera> chase) 
 }
 
 // Steers the main camera through three views in a run of a fixed number of frames, so
-// that the screenshots show the whole valley, the jeep close up and the campfire.
+// that the screenshots show the whole valley, the jeep close up and the campfire. The
+// eye stays above the ground.
 class Tour : public Process {
 public:
-    Tour(int frames, Orbit& orbit, Transformation& eye, Jeep& jeep, const Point& campfire)
-        : mFrames(frames), mOrbit(orbit), mEye(eye), mJeep(jeep), mCampfire(campfire) {}
+    Tour(int frames, Orbit& orbit, Transformation& eye, Valley& valley, Jeep& jeep, const Point& campfire)
+        : mFrames(frames), mOrbit(orbit), mEye(eye), mValley(valley), mJeep(jeep), mCampfire(campfire) {}
 
     int run(std::int64_t) override {
         int phase = mFrames > 0 ? 3 * mFrame++ / mFrames : 0;
         if (phase == 0) {
-            mOrbit.target = Point(0.0f, 2.0f, 4.0f);
-            mOrbit.distance = 46.0f;
-            mOrbit.pitch = 0.62f;
+            look(Point(0.0f, 2.0f, 4.0f), 24.0f, 0.9f);
         } else if (phase == 1) {
             const Dorvan::Matrix<float, 4>& jeep = mJeep.getPlace().getLocalTransformation();
-            mOrbit.target = Point(jeep(0, 3), jeep(1, 3) + 1.0f, jeep(2, 3));
-            mOrbit.distance = 9.0f;
-            mOrbit.pitch = 0.35f;
+            look(Point(jeep(0, 3), jeep(1, 3) + 1.0f, jeep(2, 3)), 9.0f, 0.35f);
         } else {
-            mOrbit.target = Point(mCampfire[0], mCampfire[1] + 1.5f, mCampfire[2]);
-            mOrbit.distance = 13.0f;
-            mOrbit.pitch = 0.3f;
+            look(Point(mCampfire[0], mCampfire[1] + 1.5f, mCampfire[2]), 13.0f, 0.3f);
         }
-        mOrbit.apply(mEye);
         return 0;
     }
 
 private:
+    void look(const Point& target, float distance, float pitch) {
+        mOrbit.target = target;
+        mOrbit.distance = distance;
+        mOrbit.pitch = pitch;
+        for (int i = 0; i < 12 && mValley.getTerrain().getDistance(mOrbit.eye()) < 1.5f; ++i)
+            mOrbit.pitch += 0.1f;
+        mOrbit.apply(mEye);
+    }
+
     int mFrames;
     int mFrame = 0;
     Orbit& mOrbit;
     Transformation& mEye;
+    Valley& mValley;
     Jeep& mJeep;
     Point mCampfire;
 };
@@ -171,6 +175,8 @@ int runWorld(const Options& options, RenderWindow& window) {
     Branch& root = *scene.getRoot();
 
     Valley valley(nodes, root);
+    // What stands on the ground asks the terrain, whose world placement the update pass sets.
+    scene.getUpdateTraverser()->run(0);
     Camp camp(nodes, root, valley);
     Jeep jeep(nodes, root, valley);
     Floaters floaters(nodes, root, valley);
@@ -180,7 +186,7 @@ int runWorld(const Options& options, RenderWindow& window) {
     Orbit orbit;
     orbit.maxDistance = 60.0f;
     TransformationNode& eye = place(nodes, root, 0, 0, 0);
-    Tour tour(options.frames, orbit, eye, jeep, camp.getCampfire());
+    Tour tour(options.frames, orbit, eye, valley, jeep, camp.getCampfire());
     tour.run(0);
     window.attachRenderTarget(layout(camera(eye, &overlay), chaseCamera(nodes, root, jeep.getPlace())));
 
