@@ -1,6 +1,7 @@
 #include "Hud.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <iostream>
 #include <map>
@@ -243,7 +244,8 @@ std::vector<Rect> layOut(const std::vector<std::string>& lines) {
     for (size_t line = 0; line < lines.size(); ++line) {
         float top = TextTop - static_cast<float>(line) * LineHeight;
         for (size_t column = 0; column < lines[line].size(); ++column) {
-            auto glyph = font().find(lines[line][column]);
+            auto glyph =
+                font().find(static_cast<char>(std::toupper(static_cast<unsigned char>(lines[line][column]))));
             if (glyph == font().end())
                 continue;
             float left = TextLeft + static_cast<float>(column) * 4.0f * Cell * 0.75f;

@@ -18,7 +18,7 @@ public:
 
     // A full bar is 50 ms, a frame at 20 frames per second.
     void setFrameTime(double milliseconds);
-    // Upper case letters, digits and . : - ( ) , are drawn; other characters leave a gap.
+    // Letters (shown in upper case), digits and . : - ( ) , are drawn; others leave a gap.
     void setText(const std::vector<std::string>& lines);
 
 private:

@@ -183,7 +183,8 @@ void Valley::buildRiver() {
     mRiver.setTerrain(mTerrain);
 }
 
-Camp::Camp(Nodes& nodes, Branch& root, Valley& valley) {
+Camp::Camp(Nodes& nodes, Branch& root, Valley& valley) : mCrates(nodes.keep(new Branch())) {
+    root.attachChild(mCrates);
     const float x = 6.0f;
     mCampfire = valley.getTerrain().getSurfacePoint(Point(x, 0.0f, Valley::riverZ(x) - 9.0f));
     SharedPtr<Geometry> crate = makeBox(0.8f, 0.8f, 0.8f);
@@ -197,7 +198,7 @@ Camp::Camp(Nodes& nodes, Branch& root, Valley& valley) {
     for (const float* c : crates) {
         Point ground =
             valley.getTerrain().getSurfacePoint(Point(mCampfire[0] + c[0], 0.0f, mCampfire[2] + c[2]));
-        shape(nodes, place(nodes, root, ground[0], ground[1] + 0.75f + c[1], ground[2]), crate, wood);
+        shape(nodes, place(nodes, mCrates, ground[0], ground[1] + 0.75f + c[1], ground[2]), crate, wood);
     }
 }
 

@@ -3,7 +3,7 @@
 // The valley the showcase drives through: a terrain of 4 x 4 tiles whose height maps
 // are painted from one height function (a river channel winding between hills), with
 // a base map, grass, sand and rock layers and a light map; a river of `Water` along
-// the channel; the sky, the sun and a lamp.
+// the channel; the sky and the sun.
 
 #include "Scene.h"
 
@@ -38,9 +38,12 @@ public:
     Camp(Nodes& nodes, Velun::Branch& root, Valley& valley);
     // On the ground, in world coordinates.
     const Velun::Point& getCampfire() const { return mCampfire; }
+    // The crates hang below it.
+    Velun::Branch& getCrates() { return mCrates; }
 
 private:
     Velun::Point mCampfire;
+    Velun::Branch& mCrates;
 };
 
 }  // namespace Showcase

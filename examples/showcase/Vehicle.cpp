@@ -53,7 +53,9 @@ Dorvan::Matrix<float, 4> standing(const Point& position, TVector<float, 3> up, T
 }  // namespace
 
 Jeep::Jeep(Nodes& nodes, Branch& root, Valley& valley)
-    : mValley(valley), mPlace(place(nodes, root, 0, 0, 0)), mModel(model(nodes, mPlace, "jeep1.ms3d")) {
+    : mValley(valley), mPlace(place(nodes, root, 0, 0, 0)), mBody(nodes.keep(new Branch())),
+      mModel(model(nodes, mBody, "jeep1.ms3d")) {
+    mPlace.setChild(mBody);
     standOnGround();
 }
 

@@ -15,6 +15,8 @@ public:
 
     // The node the jeep stands on: the chase camera and the engine sound follow it.
     Velun::TransformationNode& getPlace() { return mPlace; }
+    // What rides with the jeep hangs here.
+    Velun::Branch& getBody() { return mBody; }
     // Between the rear wheels, in world coordinates: where the dust rises.
     Velun::Point getRearWheels() const;
     bool isLoaded() const { return mModel != nullptr; }
@@ -27,6 +29,7 @@ private:
 
     Valley& mValley;
     Velun::TransformationNode& mPlace;
+    Velun::Branch& mBody;
     Velun::ObjectNode* mModel;
     float mPathTime = 0.0f;  // radians around the loop
     std::int64_t mLastTime = -1;
@@ -37,6 +40,7 @@ public:
     Floaters(Nodes& nodes, Velun::Branch& root, Valley& valley);
 
     bool isLoaded() const { return mModel != nullptr; }
+    Velun::TransformationNode& getPlace() { return mPlace; }
     int run(std::int64_t timestamp) override;
 
 private:
