@@ -19,10 +19,11 @@ corpus="$build/fuzz-corpus"
 rm -rf "$corpus"
 mkdir -p "$corpus/ms3d" "$corpus/image"
 cp "$root"/fuzz/seeds/ms3d/*.ms3d "$root"/tests/data/models/*.ms3d "$corpus/ms3d/"
-# The image target reads a type byte first: 0 png, 1 jpg, 2 tga, 3 bmp.
-types=(png jpg tga bmp)
+# The image target reads a type byte first: 0 png, 1 jpg, 2 tga, 3 bmp, 4 dds.
+types=(png jpg tga bmp dds)
 for i in "${!types[@]}"; do
-  for file in "$root"/tests/data/images/*."${types[$i]}" "$root"/tests/data/textures/*."${types[$i]}"; do
+  for file in "$root"/tests/data/images/*."${types[$i]}" "$root"/tests/data/textures/*."${types[$i]}" \
+      "$root"/fuzz/seeds/image/*."${types[$i]}"; do
     [ -e "$file" ] || continue
     { printf "\\x0$i"; cat "$file"; } > "$corpus/image/$(basename "$file")"
   done

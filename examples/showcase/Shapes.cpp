@@ -105,8 +105,18 @@ SharedPtr<Geometry> makeQuad(float x0, float y0, float x1, float y1, float uvSca
 }
 
 SharedPtr<Geometry> makeColoredQuad(float x0, float y0, float x1, float y1, Color color) {
-    Face face = {{{x0, y0, 0}, {x1, y0, 0}, {x1, y1, 0}, {x0, y1, 0}}, {0, 0, 1}};
-    return makeFaces({face}, BoundingBox(Point(x0, y0, -0.01f), Point(x1, y1, 0.01f)), &color);
+    return makeColoredQuads({{x0, y0, x1, y1}}, color);
+}
+
+SharedPtr<Geometry> makeColoredQuads(const std::vector<Rect>& rects, Color color) {
+    std::vector<Face> faces;
+    BoundingBox box;
+    for (const Rect& r : rects) {
+        faces.push_back({{{r.x0, r.y0, 0}, {r.x1, r.y0, 0}, {r.x1, r.y1, 0}, {r.x0, r.y1, 0}}, {0, 0, 1}});
+        box.merge(Point(r.x0, r.y0, -0.01f));
+        box.merge(Point(r.x1, r.y1, 0.01f));
+    }
+    return makeFaces(faces, box, &color);
 }
 
 SharedPtr<Geometry> makeBox(float hx, float hy, float hz, bool inside) {

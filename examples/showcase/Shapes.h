@@ -3,6 +3,8 @@
 // Geometry and textures that the showcase builds in code: a ground plane, boxes and
 // procedural textures. Everything goes through the engine's public data classes.
 
+#include <vector>
+
 #include "foundation/SharedPtr.h"
 #include "geometry/Geometry.h"
 #include "scene/Color.h"
@@ -21,6 +23,12 @@ Dorvan::SharedPtr<Velun::Geometry> makeQuad(float x0, float y0, float x1, float 
 // surfaces that are not lit, whose alpha then comes from the vertices.
 Dorvan::SharedPtr<Velun::Geometry> makeColoredQuad(float x0, float y0, float x1, float y1,
                                                    Velun::Color color);
+
+// Many such quads in one geometry, all of one colour: for text and marks on the HUD.
+struct Rect {
+    float x0, y0, x1, y1;
+};
+Dorvan::SharedPtr<Velun::Geometry> makeColoredQuads(const std::vector<Rect>& rects, Velun::Color color);
 
 // A box of half extents (hx, hy, hz) around the origin, each face textured 0..1. With
 // `inside` its faces look inwards, as a room or a sky box seen from within.

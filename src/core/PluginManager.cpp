@@ -5,6 +5,7 @@
 #include "plugins/loader/ms3d/Ms3dPlugin.h"
 #include "plugins/render/opengl/GLRenderPlugin.h"
 #include "plugins/sdl/SDLPlugin.h"
+#include "plugins/sound/fmod/FmodPlugin.h"
 
 namespace Velun {
 
@@ -25,6 +26,7 @@ Plugin* (*const kPluginFactories[])() = {
     &createPlugin<SDLPlugin>,
     &createPlugin<DevILPlugin>,
     &createPlugin<Ms3dPlugin>,
+    &createPlugin<FmodPlugin>,
 };
 
 }  // namespace

@@ -142,6 +142,8 @@ void VertexData::initialize(int capacity, int growth) {
         allocate(mTexCoordinates, texCoordBytes());
 }
 
+void VertexData::setGrowth(int growth) { mGrowth = growth > 0 ? static_cast<unsigned int>(growth) : 0; }
+
 void VertexData::deleteData() {
     mVertices.setNull();
     mColors.setNull();
@@ -187,6 +189,12 @@ float* VertexData::writable(Dorvan::CowMemPtr<void>& array, DataType::Type type)
     return static_cast<float*>(array.get());
 }
 
+float* VertexData::getVertexArray() {
+    if (!mUseVertex || mVertexType != DataType::Float || mVertices.isNull())
+        return nullptr;
+    return static_cast<float*>(mVertices.get());
+}
+
 void VertexData::setVertex(float x, float y, float z) {
     float* data = writable(mVertices, mVertexType);
     if (!data)
@@ -224,12 +232,20 @@ void VertexData::setNormal(float x, float y, float z) {
     float* data = writable(mNormals, mNormalType);
     if (!data)
         return;
-    double length = std::sqrt(static_cast<double>(x * x + y * y + z * z));
-    float scale = 1.0f / static_cast<float>(length);
+    // In double, so that tiny components neither vanish nor overflow the scale.
+    double length =
+        std::sqrt(static_cast<double>(x) * x + static_cast<double>(y) * y + static_cast<double>(z) * z);
     float* n = data + 3 * mCurrent;
-    n[0] = x * scale;
-    n[1] = y * scale;
-    n[2] = z * scale;
+    if (!(length > 0.0) || !std::isfinite(length)) {
+        // A normal without a direction stores +z rather than NaN.
+        n[0] = 0.0f;
+        n[1] = 0.0f;
+        n[2] = 1.0f;
+        return;
+    }
+    n[0] = static_cast<float>(x / length);
+    n[1] = static_cast<float>(y / length);
+    n[2] = static_cast<float>(z / length);
 }
 
 void VertexData::setFogCoordinate(float f) {

@@ -86,12 +86,20 @@ public:
     unsigned int getCurrentVertex() const { return mCurrent; }
     unsigned int getCapacity() const { return mCapacity; }
     unsigned int getGrowth() const { return mGrowth; }
+    // Vertices added per growth from now on (at least one); an owner that appends many
+    // vertices raises it with the capacity, so filling costs amortised constant time.
+    void setGrowth(int growth);
+
+    // The position array for bulk writes (getNumVertex floats per vertex, detached from
+    // copies), or null when positions are not floats in use. Valid until the next
+    // addVertex or initialize.
+    float* getVertexArray();
 
     void setVertex(float x, float y, float z);
     void setColor(float r, float g, float b, float a);
     void setColor(const Color& color);
     void setSecondaryColor(float r, float g, float b);
-    // Stored normalised.
+    // Stored normalised; a zero-length or non-finite normal is stored as (0, 0, 1).
     void setNormal(float x, float y, float z);
     void setFogCoordinate(float f);
     void setTexCoordinate(float u, float v, unsigned int layer);

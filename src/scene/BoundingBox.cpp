@@ -17,8 +17,22 @@ Point BoundingBox::getCorner(int i) const {
     return Point(i & 4 ? mMax[0] : mMin[0], i & 2 ? mMax[1] : mMin[1], i & 1 ? mMax[2] : mMin[2]);
 }
 
-int BoundingBox::intersects(BoundingVolume const&, Dorvan::Matrix<float, 4> const&) const {
-    return mState == StateEmpty ? -1 : 1;
+int BoundingBox::intersects(BoundingVolume const& other, Dorvan::Matrix<float, 4> const& otherToThis) const {
+    if (mState == StateEmpty)
+        return -1;
+    if (other.getVolumeType() != VolumeBox)
+        return 1;
+    BoundingBox const& box = static_cast<BoundingBox const&>(other);
+    if (box.mState == StateEmpty)
+        return -1;
+    if (mState == StateInfinite)
+        return 1;
+    if (box.mState == StateInfinite)
+        return 0;
+    // The box around other's eight corners in this box's space.
+    BoundingBox placed;
+    placed.mergeBox(box, otherToThis);
+    return overlaps(placed) ? 0 : -1;
 }
 
 int BoundingBox::intersects(BoundingVolume const& other) const {
@@ -31,11 +45,14 @@ int BoundingBox::intersects(BoundingVolume const& other) const {
         return -1;
     if (otherState == StateInfinite)
         return 0;
-    BoundingBox const& box = static_cast<BoundingBox const&>(other);
+    return overlaps(static_cast<BoundingBox const&>(other)) ? 0 : -1;
+}
+
+bool BoundingBox::overlaps(BoundingBox const& box) const {
     for (int i = 0; i < 3; ++i)
         if (box.mMax[i] < mMin[i] || box.mMin[i] > mMax[i])
-            return -1;
-    return 0;
+            return false;
+    return true;
 }
 
 // For each plane the largest and smallest distance over the corners come from the

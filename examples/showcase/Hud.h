@@ -1,0 +1,61 @@
+#pragma once
+
+// The heads-up display, drawn in the main camera's overlay (coordinates 0 to 1 across
+// the view, y up): a dark band across the top with a bar for the frame time and lines
+// of text in a small block font.
+
+#include <string>
+#include <vector>
+
+#include "Scene.h"
+
+namespace Showcase {
+
+class Hud {
+public:
+    Hud(Nodes& nodes, Velun::Overlay& overlay);
+
+    // A full bar is 50 ms, a frame at 20 frames per second.
+    void setFrameTime(double milliseconds);
+    // Upper case letters, digits and . : - ( ) , are drawn; other characters leave a gap.
+    void setText(const std::vector<std::string>& lines);
+
+private:
+    Velun::TransformationNode& mMeter;
+    Velun::GeometrySubobject& mText;
+    std::vector<std::string> mLines;
+};
+
+// Runs after the engine's subsystems in every pass: measures the frame, feeds the HUD,
+// takes the screenshots and ends a run of a fixed number of frames. At exit it prints
+// the frame statistics.
+class FrameMonitor : public Velun::Process {
+public:
+    // `frames` 0 runs until the window closes; `screenshots` empty takes none.
+    FrameMonitor(int frames, const std::string& screenshots, Velun::RenderWindow& window, Hud& hud);
+
+    // Lines shown under the frame statistics, such as what was picked last.
+    void setStatus(const std::string& line) { mStatus = line; }
+    // Live particles, counted into the HUD.
+    void setParticleCount(unsigned int count) { mParticles = count; }
+
+    int run(std::int64_t timestamp) override;
+    void printStatistics() const;
+
+private:
+    void saveScreenshot();
+
+    int mFrameLimit;
+    std::string mScreenshots;
+    Velun::RenderWindow& mWindow;
+    Hud& mHud;
+    Dorvan::SharedPtr<Velun::Counter> mCounter;
+    std::vector<int> mShotFrames;
+    std::vector<double> mFrameTimes;
+    std::string mStatus;
+    unsigned int mParticles = 0;
+    int mFrames = 0;
+    int mShots = 0;
+};
+
+}  // namespace Showcase
