@@ -115,6 +115,8 @@ unsigned int Terrain::Tile::addTextureLayer(Dorvan::SharedPtr<TextureSource> tex
     layer->setGenerateMipMaps(true);
     Dorvan::SharedPtr<Texture> maskTexture(new Texture2D(mask));
     maskTexture->setTexMode(Texture::InterpolateByTexture);
+    // Masks span the tile once: wrapping would blend the far edge into this one.
+    maskTexture->setAllWrapModes(Texture::ClampToEdge);
     mTextureLayers.add(new TextureLayer(layer, maskTexture, scale));
     return mTextureLayers.size() - 1;
 }
@@ -413,6 +415,7 @@ void Terrain::Tile::buildMaterial(unsigned int layers, bool base, bool tail) {
                                : new TextureProxy(mLightMap, lastMask, mLightScale, mLightOffset, 0));
         Dorvan::SharedPtr<Texture> texture(new Texture2D(proxy));
         texture->setTexMode(Texture::ModulateColor);
+        texture->setAllWrapModes(Texture::ClampToEdge);
         material->setTexture(b + 2 * layers, texture);
     }
     mMaterial = material;
