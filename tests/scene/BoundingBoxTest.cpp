@@ -14,19 +14,6 @@ namespace {
 
 typedef Dorvan::Matrix<float, 4> Matrix4;
 
-TEST(BoundingBoxTest, NewBoxIsEmptyAndOnePointBoundsIt) {
-    BoundingBox box;
-    EXPECT_EQ(box.getState(), BoundingVolume::StateEmpty);
-    EXPECT_TRUE(box.merge(Point(1, 2, 3)));
-    EXPECT_EQ(box.getState(), BoundingVolume::StateBounded);
-    EXPECT_EQ(box.getMin()[0], 1.0f);
-    EXPECT_EQ(box.getMax()[2], 3.0f);
-    EXPECT_FALSE(box.merge(Point(1, 2, 3)));
-    EXPECT_TRUE(box.merge(Point(-1, 5, 3)));
-    EXPECT_EQ(box.getMin()[0], -1.0f);
-    EXPECT_EQ(box.getMax()[1], 5.0f);
-}
-
 TEST(BoundingBoxTest, EmptyAndInfiniteVolumesInMerges) {
     BoundingBox box(Point(0, 0, 0), Point(1, 1, 1));
     BoundingBox empty;
@@ -90,28 +77,6 @@ TEST(BoundingBoxTest, AffineMergeEqualsTheEightCornersExactly) {
     }
 }
 
-TEST(BoundingBoxTest, ProjectiveMergeDividesByW) {
-    Matrix4 m = Matrix4::identity();
-    m(3, 3) = 2.0f;
-    BoundingBox world;
-    world.merge(BoundingBox(Point(2, 2, 2), Point(4, 4, 4)), m);
-    EXPECT_FLOAT_EQ(world.getMin()[0], 1.0f);
-    EXPECT_FLOAT_EQ(world.getMax()[0], 2.0f);
-}
-
-TEST(BoundingBoxTest, ContainsIncludesBordersAndInfiniteContainsAll) {
-    BoundingBox box(Point(0, 0, 0), Point(1, 1, 1));
-    EXPECT_TRUE(box.contains(Point(1, 0, 0.5f)));
-    EXPECT_FALSE(box.contains(Point(1.01f, 0, 0)));
-    EXPECT_EQ(box.getCoverage(Point(0.5f, 0.5f, 0.5f)), 1.0f);
-    EXPECT_EQ(box.getCoverage(Point(2, 2, 2)), 0.0f);
-
-    box.setInfinite();
-    EXPECT_TRUE(box.contains(Point(100, -100, 5)));
-    box.setEmpty();
-    EXPECT_FALSE(box.contains(Point(0.5f, 0.5f, 0.5f)));
-}
-
 TEST(BoundingBoxTest, IntersectsOtherBoxes) {
     BoundingBox box(Point(0, 0, 0), Point(1, 1, 1));
     EXPECT_EQ(box.intersects(BoundingBox(Point(2, 0, 0), Point(3, 1, 1))), -1);
@@ -124,9 +89,27 @@ TEST(BoundingBoxTest, IntersectsOtherBoxes) {
     EXPECT_EQ(box.intersects(infinite), 0);
     EXPECT_EQ(infinite.intersects(box), 1);
     EXPECT_EQ(BoundingBox().intersects(box), -1);
+}
 
-    EXPECT_EQ(box.intersects(box, Matrix4::identity()), 1);
-    EXPECT_EQ(BoundingBox().intersects(box, Matrix4::identity()), -1);
+Matrix4 turnedAndMoved(float angle, float x) {
+    Velun::Transformation t;
+    t.rotateZ(angle, false);
+    t.translate(x, 0, 0, false);
+    return t.getLocalTransformation();
+}
+
+TEST(BoundingBoxTest, IntersectsABoxPlacedByAMatrix) {
+    BoundingBox box(Point(0, 0, 0), Point(1, 1, 1)), empty, infinite;
+    infinite.setInfinite();
+    EXPECT_EQ(box.intersects(box, turnedAndMoved(0, 0.5f)), 0);
+    EXPECT_EQ(box.intersects(box, turnedAndMoved(0, -1.5f)), -1);
+    // Turned 45 degrees, the unit box reaches 0.71 left of its origin.
+    EXPECT_EQ(box.intersects(box, turnedAndMoved(0.785398f, 1.6f)), 0);
+    EXPECT_EQ(box.intersects(box, turnedAndMoved(0.785398f, 1.8f)), -1);
+    EXPECT_EQ(empty.intersects(box, Matrix4::identity()), -1);
+    EXPECT_EQ(infinite.intersects(empty, Matrix4::identity()), -1);
+    EXPECT_EQ(infinite.intersects(box, turnedAndMoved(0, 9)), 1);
+    EXPECT_EQ(box.intersects(infinite, turnedAndMoved(0, 9)), 0);
 }
 
 }  // namespace
