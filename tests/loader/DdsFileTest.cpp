@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "loader/EngineFixture.h"
+#include "plugins/loader/devil/DdsTextureData.h"
 #include "plugins/loader/devil/DevILTextureSourceLoader.h"
 
 using namespace Velun;
@@ -255,4 +256,24 @@ TEST_F(DdsLoaderTest, DamagedFilesGiveOneLineAndNothing) {
         "Error opening .\\textures\\mask.dds: the pixel format (flags 0x40, 16 bits) is not RGB, RGBA or "
         "luminance with fitting masks\n",
         loadDamaged("mask.dds", header(wide, 1, 1, 1, false)));
+}
+
+TEST_F(DdsLoaderTest, HandsOutEveryLevelOrTheRequestedDescription) {
+    DevILTextureSourceLoader loader;
+    Dorvan::SharedPtr<TextureSource> source =
+        loader.load(NameMapper::ResourceInfo("quads.dds", ".\\textures\\quads.dds", "dds"));
+    auto* dds = dynamic_cast<DdsTextureData*>(source.get());
+    ASSERT_NE(nullptr, dds);
+    ASSERT_EQ(5u, dds->getLevelCount());
+    EXPECT_EQ(1u, dds->getSurface(0, 4)->getTextureInfo().getWidth());
+    EXPECT_FALSE(dds->getSurface(1, 0));
+
+    TextureInfo wanted(8, 8, 1, DataType::UnsignedByte, Color::Bgr);
+    Dorvan::SharedPtr<TextureSource> converted =
+        loader.load(NameMapper::ResourceInfo("quads-dxt1.dds", ".\\textures\\quads-dxt1.dds", "dds"), wanted);
+    ASSERT_TRUE(converted);
+    EXPECT_EQ(wanted, converted->getTextureInfo());
+    // Bytes in Bgr order: red top left, blue bottom left.
+    EXPECT_TRUE((Rgba{0, 0, 255, 255}) == texel(*converted, 1, 1));
+    EXPECT_TRUE((Rgba{255, 0, 0, 255}) == texel(*converted, 1, 6));
 }
