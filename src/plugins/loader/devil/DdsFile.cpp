@@ -112,20 +112,26 @@ bool DdsFile::read(const unsigned char* data, std::size_t size) {
 
 bool DdsFile::readPixelFormat(const unsigned char* header) {
     std::uint32_t flags = word(header + FormatFlags);
-    if (flags & kFourCC) {
-        std::uint32_t code = word(header + FourCCCode);
-        const char* names[] = {"DXT1", "DXT3", "DXT5"};
-        const DxtBlocks::Format formats[] = {DxtBlocks::Format::Dxt1, DxtBlocks::Format::Dxt3,
-                                             DxtBlocks::Format::Dxt5};
-        for (int i = 0; i < 3; ++i) {
-            if (fourCCText(code) == names[i]) {
-                mLayout.compressed = true;
-                mLayout.blocks = formats[i];
-                return true;
-            }
+    if (flags & kFourCC)
+        return readCompression(word(header + FourCCCode));
+    return readMasks(header, flags);
+}
+
+bool DdsFile::readCompression(std::uint32_t code) {
+    const char* names[] = {"DXT1", "DXT3", "DXT5"};
+    const DxtBlocks::Format formats[] = {DxtBlocks::Format::Dxt1, DxtBlocks::Format::Dxt3,
+                                         DxtBlocks::Format::Dxt5};
+    for (int i = 0; i < 3; ++i) {
+        if (fourCCText(code) == names[i]) {
+            mLayout.compressed = true;
+            mLayout.blocks = formats[i];
+            return true;
         }
-        return fail("the compression \"" + fourCCText(code) + "\" is not read");
     }
+    return fail("the compression \"" + fourCCText(code) + "\" is not read");
+}
+
+bool DdsFile::readMasks(const unsigned char* header, std::uint32_t flags) {
     unsigned int bits = word(header + BitCount);
     mLayout.luminance = (flags & kLuminance) != 0;
     mLayout.alpha = (flags & kAlphaPixels) != 0;

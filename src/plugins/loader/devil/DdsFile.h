@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,8 @@ private:
 
     bool fail(const std::string& error);
     bool readPixelFormat(const unsigned char* header);
+    bool readCompression(std::uint32_t code);
+    bool readMasks(const unsigned char* header, std::uint32_t flags);
     bool readSurfaceCounts(const unsigned char* header);
     std::size_t surfaceBytes(unsigned int width, unsigned int height) const;
     bool readSurfaces(const unsigned char* data, std::size_t size);
