@@ -159,9 +159,10 @@ float* VertexData::writable(Part part) {
 }
 
 float* VertexData::getVertexArray() {
-    if (!mUseVertex || mVertexType != DataType::Float || mVertices.isNull())
+    Attribute& positions = attribute(Part::Vertex);
+    if (!positions.mUsed || positions.mValues.isNull())
         return nullptr;
-    return static_cast<float*>(mVertices.get());
+    return static_cast<float*>(positions.mValues.get());
 }
 
 void VertexData::setVertex(float x, float y, float z) {
