@@ -43,7 +43,7 @@ medians = {}
 for file in ("queries.json", "draw.json"):
     for b in json.load(open(f"{out}/{file}"))["benchmarks"]:
         if b["name"].endswith("_median"):
-            medians[b["name"][:-len("_median")]] = b
+            medians[b["name"][:-len("_median")].replace("/real_time", "")] = b
 for name, b in sorted(medians.items()):
     if "items_per_second" in b:
         print(f"velun_{name}_ns {1e9 / b['items_per_second']:.4g} ns/query")
