@@ -1,6 +1,6 @@
-// The smallest Velun program: start the engine, run the main loop with a subsystem
-// of our own, and stop it from inside a pass: when the window system asks the
-// application to end (or Escape is pressed), or after a fixed number of frames.
+// The smallest Velun program: start the engine, open a window, run the main loop with a
+// subsystem of our own, and stop it from inside a pass: when the window is closed (or
+// Escape is pressed in it), or after a fixed number of frames.
 #include <cstdint>
 #include <iostream>
 #include <vector>
@@ -57,6 +57,9 @@ int main() {
     VelunCore& core = VelunCore::getSingleton();
     core.startup();
     core.setup(true);
+    // Input arrives through the window; without a display it cannot open.
+    if (!core.getRenderManager().createRenderWindow("hello", 320, 240, false, 0, 0, nullptr))
+        std::cout << "no window: only the frame counter ends the loop" << std::endl;
 
     ProcessManager& processes = core.getProcessManager();
     CounterSubsystem subsystem(processes.createSubsystemId());
