@@ -24,6 +24,12 @@ void Orbit::apply(Transformation& place) const {
     place.translate(target[0], target[1], target[2], false);
 }
 
+Point Orbit::eye() const {
+    float across = distance * std::cos(pitch);
+    return Point(target[0] + across * std::sin(yaw), target[1] + distance * std::sin(pitch),
+                 target[2] + across * std::cos(yaw));
+}
+
 Controls::Controls(Orbit& orbit, Transformation& place, std::function<void(int, int)> pick)
     : mOrbit(orbit), mPlace(place), mPick(std::move(pick)) {}
 

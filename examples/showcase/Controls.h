@@ -20,6 +20,8 @@ struct Orbit {
     Velun::Point target = Velun::Point(0.0f, 1.0f, 0.0f);
 
     void apply(Velun::Transformation& place) const;
+    // Where apply puts the eye, in world coordinates.
+    Velun::Point eye() const;
 };
 
 class Controls : public Velun::InputProcessor {

@@ -1,6 +1,7 @@
 #include "Hud.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <iostream>
 #include <map>
@@ -233,7 +234,7 @@ const std::map<char, const char*>& font() {
 }
 
 // One cell of the font in overlay units; lines start below the band's top edge.
-const float Cell = 0.0042f;
+const float Cell = 0.0036f;
 const float LineHeight = 7.5f * Cell;
 const float TextLeft = 0.03f;
 const float TextTop = 0.90f;
@@ -243,7 +244,8 @@ std::vector<Rect> layOut(const std::vector<std::string>& lines) {
     for (size_t line = 0; line < lines.size(); ++line) {
         float top = TextTop - static_cast<float>(line) * LineHeight;
         for (size_t column = 0; column < lines[line].size(); ++column) {
-            auto glyph = font().find(lines[line][column]);
+            auto glyph =
+                font().find(static_cast<char>(std::toupper(static_cast<unsigned char>(lines[line][column]))));
             if (glyph == font().end())
                 continue;
             float left = TextLeft + static_cast<float>(column) * 4.0f * Cell * 0.75f;
@@ -263,10 +265,10 @@ std::vector<Rect> layOut(const std::vector<std::string>& lines) {
 
 TransformationNode& meter(Nodes& nodes, Branch& root) {
     TransformationNode& band = place(nodes, root, 0, 0, 0);
-    shape(nodes, band, makeColoredQuad(0.0f, 0.74f, 0.36f, 1.0f, Color(0, 0, 0, 0.55f)),
+    shape(nodes, band, makeColoredQuad(0.0f, 0.78f, 0.30f, 1.0f, Color(0, 0, 0, 0.55f)),
           unlitMaterial(Color(1, 1, 1), true));
     TransformationNode& bar = place(nodes, root, 0, 0, 0.1f);
-    shape(nodes, bar, makeQuad(0.0f, 0.0f, 0.30f, 0.02f), unlitMaterial(Color(0.3f, 0.95f, 0.4f), false));
+    shape(nodes, bar, makeQuad(0.0f, 0.0f, 0.24f, 0.02f), unlitMaterial(Color(0.3f, 0.95f, 0.4f), false));
     return bar;
 }
 
@@ -300,9 +302,11 @@ void Hud::setText(const std::vector<std::string>& lines) {
     mText.setGeometry(makeColoredQuads(layOut(lines), Color(0.95f, 0.95f, 0.85f)), 0);
 }
 
-FrameMonitor::FrameMonitor(int frames, const std::string& screenshots, RenderWindow& window, Hud& hud)
+FrameMonitor::FrameMonitor(int frames, const std::string& screenshots, RenderWindow& window, Hud& hud,
+                           std::function<unsigned int()> particles)
     : mFrameLimit(frames), mScreenshots(screenshots), mWindow(window), mHud(hud),
-      mCounter(VelunCore::getSingleton().getTimerManager().createHighresCounter()) {
+      mCounter(VelunCore::getSingleton().getTimerManager().createHighresCounter()),
+      mParticles(std::move(particles)) {
     if (!screenshots.empty() && frames > 0)
         for (int i = 1; i <= 3; ++i)
             mShotFrames.push_back(std::max(1, frames * i / 3));
@@ -321,7 +325,7 @@ int FrameMonitor::run(std::int64_t) {
             char frame[32];
             std::snprintf(frame, sizeof frame, "FRAME %.1f MS", ms);
             mHud.setText({frame, "DRAWS " + std::to_string(mWindow.getDrawCallCount()),
-                          "PARTICLES " + std::to_string(mParticles), mStatus});
+                          "PARTICLES " + std::to_string(mParticles()), mStatus});
         }
     }
     ++mFrames;

@@ -4,6 +4,7 @@
 // the view, y up): a dark band across the top with a bar for the frame time and lines
 // of text in a small block font.
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,7 @@ public:
 
     // A full bar is 50 ms, a frame at 20 frames per second.
     void setFrameTime(double milliseconds);
-    // Upper case letters, digits and . : - ( ) , are drawn; other characters leave a gap.
+    // Letters (shown in upper case), digits and . : - ( ) , are drawn; others leave a gap.
     void setText(const std::vector<std::string>& lines);
 
 private:
@@ -32,12 +33,12 @@ private:
 class FrameMonitor : public Velun::Process {
 public:
     // `frames` 0 runs until the window closes; `screenshots` empty takes none.
-    FrameMonitor(int frames, const std::string& screenshots, Velun::RenderWindow& window, Hud& hud);
+    // `particles` counts the live particles for the HUD.
+    FrameMonitor(int frames, const std::string& screenshots, Velun::RenderWindow& window, Hud& hud,
+                 std::function<unsigned int()> particles);
 
     // Lines shown under the frame statistics, such as what was picked last.
     void setStatus(const std::string& line) { mStatus = line; }
-    // Live particles, counted into the HUD.
-    void setParticleCount(unsigned int count) { mParticles = count; }
 
     int run(std::int64_t timestamp) override;
     void printStatistics() const;
@@ -53,7 +54,7 @@ private:
     std::vector<int> mShotFrames;
     std::vector<double> mFrameTimes;
     std::string mStatus;
-    unsigned int mParticles = 0;
+    std::function<unsigned int()> mParticles;
     int mFrames = 0;
     int mShots = 0;
 };

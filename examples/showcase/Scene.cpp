@@ -32,13 +32,28 @@ GeometryObject& shape(Nodes& nodes, TransformationNode& parent, SharedPtr<Geomet
     return object;
 }
 
-ObjectNode* model(Nodes& nodes, TransformationNode& parent, const std::string& name) {
+namespace {
+
+ObjectNode* loadModel(Nodes& nodes, const std::string& name) {
     ObjectNode* object = VelunCore::getSingleton().getResourceManager().getObjectManager().createObject(name);
-    if (!object) {
+    if (!object)
         std::cerr << "the model " << name << " could not be loaded" << std::endl;
-        return nullptr;
-    }
-    parent.setChild(nodes.keep(object));
+    return object ? &nodes.keep(object) : nullptr;
+}
+
+}  // namespace
+
+ObjectNode* model(Nodes& nodes, TransformationNode& parent, const std::string& name) {
+    ObjectNode* object = loadModel(nodes, name);
+    if (object)
+        parent.setChild(*object);
+    return object;
+}
+
+ObjectNode* model(Nodes& nodes, Branch& parent, const std::string& name) {
+    ObjectNode* object = loadModel(nodes, name);
+    if (object)
+        parent.attachChild(*object);
     return object;
 }
 

@@ -45,6 +45,7 @@ Velun::GeometryObject& shape(Nodes& nodes, Velun::TransformationNode& parent,
 
 // A model from the object manager's cache (models/<name>), or null with a message.
 Velun::ObjectNode* model(Nodes& nodes, Velun::TransformationNode& parent, const std::string& name);
+Velun::ObjectNode* model(Nodes& nodes, Velun::Branch& parent, const std::string& name);
 
 Velun::Light& light(Nodes& nodes, Velun::TransformationNode& parent, Velun::Light::LightType type,
                     Velun::Color diffuse);

@@ -22,11 +22,8 @@ Plugin* createPlugin() {
 // The render engine comes first because the first renderer registered becomes the
 // default one.
 Plugin* (*const kPluginFactories[])() = {
-    &createPlugin<GLRenderPlugin>,
-    &createPlugin<SDLPlugin>,
-    &createPlugin<DevILPlugin>,
-    &createPlugin<Ms3dPlugin>,
-    &createPlugin<FmodPlugin>,
+    &createPlugin<GLRenderPlugin>, &createPlugin<SDLPlugin>,  &createPlugin<DevILPlugin>,
+    &createPlugin<Ms3dPlugin>,     &createPlugin<FmodPlugin>,
 };
 
 }  // namespace

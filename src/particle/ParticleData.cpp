@@ -189,21 +189,24 @@ unsigned int ParticleData::updateData(std::int64_t) {
     std::uint32_t* list = mIndexElement->getParticleIndexData().beginRebuild(mVertexData->getCapacity());
     const float* positions = static_cast<const float*>(mVertexData->getVertices());
     const unsigned char* active = mActive.data();
+    // The extent in six scalars, which stay in registers through the loop.
     const float inf = std::numeric_limits<float>::infinity();
-    float lo[3] = {inf, inf, inf};
-    float hi[3] = {-inf, -inf, -inf};
+    float loX = inf, loY = inf, loZ = inf, hiX = -inf, hiY = -inf, hiZ = -inf;
     unsigned int count = 0;
     for (unsigned int i = 0; i < slots; ++i) {
         if (!active[i])
             continue;
         list[count++] = i;
         const float* p = positions + 3 * i;
-        for (int c = 0; c < 3; ++c) {
-            lo[c] = std::min(lo[c], p[c]);
-            hi[c] = std::max(hi[c], p[c]);
-        }
+        loX = std::min(loX, p[0]);
+        loY = std::min(loY, p[1]);
+        loZ = std::min(loZ, p[2]);
+        hiX = std::max(hiX, p[0]);
+        hiY = std::max(hiY, p[1]);
+        hiZ = std::max(hiZ, p[2]);
     }
     mIndexElement->getParticleIndexData().endRebuild(count);
+    const float lo[3] = {loX, loY, loZ}, hi[3] = {hiX, hiY, hiZ};
     setBox(count, lo, hi);
     mVertexData->setModified();
     return count;

@@ -15,6 +15,21 @@ namespace {
 // Vertices per tile edge must fit the int count of a vertex array: n^2 <= 2^30.
 const unsigned int MaxTileLevels = 15;
 
+// m * p, divided by w; a w of 0 gives the origin. Written out, since every query makes
+// two of these.
+inline Point transformed(Dorvan::Matrix<float, 4> const& m, Point const& p) {
+    if (m.isIdentity())
+        return p;
+    float const* e = m.m;
+    const float x = p[0], y = p[1], z = p[2];
+    const float w = e[12] * x + e[13] * y + e[14] * z + e[15];
+    if (w == 0.0f)
+        return Point();
+    const float f = 1.0f / w;
+    return Point((e[0] * x + e[1] * y + e[2] * z + e[3]) * f, (e[4] * x + e[5] * y + e[6] * z + e[7]) * f,
+                 (e[8] * x + e[9] * y + e[10] * z + e[11]) * f);
+}
+
 }  // namespace
 
 Terrain::Terrain(unsigned int tilesX, unsigned int tilesY)
@@ -57,31 +72,32 @@ void Terrain::initializeTerrain(unsigned int patchLevel, unsigned int tileLevel,
         VelunCore::getLogger("terrain")->error(text.str());
         return;
     }
-    const unsigned int perEdge = 1u << tileLevel;
-    const unsigned int edge = 1u << patchLevel;
     mTileSize = tileSize;
     mInverseTileSize = 1.0f / tileSize;
     mPatchLevel = patchLevel;
-    mPatchesPerTileEdge = perEdge;
-    const float patchSize = tileSize / float(perEdge);
-    for (unsigned int y = 0; y < mTilesY; ++y) {
-        for (unsigned int x = 0; x < mTilesX; ++x) {
-            Tile* tile = new Tile(*this, x, y, 1u << (patchLevel + tileLevel));
-            mTiles.add(tile);
-            Branch* branch = new Branch();
-            TransformationNode* place = new TransformationNode();
-            place->setChild(*branch);
-            place->translate(float(x) * tileSize, 0.0f, float(y) * tileSize, false);
-            attachChild(*place);
-            mBranches.add(branch);
-            mTileNodes.add(place);
-            for (unsigned int row = 0; row < perEdge; ++row) {
-                for (unsigned int column = 0; column < perEdge; ++column) {
-                    Patch* patch = new Patch(*tile, edge, column, row, patchSize);
-                    branch->attachChild(*patch);
-                    mPatches.add(patch);
-                }
-            }
+    mPatchesPerTileEdge = 1u << tileLevel;
+    for (unsigned int y = 0; y < mTilesY; ++y)
+        for (unsigned int x = 0; x < mTilesX; ++x)
+            addTile(x, y, 1u << patchLevel);
+}
+
+// Terrain -> TransformationNode at the tile's corner -> Branch -> the tile's patches.
+void Terrain::addTile(unsigned int x, unsigned int y, unsigned int edgeVertices) {
+    Tile* tile = new Tile(*this, x, y, edgeVertices * mPatchesPerTileEdge);
+    mTiles.add(tile);
+    Branch* branch = new Branch();
+    TransformationNode* place = new TransformationNode();
+    place->setChild(*branch);
+    place->translate(float(x) * mTileSize, 0.0f, float(y) * mTileSize, false);
+    attachChild(*place);
+    mBranches.add(branch);
+    mTileNodes.add(place);
+    const float patchSize = mTileSize / float(mPatchesPerTileEdge);
+    for (unsigned int row = 0; row < mPatchesPerTileEdge; ++row) {
+        for (unsigned int column = 0; column < mPatchesPerTileEdge; ++column) {
+            Patch* patch = new Patch(*tile, edgeVertices, column, row, patchSize);
+            branch->attachChild(*patch);
+            mPatches.add(patch);
         }
     }
 }
@@ -100,7 +116,7 @@ Terrain::Tile* Terrain::getTile(Point const& point) const {
 Terrain::Tile* Terrain::getTile(PointHandle& handle) const { return handle.getTile(); }
 
 // Compares before it converts: below 0, at or beyond the size, and NaN lie outside.
-Terrain::Tile* Terrain::findTile(float localX, float localZ) const {
+inline Terrain::Tile* Terrain::findTile(float localX, float localZ) const {
     if (mTiles.size() == 0)
         return nullptr;
     if (!(localX >= 0.0f && localX < getSizeX() && localZ >= 0.0f && localZ < getSizeY()))
@@ -111,13 +127,11 @@ Terrain::Tile* Terrain::findTile(float localX, float localZ) const {
     return mTiles.get(mTilesX * y + x);
 }
 
-Dorvan::Matrix<float, 4> const& Terrain::world() const {
-    return getTransformedNode().getWorldTransformation();
+Point Terrain::getLocalPoint(Point const& point) const {
+    return transformed(getTransformedNode().getInverseWorldTransformation(), point);
 }
 
-Point Terrain::getLocalPoint(Point const& point) const {
-    return Point(getTransformedNode().getInverseWorldTransformation() * point);
-}
+Point Terrain::toWorld(Point const& local) const { return transformed(world(), local); }
 
 Terrain::PointHandle Terrain::getPointHandle(Point const& point) const {
     Point local = getLocalPoint(point);
@@ -142,14 +156,14 @@ Point Terrain::getSurfacePoint(PointHandle& handle) const {
 }
 
 Point Terrain::getSurfacePoint(Point const& point) const {
-    Point local = getLocalPoint(point);
+    Point local = transformed(getTransformedNode().getInverseWorldTransformation(), point);
     Tile* tile = findTile(local[0], local[2]);
     if (!tile)
         return Point(0.0f, -1.0f, 0.0f);
     float u = std::max(local[0] * mInverseTileSize - float(tile->getPosX()), 0.0f);
     float v = std::max(local[2] * mInverseTileSize - float(tile->getPosY()), 0.0f);
     local[1] = tile->getHeight(u, v);
-    return Point(world() * local);
+    return transformed(world(), local);
 }
 
 Dorvan::TVector<float, 3> Terrain::getNormal(PointHandle& handle, bool smooth) const {

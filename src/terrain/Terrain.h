@@ -101,9 +101,11 @@ public:
     Point getLocalPoint(Point const& point) const;
 
 private:
+    void addTile(unsigned int x, unsigned int y, unsigned int edgeVertices);
     Tile* findTile(float localX, float localZ) const;
     void deleteNodes();
-    Dorvan::Matrix<float, 4> const& world() const;
+    Dorvan::Matrix<float, 4> const& world() const { return getTransformedNode().getWorldTransformation(); }
+    Point toWorld(Point const& local) const;
 
     Dorvan::SharedPtr<Material> mDefaultMaterial;
     unsigned int mTilesX;

@@ -115,18 +115,23 @@ unsigned int Terrain::Tile::addTextureLayer(Dorvan::SharedPtr<TextureSource> tex
     layer->setGenerateMipMaps(true);
     Dorvan::SharedPtr<Texture> maskTexture(new Texture2D(mask));
     maskTexture->setTexMode(Texture::InterpolateByTexture);
+    // Masks span the tile once: wrapping would blend the far edge into this one.
+    maskTexture->setAllWrapModes(Texture::ClampToEdge);
     mTextureLayers.add(new TextureLayer(layer, maskTexture, scale));
     return mTextureLayers.size() - 1;
 }
 
-unsigned char const* Terrain::Tile::heightPixels() const {
+inline  // Used in this file only, so inline: the queries call these several times each.
+    unsigned char const*
+    Terrain::Tile::heightPixels() const {
     if (mHeightMap.isNull())
         return nullptr;
     unsigned char const* pixels = static_cast<unsigned char const*>(mHeightMap->getTextureData());
     return pixels ? pixels + mSliceStart : nullptr;
 }
 
-float Terrain::Tile::relativeHeight(unsigned char const* pixels, unsigned int x, unsigned int y) const {
+inline float Terrain::Tile::relativeHeight(unsigned char const* pixels, unsigned int x,
+                                           unsigned int y) const {
     unsigned char const* p = pixels + (std::size_t(y) * mMapWidth + x) * mPixelSize;
     if (mWideHeights) {
         std::uint16_t value;
@@ -136,7 +141,7 @@ float Terrain::Tile::relativeHeight(unsigned char const* pixels, unsigned int x,
     return float(*p) * (1.0f / 255.0f);
 }
 
-Terrain::Tile::Cell Terrain::Tile::locate(float u, float v) const {
+inline Terrain::Tile::Cell Terrain::Tile::locate(float u, float v) const {
     const float x = clampUnit(u) * float(mMapWidth - 1);
     const float y = clampUnit(v) * float(mMapHeight - 1);
     Cell cell;
@@ -172,7 +177,7 @@ float Terrain::Tile::getHeight(float u, float v) const {
 
 // Central differences over the rows (columns) around the pixel, one-sided at the
 // border, scaled from height-map steps to the tile's world units.
-Vec3 Terrain::Tile::texNormal(unsigned char const* pixels, unsigned int x, unsigned int y) const {
+inline Vec3 Terrain::Tile::texNormal(unsigned char const* pixels, unsigned int x, unsigned int y) const {
     const unsigned int left = x > 0 ? x - 1 : x;
     const unsigned int right = std::min(x + 1, mMapWidth - 1);
     const unsigned int up = y > 0 ? y - 1 : y;
@@ -250,7 +255,7 @@ Vec3 Terrain::Tile::worldNormal(Vec3 const& local) const {
 }
 
 Point Terrain::Tile::getSurfacePoint(PointHandle& handle) const {
-    return Point(mTerrain.world() * handle.getLocalSurfacePoint());
+    return mTerrain.toWorld(handle.getLocalSurfacePoint());
 }
 
 Point Terrain::Tile::getSurfacePoint(Point const& point) const {
@@ -410,6 +415,7 @@ void Terrain::Tile::buildMaterial(unsigned int layers, bool base, bool tail) {
                                : new TextureProxy(mLightMap, lastMask, mLightScale, mLightOffset, 0));
         Dorvan::SharedPtr<Texture> texture(new Texture2D(proxy));
         texture->setTexMode(Texture::ModulateColor);
+        texture->setAllWrapModes(Texture::ClampToEdge);
         material->setTexture(b + 2 * layers, texture);
     }
     mMaterial = material;

@@ -23,9 +23,9 @@ namespace Velun {
 //
 // Looks, applied at the next updateTile: a colour map gives the vertex colours (grey by
 // height without one); the base map is drawn first, repeating every `scale` units; each
-// texture layer blends over what lies below it where its mask is bright; a light map
-// multiplies the result, its colours scaled and biased. The height queries see a new
-// load at once.
+// texture layer blends over what lies below it where its mask (red channel, spanning the
+// tile) is bright, the first layer's mask sampled at the vertices; a light map multiplies
+// the result, its colours scaled and biased. The height queries see a new load at once.
 //
 // Tiles are made by Terrain::initializeTerrain; the terrain owns them.
 class VELUN_EXPORT Terrain::Tile {

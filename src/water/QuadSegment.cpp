@@ -8,23 +8,6 @@ namespace Velun {
 
 namespace {
 
-typedef Dorvan::Matrix<float, 3> Matrix3;
-
-Matrix3 affine(float m00, float m01, float m02, float m10, float m11, float m12) {
-    Matrix3 m;
-    m.setIdentity();
-    m(0, 0) = m00;
-    m(0, 1) = m01;
-    m(0, 2) = m02;
-    m(1, 0) = m10;
-    m(1, 1) = m11;
-    m(1, 2) = m12;
-    return m;
-}
-
-// (x, z) of a corner, as the plane point (x, z, 1); corners have w = 1.
-Dorvan::TVector<float, 3> planePoint(Point const& p) { return Dorvan::TVector<float, 3>(p[0], p[2], 1.0f); }
-
 float clamp01(float x) { return x < 0.0f ? 0.0f : (x > 1.0f ? 1.0f : x); }
 
 }  // namespace
@@ -46,9 +29,9 @@ Water::QuadSegment::QuadSegment(Water* owner, LineSegment* previous, unsigned in
 Water::QuadSegment::~QuadSegment() {}
 
 // Translate P0 to the origin, turn P1 onto the x axis, scale P1 to (1, 0) and P2's
-// height to 1, shear P2 onto (0, 1). P3 lands at (p, q); the quad is convex enough to
-// map only with p and q above 0. A zero scale would divide by zero, so the quad stays
-// unmapped then.
+// height to 1, shear P2 onto (0, 1): the product is written out, as it runs once per
+// quad. P3 lands at (p, q); the quad is convex enough to map only with p and q above 0.
+// A zero scale would divide by zero, so the quad stays unmapped then.
 void Water::QuadSegment::buildMapping() {
     mMapping.setIdentity();
     mFarCorner = Point2D(0.0f, 0.0f);
@@ -56,25 +39,29 @@ void Water::QuadSegment::buildMapping() {
     Point const& p1 = mPrevious->getEnd();
     float dx = p1[0] - p0[0], dz = p1[2] - p0[2];
     float length = std::sqrt(dx * dx + dz * dz);
-    Matrix3 m = affine(1, 0, -p0[0], 0, 1, -p0[2]);
-    if (length > 0.0f) {
-        float c = dx / length, s = dz / length;
-        m = affine(c, s, 0, -s, c, 0) * m;
-    }
-    Dorvan::TVector<float, 3> corner = m * planePoint(getStart());
-    if (length == 0.0f || corner[1] == 0.0f) {
+    float c = length > 0.0f ? dx / length : 1.0f, s = length > 0.0f ? dz / length : 0.0f;
+    // P2 relative to P0, turned.
+    float rx = getStart()[0] - p0[0], rz = getStart()[2] - p0[2];
+    float turnedX = c * rx + s * rz, turnedZ = -s * rx + c * rz;
+    if (length == 0.0f || turnedZ == 0.0f) {
         reportInvalid(0.0f, 0.0f);
         return;
     }
-    m = affine(1.0f / length, 0, 0, 0, 1.0f / corner[1], 0) * m;
-    corner = m * planePoint(getStart());
-    m = affine(1, -corner[0], 0, 0, 1, 0) * m;
-    Dorvan::TVector<float, 3> far = m * planePoint(getEnd());
-    mMapping = m;
-    mFarCorner = Point2D(far[0], far[1]);
-    mValid = far[0] > 0.0f && far[1] > 0.0f;
+    float shear = turnedX / (length * turnedZ);
+    float m00 = c / length + shear * s, m01 = s / length - shear * c;
+    float m10 = -s / turnedZ, m11 = c / turnedZ;
+    mMapping(0, 0) = m00;
+    mMapping(0, 1) = m01;
+    mMapping(0, 2) = -(m00 * p0[0] + m01 * p0[2]);
+    mMapping(1, 0) = m10;
+    mMapping(1, 1) = m11;
+    mMapping(1, 2) = -(m10 * p0[0] + m11 * p0[2]);
+    float p = m00 * getEnd()[0] + m01 * getEnd()[2] + mMapping(0, 2);
+    float q = m10 * getEnd()[0] + m11 * getEnd()[2] + mMapping(1, 2);
+    mFarCorner = Point2D(p, q);
+    mValid = p > 0.0f && q > 0.0f;
     if (!mValid)
-        reportInvalid(far[0], far[1]);
+        reportInvalid(p, q);
 }
 
 void Water::QuadSegment::reportInvalid(float p, float q) const {

@@ -102,7 +102,7 @@ void Water::appendVertices(Point const& start, Point const& end) {
     mStrip->addQuad(first, second);
     mVertices->setModified();
     indices.setModified();
-    mSubobject->markModified();
+    mGeometry->volumeChanged();
 }
 
 Water::QuadSegment* Water::findSegment(Point const& local, float& u, float& v) const {

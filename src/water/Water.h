@@ -45,9 +45,6 @@ public:
     explicit Water(std::string const& name);
     ~Water() override;
 
-    Water(Water const&) = delete;
-    Water& operator=(Water const&) = delete;
-
     // Nothing to prepare: the constructor builds the whole drawing chain.
     void initialize();
 

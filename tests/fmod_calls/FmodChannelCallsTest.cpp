@@ -99,7 +99,8 @@ TEST_F(FmodChannelCalls, FailuresCostNeitherTheSoundNorTheVoice) {
 
     // A sound played at the listener refuses a place; the voice stays controllable.
     recording().mResults["set3DAttributes"] = FMOD_ERR_NEEDS3D;
-    EXPECT_FALSE(channel->set3DAttributes(Dorvan::TVector<float, 3>(1, 0, 0), Dorvan::TVector<float, 3>(0, 0, 0)));
+    EXPECT_FALSE(
+        channel->set3DAttributes(Dorvan::TVector<float, 3>(1, 0, 0), Dorvan::TVector<float, 3>(0, 0, 0)));
     EXPECT_TRUE(channel->stop());
     EXPECT_EQ(calls(), Calls({"set3DAttributes(1,0,0)", "stop"}));
     EXPECT_EQ(log.mLines, Calls({"plugins.sound.fmod: FMOD Error while creating new channel: "
@@ -121,7 +122,8 @@ TEST_F(FmodChannelCalls, ErrorTexts) {
         log.mLines.clear();
         recording().mResults["setVolume"] = c.code;
         EXPECT_FALSE(channel->setVolume(0.2f));
-        EXPECT_EQ(log.mLines, Calls({std::string("plugins.sound.fmod: FMOD Error while setting volume: ") + c.text}));
+        EXPECT_EQ(log.mLines,
+                  Calls({std::string("plugins.sound.fmod: FMOD Error while setting volume: ") + c.text}));
     }
     log.mLines.clear();
     recording().mResults["createSound"] = FMOD_ERR_FILE_NOTFOUND;
@@ -132,8 +134,8 @@ TEST_F(FmodChannelCalls, ErrorTexts) {
 TEST_F(FmodChannelCalls, SourcesOpenStreamsPlacedOrAtTheListener) {
     engine.createSoundSource(info("a.wav"), true);
     engine.createSoundSource(info("a.wav"), false);
-    EXPECT_EQ(calls(), Calls({"createSound(./sound/a.wav,0xD2)", "Sound::release", "createSound(./sound/a.wav,0x400C2)",
-                              "Sound::release"}));
+    EXPECT_EQ(calls(), Calls({"createSound(./sound/a.wav,0xD2)", "Sound::release",
+                              "createSound(./sound/a.wav,0x400C2)", "Sound::release"}));
 }
 
 TEST_F(FmodChannelCalls, DroppedChannelStopsOnlyAVoiceThatWouldNeverEnd) {
@@ -142,7 +144,9 @@ TEST_F(FmodChannelCalls, DroppedChannelStopsOnlyAVoiceThatWouldNeverEnd) {
         bool paused;
         bool repeat;
         bool stopped;
-    } cases[] = {{"paused", true, false, true}, {"endless", false, true, true}, {"finite and playing", false, false, false}};
+    } cases[] = {{"paused", true, false, true},
+                 {"endless", false, true, true},
+                 {"finite and playing", false, false, false}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         newChannel();

@@ -47,19 +47,25 @@ FMOD_RESULT System::initLoopback(int, FMOD_INITFLAGS, int) { return record("init
 FMOD_RESULT System::renderLoopback(float*, int) { return record("renderLoopback"); }
 FMOD_RESULT System::release() {
     FMOD_RESULT result = record("release");
+    for (Sound* sound : FmodCalls::recording().mSounds)
+        delete static_cast<FmodCalls::StandInSound*>(sound);
+    FmodCalls::recording().mSounds.clear();
     delete static_cast<FmodCalls::StandInSystem*>(this);
     return result;
 }
 FMOD_RESULT System::update() { return record("update"); }
 FMOD_RESULT System::set3DListenerAttributes(int listener, const FMOD_VECTOR* pos, const FMOD_VECTOR*,
                                             const FMOD_VECTOR* forward, const FMOD_VECTOR*) {
-    return record("set3DListenerAttributes", text(listener) + "," + text(pos->x) + "," + (forward ? "oriented" : "-"));
+    return record("set3DListenerAttributes",
+                  text(listener) + "," + text(pos->x) + "," + (forward ? "oriented" : "-"));
 }
 FMOD_RESULT System::createSound(const char* name, FMOD_MODE mode, FMOD_CREATESOUNDEXINFO*, Sound** sound) {
     std::ostringstream arguments;
     arguments << name << ",0x" << std::hex << std::uppercase << mode;
     FMOD_RESULT result = record("createSound", arguments.str());
     *sound = result == FMOD_OK ? new FmodCalls::StandInSound() : nullptr;
+    if (*sound)
+        FmodCalls::recording().mSounds.insert(*sound);
     return result;
 }
 FMOD_RESULT System::playSound(FMOD_CHANNELINDEX channelid, Sound*, bool paused, Channel** channel) {
@@ -72,6 +78,7 @@ FMOD_RESULT System::playSound(FMOD_CHANNELINDEX channelid, Sound*, bool paused, 
 }
 
 FMOD_RESULT Sound::release() {
+    FmodCalls::recording().mSounds.erase(this);
     delete static_cast<FmodCalls::StandInSound*>(this);
     return record("Sound::release");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,8 @@ namespace FmodCalls {
 struct Recording {
     std::vector<std::string> mCalls;
     std::map<std::string, FMOD_RESULT> mResults;
-    bool mVoicePaused = false;  // what getPaused reports
+    bool mVoicePaused = false;       // what getPaused reports
+    std::set<FMOD::Sound*> mSounds;  // open ones; the system's release frees them
 };
 Recording& recording();
 

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <vector>
 
-#include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
+#include "scene/SceneFixture.h"
 #include "terrain/Terrain.h"
 #include "terrain/TerrainTile.h"
 #include "texture/TextureData.h"
@@ -30,8 +30,10 @@ SharedPtr<Velun::TextureSource> makeImage(unsigned int width, unsigned int heigh
     else if (channels == 3)
         info.setColorFormat(Velun::Color::Rgb);
     Dorvan::CowMemPtr<void> data;
-    data.alloc(values.size() * sizeof(T));
-    std::memcpy(data.get(), values.data(), values.size() * sizeof(T));
+    if (!values.empty()) {
+        data.alloc(values.size() * sizeof(T));
+        std::memcpy(data.get(), values.data(), values.size() * sizeof(T));
+    }
     return SharedPtr<Velun::TextureSource>(new Velun::TextureData(info, data));
 }
 
@@ -39,11 +41,6 @@ inline SharedPtr<Velun::TextureSource> grey(unsigned int size, std::vector<unsig
     return makeImage<unsigned char>(size, size, 1, values);
 }
 
-// Nodes take their ids from the engine, so every test runs between startup and shutdown.
-class EngineTest : public ::testing::Test {
-protected:
-    void SetUp() override { Velun::VelunCore::getSingleton().startup(); }
-    void TearDown() override { Velun::VelunCore::getSingleton().shutdown(); }
-};
+using SceneTest::EngineTest;
 
 }  // namespace TerrainTest

@@ -184,8 +184,14 @@ TEST_F(MeshTest, PatchesCoverEveryCellWithTheTrianglesTheQueriesUse) {
 TEST_F(MeshTest, UpdateRebindsThePatchesToTheNewVertices) {
     tile().setEnabled(true);
     tile().updateTile();
+    SharedPtr<Velun::TextureSource> bumpySlopes = tile().getSlopeMap();
     ASSERT_TRUE(tile().load(grey(2, {255, 255, 255, 255})));
     tile().updateTile();
+    // One byte per vertex, 255 where the ground is level; made anew for the new heights.
+    SharedPtr<Velun::TextureSource> slopes = tile().getSlopeMap();
+    EXPECT_NE(slopes.get(), bumpySlopes.get());
+    EXPECT_EQ(slopes->getTextureInfo().getWidth(), 8u);
+    EXPECT_EQ(*static_cast<unsigned char const*>(slopes->getPixel(7, 7, 0)), 255);
     for (unsigned int p = 0; p < mTerrain->getPatchCount(); ++p)
         EXPECT_EQ(mTerrain->getPatch(p)->getGeometry(0)->getIndexedDataSet(0), tile().getVertexData().get());
     EXPECT_FLOAT_EQ(vertex(63)[1], 20.0f);

@@ -5,9 +5,6 @@
 #include "render_gl/GLDrawFixture.h"
 #include "water/Water.h"
 
-// Mesa and libX11 keep small allocations of their own until exit.
-extern "C" const char* __asan_default_options() { return "detect_leaks=0"; }
-
 using RenderGLTest::Rgb;
 
 namespace {

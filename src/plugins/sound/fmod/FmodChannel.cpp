@@ -156,7 +156,8 @@ bool FmodChannel::check(FMOD_RESULT result, const char* action) const {
 }
 
 void FmodChannel::logError(const std::string& action, FMOD_RESULT result) const {
-    VelunCore::getLogger("plugins.sound.fmod")->error("FMOD Error while " + action + ": " + fmodErrorText(result));
+    VelunCore::getLogger("plugins.sound.fmod")
+        ->error("FMOD Error while " + action + ": " + fmodErrorText(result));
 }
 
 }  // namespace Velun

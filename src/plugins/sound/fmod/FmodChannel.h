@@ -36,7 +36,8 @@ public:
     bool setRepeat(bool repeat) override;
     bool setMute(bool mute) override;
     bool setLoopCount(int count) override;
-    bool set3DAttributes(const Dorvan::TVector<float, 3>& position, const Dorvan::TVector<float, 3>& velocity) override;
+    bool set3DAttributes(const Dorvan::TVector<float, 3>& position,
+                         const Dorvan::TVector<float, 3>& velocity) override;
     // False once the sound has ended; a paused voice counts as playing.
     bool isPlaying() const override;
     bool isMuted() const override;

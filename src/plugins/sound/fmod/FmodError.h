@@ -9,7 +9,8 @@ namespace Velun {
 
 // The library's text for a result; codes outside its table read "Unknown error.".
 inline std::string fmodErrorText(FMOD_RESULT result) {
-    return (result < 0 || result > 68) ? std::string("Unknown error.") : std::string(FMOD_ErrorString(result));
+    return (result < 0 || result > 68) ? std::string("Unknown error.")
+                                       : std::string(FMOD_ErrorString(result));
 }
 
 // Codes by which the library says a channel handle is gone for good.

@@ -105,9 +105,9 @@ void FmodSoundEngine::updateListenerAttributes(const Dorvan::TVector<float, 3>& 
     const FMOD_VECTOR fmodPosition{position[0], position[1], position[2]};
     const FMOD_VECTOR fmodVelocity{velocity[0], velocity[1], velocity[2]};
     FMOD_VECTOR fmodForward, fmodUp;
-    bool oriented = normalized(forward, fmodForward) && normalized(up, fmodUp) &&
-                    std::fabs(fmodForward.x * fmodUp.x + fmodForward.y * fmodUp.y + fmodForward.z * fmodUp.z) <
-                        0.9999f;
+    bool oriented =
+        normalized(forward, fmodForward) && normalized(up, fmodUp) &&
+        std::fabs(fmodForward.x * fmodUp.x + fmodForward.y * fmodUp.y + fmodForward.z * fmodUp.z) < 0.9999f;
     mSystem->set3DListenerAttributes(static_cast<int>(listener), &fmodPosition, &fmodVelocity,
                                      oriented ? &fmodForward : nullptr, oriented ? &fmodUp : nullptr);
 }
@@ -119,7 +119,8 @@ Dorvan::SharedPtr<SoundSource> FmodSoundEngine::createSoundSource(const NameMapp
     FMOD_MODE mode = FMOD_LOOP_NORMAL | FMOD_SOFTWARE | FMOD_CREATESTREAM;
     mode |= positional ? FMOD_3D : FMOD_3D_HEADRELATIVE;
     FMOD::Sound* sound = nullptr;
-    FMOD_RESULT result = mSystem->createSound(toNativePath(info.getFileName()).c_str(), mode, nullptr, &sound);
+    FMOD_RESULT result =
+        mSystem->createSound(toNativePath(info.getFileName()).c_str(), mode, nullptr, &sound);
     if (result != FMOD_OK) {
         logError(result);
         return Dorvan::SharedPtr<SoundSource>();

@@ -32,8 +32,8 @@ public:
     // are parallel.
     void updateListenerAttributes(const Dorvan::TVector<float, 3>& position,
                                   const Dorvan::TVector<float, 3>& velocity,
-                                  const Dorvan::TVector<float, 3>& forward, const Dorvan::TVector<float, 3>& up,
-                                  unsigned int listener) override;
+                                  const Dorvan::TVector<float, 3>& forward,
+                                  const Dorvan::TVector<float, 3>& up, unsigned int listener) override;
 
     // Starts on OpenAL Soft's loopback device instead of the default output, rendering
     // into memory through renderLoopback: for tests and offline rendering.

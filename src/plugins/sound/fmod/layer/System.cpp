@@ -42,7 +42,8 @@ Voice* SystemData::findVoice(const Channel* handle, SystemData** system) {
 
 Channel* SystemData::handleOf(int slot) const {
     std::uintptr_t generation = mVoices[slot].mGeneration & kGenerationMask;
-    std::uintptr_t bits = (generation << 20) | (std::uintptr_t(slot + 1) << 8) | (std::uintptr_t(mIndex + 1) << 4);
+    std::uintptr_t bits =
+        (generation << 20) | (std::uintptr_t(slot + 1) << 8) | (std::uintptr_t(mIndex + 1) << 4);
     return reinterpret_cast<Channel*>(bits);
 }
 
@@ -51,7 +52,8 @@ void SystemData::bind() const {
         alcMakeContextCurrent(mContext);
 }
 
-FMOD_RESULT SystemData::open(ALCdevice* device, const ALCint* attributes, int maxchannels, FMOD_INITFLAGS flags) {
+FMOD_RESULT SystemData::open(ALCdevice* device, const ALCint* attributes, int maxchannels,
+                             FMOD_INITFLAGS flags) {
     if (!device)
         return FMOD_ERR_OUTPUT_INIT;
     ALCcontext* context = alcCreateContext(device, attributes);
@@ -90,7 +92,8 @@ FMOD_RESULT SystemData::start(Voice& voice) {
     alSourcei(source, AL_SOURCE_RELATIVE, relative ? AL_TRUE : AL_FALSE);
     applyPosition(voice);
     applyGain(voice);
-    std::vector<short> samples(static_cast<size_t>(voice.mStream->getRate() / 8) * voice.mStream->getChannels());
+    std::vector<short> samples(static_cast<size_t>(voice.mStream->getRate() / 8) *
+                               voice.mStream->getChannels());
     for (ALuint buffer : voice.mBuffers) {
         int frames = voice.mStream->read(samples.data(), voice.mStream->getRate() / 8, voice.mLoopsLeft);
         if (frames == 0) {
@@ -98,7 +101,8 @@ FMOD_RESULT SystemData::start(Voice& voice) {
             break;
         }
         alBufferData(buffer, formatOf(voice.mStream->getChannels()), samples.data(),
-                     frames * voice.mStream->getChannels() * static_cast<int>(sizeof(short)), voice.mStream->getRate());
+                     frames * voice.mStream->getChannels() * static_cast<int>(sizeof(short)),
+                     voice.mStream->getRate());
         alSourceQueueBuffers(source, 1, &buffer);
     }
     alSourcePlay(source);
@@ -122,8 +126,8 @@ void SystemData::refill(Voice& voice) {
             voice.mStreamDone = true;
             continue;
         }
-        alBufferData(buffer, formatOf(channels), samples.data(), got * channels * static_cast<int>(sizeof(short)),
-                     voice.mStream->getRate());
+        alBufferData(buffer, formatOf(channels), samples.data(),
+                     got * channels * static_cast<int>(sizeof(short)), voice.mStream->getRate());
         alSourceQueueBuffers(voice.mSource, 1, &buffer);
     }
 }
@@ -183,8 +187,15 @@ FMOD_RESULT System::initLoopback(int maxchannels, FMOD_INITFLAGS flags, int rate
         return FMOD_ERR_INITIALIZED;
     if (maxchannels < 1 || maxchannels > Layer::kMaxSlots || rate <= 0)
         return FMOD_ERR_INVALID_PARAM;
-    const ALCint attributes[] = {ALC_FORMAT_CHANNELS_SOFT, ALC_STEREO_SOFT, ALC_FORMAT_TYPE_SOFT, ALC_FLOAT_SOFT,
-                                 ALC_FREQUENCY, rate, ALC_HRTF_SOFT, ALC_FALSE, 0};
+    const ALCint attributes[] = {ALC_FORMAT_CHANNELS_SOFT,
+                                 ALC_STEREO_SOFT,
+                                 ALC_FORMAT_TYPE_SOFT,
+                                 ALC_FLOAT_SOFT,
+                                 ALC_FREQUENCY,
+                                 rate,
+                                 ALC_HRTF_SOFT,
+                                 ALC_FALSE,
+                                 0};
     self.mLoopback = true;
     return self.open(alcLoopbackOpenDeviceSOFT(nullptr), attributes, maxchannels, flags);
 }

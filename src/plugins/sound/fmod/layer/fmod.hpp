@@ -96,7 +96,8 @@ public:
     // Null vectors leave that attribute as it is; forward and up come together.
     FMOD_RESULT set3DListenerAttributes(int listener, const FMOD_VECTOR* pos, const FMOD_VECTOR* vel,
                                         const FMOD_VECTOR* forward, const FMOD_VECTOR* up);
-    FMOD_RESULT createSound(const char* name_or_data, FMOD_MODE mode, FMOD_CREATESOUNDEXINFO* exinfo, Sound** sound);
+    FMOD_RESULT createSound(const char* name_or_data, FMOD_MODE mode, FMOD_CREATESOUNDEXINFO* exinfo,
+                            Sound** sound);
     // With FMOD_CHANNEL_REUSE and a live handle in *channel, the new voice takes that
     // voice's place; otherwise it takes a free slot.
     FMOD_RESULT playSound(FMOD_CHANNELINDEX channelid, Sound* sound, bool paused, Channel** channel);
