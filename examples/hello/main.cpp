@@ -1,6 +1,6 @@
-// The smallest Velun program: start the engine, run the main loop with a subsystem
-// of our own, and stop it from inside a pass: when the window system asks the
-// application to end (or Escape is pressed), or after a fixed number of frames.
+// The smallest Velun program: start the engine, open a window, run the main loop with a
+// subsystem of our own, and stop it from inside a pass: when the window is closed (or
+// Escape is pressed in it), or after a fixed number of frames.
 #include <cstdint>
 #include <iostream>
 #include <vector>
@@ -11,7 +11,7 @@
 
 using namespace Velun;
 
-// Counts frames and stops the loop after a fixed number of them.
+// Counts frames and stops the loop after a fixed number of them (0: never).
 class FrameCounter : public Process {
 public:
     explicit FrameCounter(int frames) : mFrames(frames), mCount(0) {}
@@ -57,10 +57,16 @@ int main() {
     VelunCore& core = VelunCore::getSingleton();
     core.startup();
     core.setup(true);
+    // Input arrives through the window; without a display it cannot open, and a frame
+    // count ends the loop instead.
+    core.getRenderManager().initializeRenderer(false);
+    bool const window = core.getRenderManager().createRenderWindow("hello", 320, 240, false, 0, 0, nullptr);
+    if (!window)
+        std::cout << "no window: the loop ends after 100 passes" << std::endl;
 
     ProcessManager& processes = core.getProcessManager();
     CounterSubsystem subsystem(processes.createSubsystemId());
-    FrameCounter counter(100);
+    FrameCounter counter(window ? 0 : 100);
     subsystem.mProcesses.push_back(&counter);
     processes.registerSubsystem(subsystem, -1);
     QuitProcessor quitProcessor;

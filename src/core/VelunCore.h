@@ -37,7 +37,8 @@ public:
     // Creates the managers and registers the subsystems; a second call does nothing.
     void startup();
     // Installs the file name mappers for "models", "textures" and "sound" below the
-    // working directory, and the plug-ins. Looks at no file; always true.
+    // working directory, and the plug-ins. Looks at no file; always true. The argument
+    // has no effect; kept for the interface.
     bool setup(bool);
     // Destroys the managers in the order of their creation. Call it outside the main loop.
     void shutdown();

@@ -162,9 +162,9 @@ bool BoundingBox::merge(BoundingVolume const& other, Dorvan::Matrix<float, 4> co
 }
 
 bool BoundingBox::merge(BoundingVolume const& other, Dorvan::Matrix<float, 4> const* transform) {
-    int decided = mergeStates(other.getState());
-    if (decided >= 0)
-        return decided != 0;
+    MergeDecision decided = mergeStates(other.getState());
+    if (decided != MergeExtents)
+        return decided == MergeChanged;
     if (other.getVolumeType() != VolumeBox)
         return false;
     BoundingBox const& box = static_cast<BoundingBox const&>(other);

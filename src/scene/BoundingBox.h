@@ -54,17 +54,17 @@ public:
     // The same as the virtual merges for a box known to be one; the update pass calls
     // these without a virtual dispatch.
     bool mergeBox(BoundingBox const& other) {
-        int decided = mergeStates(other.mState);
-        if (decided >= 0)
-            return decided != 0;
+        MergeDecision decided = mergeStates(other.mState);
+        if (decided != MergeExtents)
+            return decided == MergeChanged;
         return mergeExtents(other.mMin.m, other.mMax.m);
     }
     bool mergeBox(BoundingBox const& other, Dorvan::Matrix<float, 4> const& transform) {
         if (transform.mIdentity)
             return mergeBox(other);
-        int decided = mergeStates(other.mState);
-        if (decided >= 0)
-            return decided != 0;
+        MergeDecision decided = mergeStates(other.mState);
+        if (decided != MergeExtents)
+            return decided == MergeChanged;
         float const* m = transform.m;
         if (m[12] != 0.0f || m[13] != 0.0f || m[14] != 0.0f || m[15] != 1.0f)
             return mergeCorners(other, transform);
@@ -110,16 +110,20 @@ public:
     Point getCorner(int i) const;
 
 private:
-    // Settles a merge by the two states: 1 or 0 for the answer, -1 when the corners
-    // have to be merged.
-    int mergeStates(int otherState) {
+    // What the two states alone settle of a merge.
+    enum MergeDecision {
+        MergeUnchanged,  // this box stays as it is
+        MergeChanged,    // this box became infinite
+        MergeExtents     // the extents have to be merged
+    };
+    MergeDecision mergeStates(int otherState) {
         if (mState == StateInfinite || otherState == StateEmpty)
-            return 0;
+            return MergeUnchanged;
         if (otherState == StateInfinite) {
             mState = StateInfinite;
-            return 1;
+            return MergeChanged;
         }
-        return -1;
+        return MergeExtents;
     }
     // lo and hi hold x, y, z and w = 1.
     bool mergeExtents(float const* lo, float const* hi) {

@@ -8,8 +8,7 @@ Traverser::Filter::~Filter() {}
 
 Traverser::Handler::~Handler() {}
 
-Traverser::Traverser(Node& root)
-    : mNodeCount(0), mSkipRoot(false), mRoot(&root), mMaxDepth(0), mCurrent(&root) {
+Traverser::Traverser(Node& root) : mSkipRoot(false), mRoot(&root), mMaxDepth(0), mCurrent(&root) {
     mPositions.reserve(32);
 }
 
@@ -64,20 +63,13 @@ int Traverser::getSibling(Group* group, int position, bool backward) const {
     return -1;
 }
 
-int Traverser::handleNode(Node& node, Direction direction, Node* previous) {
+Traverser::StatusResult Traverser::handleNode(Node& node, Direction direction, Node* previous) {
     for (Handler* handler : mHandlerList) {
-        switch (handler->handle(node, direction, previous)) {
-        case ResultContinue:
-            break;
-        case ResultAccept:
-            return 0;
-        case ResultStop:
-            return -1;
-        case ResultSkip:
-            return 1;
-        }
+        StatusResult result = handler->handle(node, direction, previous);
+        if (result != ResultContinue)
+            return result;
     }
-    return 0;
+    return ResultAccept;
 }
 
 void Traverser::resetHandler(Node& start) {
@@ -129,19 +121,16 @@ Node* Traverser::nextSibling() { return stepSideways(false); }
 
 Node* Traverser::prevSibling() { return stepSideways(true); }
 
-void Traverser::reset(bool clearVisited) {
-    mNodeCount = 0;
+void Traverser::reset(bool) {
     mMaxDepth = 0;
     mPositions.clear();
     mCurrent = mRoot;
-    if (clearVisited)
-        mVisited.clear();
 }
 
 Node* Traverser::walk(int maxDepth, bool reverse) {
     Node* start = mCurrent;
     resetHandler(*start);
-    if (!mSkipRoot && handleNode(*start, DirectionDown, nullptr) != 0)
+    if (!mSkipRoot && handleNode(*start, DirectionDown, nullptr) != ResultAccept)
         return start;
     if (start->isLeaf())
         return nullptr;
@@ -173,10 +162,10 @@ Node* Traverser::walk(int maxDepth, bool reverse) {
                 --depth;
             }
         }
-        int r = handleNode(*next, direction, previous);
-        if (r == -1)
+        StatusResult result = handleNode(*next, direction, previous);
+        if (result == ResultStop)
             return next;
-        if (r == 1)
+        if (result == ResultSkip)
             skip = true;
         previous = next;
         if (next == start)

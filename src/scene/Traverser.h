@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "foundation/LinkedMap.h"
 #include "foundation/SharedPtr.h"
 #include "foundation/Vector.h"
 #include "velun_export.h"
@@ -76,17 +75,20 @@ public:
     // Children of the current node, -1 if it is no group.
     int getChildCount() const;
     int getMaxDepth() const { return mMaxDepth; }
-    int getNodeCount() const { return mNodeCount; }
+    // No walk of the engine counts nodes: always 0, kept for the interface.
+    int getNodeCount() const { return 0; }
 
     // Each move returns the new current node, or null with the cursor unchanged.
     // Into the first child from `position` on that passes the filters; -1 searches
     // backward from the last child.
     Node* moveDown(int position);
-    Node* moveUp(bool unused = false);
+    // The argument has no effect; kept for the interface.
+    Node* moveUp(bool = false);
     Node* nextSibling();
     Node* prevSibling();
 
-    // Cursor back to the root with an empty stack and the counters at 0.
+    // Cursor back to the root with an empty stack and the maximum depth at 0. Nothing
+    // records visited nodes, so `clearVisited` has no effect; kept for the interface.
     void reset(bool clearVisited);
 
     // Walks from the current node; maxDepth 0 means no limit. Returns the node at
@@ -94,15 +96,12 @@ public:
     // null when the walk ran to its end. Call reset(false) first to start at the root.
     Node* walk(int maxDepth, bool reverse);
 
-protected:
-    int mNodeCount;
-    Dorvan::LinkedMap<std::uint64_t, int> mVisited;
-
 private:
     // The walk's steps; hidden from the library's interface so that they inline.
     VELUN_NO_EXPORT bool isFiltered(Node* node) const;
     VELUN_NO_EXPORT int getSibling(Group* group, int position, bool backward) const;
-    VELUN_NO_EXPORT int handleNode(Node& node, Direction direction, Node* previous);
+    // The first answer other than ResultContinue, ResultAccept when every handler continued.
+    VELUN_NO_EXPORT StatusResult handleNode(Node& node, Direction direction, Node* previous);
     VELUN_NO_EXPORT void resetHandler(Node& start);
     VELUN_NO_EXPORT static int getNodeChildCount(Node* node);
     VELUN_NO_EXPORT Node* stepDown(int position);

@@ -413,14 +413,14 @@ bool GLMaterialManager::updateTextureData(GLenum target, Texture& texture, bool 
                  ++level) {
                 Dorvan::SharedPtr<TextureSource> source = texture.getTextureSource(sourceIndex, level);
                 if (source && (changed || source->hasChanged(stamp))) {
-                    loadTextureData(imageTarget, *source, level, false);
+                    loadTextureData(imageTarget, *source, level);
                     loaded = true;
                 }
             }
         } else {
             Dorvan::SharedPtr<TextureSource> source = texture.getTextureSource(sourceIndex, 0);
             if (source && (changed || source->hasChanged(stamp))) {
-                loadTextureData(imageTarget, *source, 0, false);
+                loadTextureData(imageTarget, *source, 0);
                 loaded = true;
             }
         }
@@ -450,7 +450,7 @@ void GLMaterialManager::buildMipmaps2D(Texture& texture, unsigned int index) {
                       format, mContext->toGLType(info.getDataType()), source->getTextureData());
 }
 
-void GLMaterialManager::loadTextureData(GLenum target, TextureSource& source, unsigned int level, bool) {
+void GLMaterialManager::loadTextureData(GLenum target, TextureSource& source, unsigned int level) {
     TextureInfo const& info = source.getTextureInfo();
     GLenum const format = mContext->toGLFormat(info);
     GLint const internalFormat = static_cast<GLint>(mContext->toGLInternalFormat(format));

@@ -55,7 +55,7 @@ private:
                            unsigned int index);
     void updateTextureParameters(GLenum target, Texture& texture, GLenum previousUnit);
     void buildMipmaps2D(Texture& texture, unsigned int index);
-    void loadTextureData(GLenum target, TextureSource& source, unsigned int level, bool generate);
+    void loadTextureData(GLenum target, TextureSource& source, unsigned int level);
     void disableUnit(unsigned int unit);
 
     GLRenderContext* mContext;

@@ -88,7 +88,6 @@ void GLSceneManager::setupLights() {
 }
 
 void GLSceneManager::setupFog() {
-    restoreDefaultSettings();
     if (mSettings->useFog()) {
         glEnable(GL_FOG);
         glFogi(GL_FOG_MODE, GL_EXP);

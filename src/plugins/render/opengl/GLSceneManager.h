@@ -35,7 +35,7 @@ public:
 
     // Sets the pass's lights; GL lights beyond them are switched off.
     void setupLights();
-    // Brings the pass's settings back and sets fog as they say.
+    // Sets fog as the pass's settings say.
     void setupFog();
     // Null settings restore the pass's settings when `restoreIfNull` is set.
     void applyRenderSettings(Dorvan::SharedPtr<RenderSettings> settings, bool restoreIfNull);

@@ -45,6 +45,7 @@ void GLViewRenderer::setModelview() {
     // The view matrix stays one level down; each drawable is placed from it.
     glPushMatrix();
     mSceneManager.setupLights();
+    mSceneManager.restoreDefaultSettings();
     mSceneManager.setupFog();
 }
 

@@ -251,7 +251,7 @@ TEST_F(GLMaterialManagerTest, AMaterialsRenderSettingsOverrideThePassUntilOneWit
     overriding->setRenderSettings(flat);
     SharedPtr<Material> plain(new Material());
 
-    scene->setupFog();
+    scene->restoreDefaultSettings();
     EXPECT_TRUE(glIsEnabled(GL_LIGHTING));
     materials->applyMaterial(overriding);
     GLint shade = 0;

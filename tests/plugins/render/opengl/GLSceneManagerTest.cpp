@@ -140,7 +140,7 @@ TEST_F(GLSceneManagerTest, PassSettingsComeBackOnceAfterAnOverride) {
     SharedPtr<RenderSettings> pass(new RenderSettings());
     pass->setShadingMode(RenderSettings::ShadeFlat);
     GLSceneManager scene(context, pass);
-    scene.setupFog();
+    scene.restoreDefaultSettings();
     EXPECT_EQ(GL_FLAT, integer(GL_SHADE_MODEL));
     EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
     EXPECT_TRUE(glIsEnabled(GL_NORMALIZE));
