@@ -223,7 +223,7 @@ TEST_F(DevILTextureSourceLoaderTest, TakesFilesByTheirType) {
     DevILTextureSourceLoader loader;
     for (const char* type : {"png", "jpg", "jpeg", "tga", "bmp", "dds", "PNG", "Jpg"})
         EXPECT_TRUE(loader.canLoad(resource(type))) << type;
-    for (const char* type : {"ms3d", "wav", "txt", ""})
+    for (const char* type : {"ms3d", "wav", "txt", "", "gif", "pcx", "psd", "tif"})
         EXPECT_FALSE(loader.canLoad(resource(type))) << type;
     EXPECT_FALSE(loader.canConvert(TextureInfo(), false));
     EXPECT_FALSE(loader.convert(Dorvan::SharedPtr<TextureSource>(), TextureInfo(), false));

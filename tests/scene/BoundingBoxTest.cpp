@@ -14,19 +14,6 @@ namespace {
 
 typedef Dorvan::Matrix<float, 4> Matrix4;
 
-TEST(BoundingBoxTest, NewBoxIsEmptyAndOnePointBoundsIt) {
-    BoundingBox box;
-    EXPECT_EQ(box.getState(), BoundingVolume::StateEmpty);
-    EXPECT_TRUE(box.merge(Point(1, 2, 3)));
-    EXPECT_EQ(box.getState(), BoundingVolume::StateBounded);
-    EXPECT_EQ(box.getMin()[0], 1.0f);
-    EXPECT_EQ(box.getMax()[2], 3.0f);
-    EXPECT_FALSE(box.merge(Point(1, 2, 3)));
-    EXPECT_TRUE(box.merge(Point(-1, 5, 3)));
-    EXPECT_EQ(box.getMin()[0], -1.0f);
-    EXPECT_EQ(box.getMax()[1], 5.0f);
-}
-
 TEST(BoundingBoxTest, EmptyAndInfiniteVolumesInMerges) {
     BoundingBox box(Point(0, 0, 0), Point(1, 1, 1));
     BoundingBox empty;
@@ -88,28 +75,6 @@ TEST(BoundingBoxTest, AffineMergeEqualsTheEightCornersExactly) {
         EXPECT_EQ(fast.getMin()[i], corners.getMin()[i]);
         EXPECT_EQ(fast.getMax()[i], corners.getMax()[i]);
     }
-}
-
-TEST(BoundingBoxTest, ProjectiveMergeDividesByW) {
-    Matrix4 m = Matrix4::identity();
-    m(3, 3) = 2.0f;
-    BoundingBox world;
-    world.merge(BoundingBox(Point(2, 2, 2), Point(4, 4, 4)), m);
-    EXPECT_FLOAT_EQ(world.getMin()[0], 1.0f);
-    EXPECT_FLOAT_EQ(world.getMax()[0], 2.0f);
-}
-
-TEST(BoundingBoxTest, ContainsIncludesBordersAndInfiniteContainsAll) {
-    BoundingBox box(Point(0, 0, 0), Point(1, 1, 1));
-    EXPECT_TRUE(box.contains(Point(1, 0, 0.5f)));
-    EXPECT_FALSE(box.contains(Point(1.01f, 0, 0)));
-    EXPECT_EQ(box.getCoverage(Point(0.5f, 0.5f, 0.5f)), 1.0f);
-    EXPECT_EQ(box.getCoverage(Point(2, 2, 2)), 0.0f);
-
-    box.setInfinite();
-    EXPECT_TRUE(box.contains(Point(100, -100, 5)));
-    box.setEmpty();
-    EXPECT_FALSE(box.contains(Point(0.5f, 0.5f, 0.5f)));
 }
 
 TEST(BoundingBoxTest, IntersectsOtherBoxes) {

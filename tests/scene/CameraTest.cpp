@@ -20,36 +20,6 @@ protected:
     SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
 };
 
-TEST(CameraSettingsTest, DefaultsFollowTheProjectionMode) {
-    CameraSettings perspective(CameraSettings::Perspective);
-    EXPECT_DOUBLE_EQ(0.1, perspective.getNearDistance());
-    EXPECT_DOUBLE_EQ(1000.0, perspective.getFarDistance());
-    EXPECT_FLOAT_EQ(90.0f, perspective.getFovX());
-    EXPECT_FLOAT_EQ(90.0f, perspective.getFovY());
-    EXPECT_EQ(CameraSettings::AspectFovXFromY, perspective.getAspectMode());
-    EXPECT_TRUE(perspective.getRenderSettings().isNull());
-
-    CameraSettings orthographic(CameraSettings::Orthographic);
-    EXPECT_DOUBLE_EQ(1.0, orthographic.getNearDistance());
-    EXPECT_DOUBLE_EQ(10.0, orthographic.getFarDistance());
-    EXPECT_FLOAT_EQ(0.0f, orthographic.getFovX());
-    EXPECT_FLOAT_EQ(0.0f, orthographic.getFovY());
-
-    // A later switch changes the mode only.
-    perspective.setProjectionMode(CameraSettings::Orthographic);
-    EXPECT_EQ(CameraSettings::Orthographic, perspective.getProjectionMode());
-    EXPECT_DOUBLE_EQ(0.1, perspective.getNearDistance());
-    EXPECT_DOUBLE_EQ(1000.0, perspective.getFarDistance());
-}
-
-TEST(CameraSettingsTest, FieldsOfViewInRadiansAreStoredInDegrees) {
-    CameraSettings settings(CameraSettings::Perspective);
-    settings.setFovXRadian(1.5707963f);
-    settings.setFovYRadian(0.5235988f);
-    EXPECT_NEAR(90.0f, settings.getFovX(), 1e-4f);
-    EXPECT_NEAR(30.0f, settings.getFovY(), 1e-4f);
-}
-
 TEST(CameraSettingsTest, FrustrumKeepsTheTangentRatioOfTheAspect) {
     CameraSettings settings(CameraSettings::Perspective);
     settings.setNearDistance(1.0);
@@ -66,39 +36,6 @@ TEST(CameraSettingsTest, FrustrumKeepsTheTangentRatioOfTheAspect) {
     frustrum = settings.getFrustrum(Dorvan::Matrix<float, 4>::identity(), 2.0f);
     EXPECT_FLOAT_EQ(90.0f, frustrum->getFovX());
     EXPECT_NEAR(0.5f, frustrum->getTop(), 1e-5f);
-}
-
-TEST_F(CameraTest, IsAnEmptyLeafWithoutBody) {
-    Camera camera("eye", "player.eye");
-    EXPECT_EQ(Node::TypeCamera, camera.getNodeType());
-    EXPECT_EQ("eye", camera.getName());
-    EXPECT_EQ("player.eye", camera.getUniqueName());
-    EXPECT_EQ(BoundingVolume::StateEmpty, camera.getBoundingVolume()->getState());
-    EXPECT_EQ(nullptr, camera.getPhysicsVolume());
-    EXPECT_EQ(CameraSettings::Perspective, camera.getCamSettings().getProjectionMode());
-    EXPECT_EQ(CameraSettings::Orthographic, camera.getOverlaySettings().getProjectionMode());
-    EXPECT_FLOAT_EQ(2.0f, camera.getOverlayZOffset());
-    MetaCamera meta;
-    EXPECT_EQ(Node::TypeCamera, meta.getNodeType());
-}
-
-TEST_F(CameraTest, AddsNothingToTheVolumesAbove) {
-    SceneGraph& scene = scenes().createSceneGraph();
-    Branch group;
-    Camera camera;
-    group.attachChild(camera);
-    scene.getRoot()->attachChild(group);
-    scene.getUpdateTraverser()->run(0);
-    EXPECT_EQ(BoundingVolume::StateEmpty, group.getTransformedNode().getBoundingVolume().getState());
-    EXPECT_EQ(BoundingVolume::StateEmpty, camera.getBoundingVolume()->getState());
-    scene.getRoot()->detachChilds();
-    group.detachChilds();
-}
-
-TEST_F(CameraTest, CameraInNoSceneHasNoView) {
-    Camera camera;
-    EXPECT_TRUE(camera.getView(1.0f).isNull());
-    EXPECT_TRUE(camera.getOverlayView(1.0f).isNull());
 }
 
 TEST_F(CameraTest, ViewSeesFromTheCameraWorldPlace) {
@@ -123,32 +60,6 @@ TEST_F(CameraTest, ViewSeesFromTheCameraWorldPlace) {
     EXPECT_NE(view.get(), camera.getView(1.5f).get());
     scene.getRoot()->detachChilds();
     place.detachChild();
-}
-
-TEST_F(CameraTest, AspectThatIsNotPositiveGivesNoView) {
-    SceneGraph& scene = scenes().createSceneGraph();
-    Camera camera;
-    scene.getRoot()->attachChild(camera);
-    testing::internal::CaptureStderr();
-    EXPECT_TRUE(camera.getView(0.0f).isNull());
-    EXPECT_EQ("Camera::getView: the aspect must be a positive number, not 0\n",
-              testing::internal::GetCapturedStderr());
-    scene.getRoot()->detachChilds();
-}
-
-TEST_F(CameraTest, OverlayIsUsedOnlyWhenSetAndSwitchedOn) {
-    Camera camera;
-    EXPECT_FALSE(camera.useOverlay());
-    Overlay& overlay = scenes().createOverlay();
-    camera.setOverlay(overlay);
-    EXPECT_EQ(&overlay, camera.getOverlay());
-    EXPECT_TRUE(camera.useOverlay());
-    camera.setUseOverlay(false);
-    EXPECT_FALSE(camera.useOverlay());
-    // The overlay view does not ask for the switch.
-    EXPECT_FALSE(camera.getOverlayView(1.0f).isNull());
-    camera.unsetOverlay();
-    EXPECT_EQ(nullptr, camera.getOverlay());
 }
 
 TEST_F(CameraTest, OverlayViewComesFromAFixedOrthographicCamera) {

@@ -107,30 +107,4 @@ TEST(MatrixTest, InverseTimesMatrixIsTheIdentity) {
     EXPECT_FLOAT_EQ(scaled.getInverseTransformation().m[0], 0.5f);
 }
 
-TEST(MatrixTest, SingularInverseIsTheIdentity) {
-    Matrix4 singular = fromRows({1, 2, 3, 4, 2, 4, 6, 8, 0, 0, 1, 0, 0, 0, 0, 1});
-    Matrix4 inv = singular.inverse();
-    EXPECT_TRUE(inv.mIdentity);
-    expectIdentity(inv, 0);
-}
-
-TEST(MatrixTest, SetUpperCopiesTheBlockUnlessBothAreIdentities) {
-    Matrix<float, 3> upper;
-    upper.setIdentity();
-    Matrix4 m = Matrix4::identity();
-    m.setUpper(upper);
-    EXPECT_TRUE(m.mIdentity);
-
-    upper(0, 1) = 5;
-    m.setUpper(upper);
-    EXPECT_FALSE(m.mIdentity);
-    EXPECT_FLOAT_EQ(m.m[1], 5);
-    EXPECT_FLOAT_EQ(m.m[15], 1);
-
-    Matrix<float, 3> a = Matrix<float, 3>::identity();
-    EXPECT_TRUE((a * a).mIdentity);
-    TVector<float, 3> v = upper * TVector<float, 3>(0, 1, 0);
-    EXPECT_FLOAT_EQ(v[0], 5);
-}
-
 }  // namespace

@@ -11,28 +11,6 @@ namespace {
 
 class NodeTest : public SceneTest::EngineTest {};
 
-TEST_F(NodeTest, IdsNamesAndProperties) {
-    Branch a("first", "unique-first");
-    BoxLeaf b;
-    EXPECT_GT(a.getNodeId(), 0u);
-    EXPECT_EQ(b.getNodeId(), a.getNodeId() + 1);
-    EXPECT_EQ(a.getName(), "first");
-    EXPECT_EQ(a.getUniqueName(), "unique-first");
-    EXPECT_EQ(a.getNodeType(), Node::TypeGroup);
-    EXPECT_EQ(a.getNodeStatus(), Node::StatusNew);
-    EXPECT_TRUE(a.isGroup());
-    EXPECT_TRUE(b.isLeaf());
-    EXPECT_FALSE(a.isAttached());
-    EXPECT_TRUE(a.isModified(true));
-
-    a.setProperty("colour", "red");
-    EXPECT_TRUE(a.hasProperty("colour"));
-    EXPECT_EQ(a.getProperty("colour"), "red");
-    EXPECT_FALSE(a.hasProperty("size"));
-    EXPECT_EQ(a.getProperty("size"), "");
-    EXPECT_TRUE(a.hasProperty("size"));
-}
-
 TEST_F(NodeTest, AttachRulesAndMarks) {
     Branch top, group, other;
     BoxLeaf first, second;
@@ -66,21 +44,6 @@ TEST_F(NodeTest, AttachRulesAndMarks) {
     EXPECT_EQ(other.getAttachedChildCount(), 0);
 }
 
-TEST_F(NodeTest, AttachingASubtreeToASceneMarksEveryNode) {
-    SceneRoot scene(1);
-    Branch group, inner;
-    BoxLeaf a, b;
-    group.attachChild(inner);
-    inner.attachChild(a);
-    group.attachChild(b);
-    scene.getRoot()->attachChild(group);
-    for (Node* n : std::initializer_list<Node*>{&group, &inner, &a, &b}) {
-        EXPECT_EQ(n->getSceneRoot(), &scene);
-        EXPECT_EQ(n->getNodeStatus(), Node::StatusModified);
-    }
-    EXPECT_EQ(scene.getRoot()->getNodeStatus(), Node::StatusModified);
-}
-
 TEST_F(NodeTest, DetachingLeavesTheChildAliveAndShiftsPositions) {
     Branch group;
     BoxLeaf a, b, c;
@@ -107,24 +70,6 @@ TEST_F(NodeTest, DetachingLeavesTheChildAliveAndShiftsPositions) {
     EXPECT_EQ(c.getParent(), nullptr);
     EXPECT_TRUE(group.detachChilds());
     EXPECT_EQ(group.getNodeStatus(), Node::StatusModified);
-}
-
-TEST_F(NodeTest, MovingASubtreeBetweenParents) {
-    SceneRoot scene(1);
-    Branch left, right, moving;
-    BoxLeaf leaf;
-    scene.getRoot()->attachChild(left);
-    scene.getRoot()->attachChild(right);
-    left.attachChild(moving);
-    moving.attachChild(leaf);
-
-    Node* taken = left.detachChild(moving.getNodeId());
-    ASSERT_EQ(taken, &moving);
-    EXPECT_FALSE(leaf.isAttached());
-    EXPECT_EQ(right.attachChild(moving), 0);
-    EXPECT_EQ(moving.getParent(), &right);
-    EXPECT_EQ(leaf.getSceneRoot(), &scene);
-    EXPECT_EQ(left.getAttachedChildCount(), 0);
 }
 
 TEST_F(NodeTest, ChangesReachTheAncestors) {

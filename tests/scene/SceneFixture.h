@@ -2,21 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include "core/VelunCore.h"
 #include "scene/BoundingBox.h"
 #include "scene/Branch.h"
 #include "scene/Leaf.h"
 #include "scene/TransformationNode.h"
+#include "support/Engine.h"
 
 namespace SceneTest {
 
-// Nodes take their ids from the engine's SceneManager, so every test runs between
-// startup and shutdown.
-class EngineTest : public ::testing::Test {
-protected:
-    void SetUp() override { Velun::VelunCore::getSingleton().startup(); }
-    void TearDown() override { Velun::VelunCore::getSingleton().shutdown(); }
-};
+// Nodes take their ids from the engine's SceneManager.
+using EngineTest = VelunTest::EngineTest;
 
 // A leaf with an optional box of its own that counts the update pass's visits.
 class BoxLeaf : public Velun::Leaf {

@@ -35,32 +35,6 @@ TEST_F(SceneManagerTest, NodeIdsStartAtOneAndScenesShareOneCounter) {
     EXPECT_TRUE(graph.getRoot()->isAttached());
 }
 
-TEST_F(SceneManagerTest, ScenesAreFoundByPositionAndId) {
-    SceneGraph& a = scenes().createSceneGraph();
-    Overlay& hud = scenes().createOverlay();
-    SceneGraph& b = scenes().createSceneGraph();
-    EXPECT_EQ(2, scenes().getSceneGraphCount());
-    EXPECT_EQ(1, scenes().getOverlayCount());
-    EXPECT_EQ(&a, scenes().getSceneGraph(0));
-    EXPECT_EQ(&b, scenes().getSceneGraph(1));
-    EXPECT_EQ(&hud, scenes().getOverlay(0));
-    EXPECT_EQ(&b, scenes().getSceneGraphById(b.getSceneId()));
-    EXPECT_EQ(&hud, scenes().getOverlayById(hud.getSceneId()));
-    EXPECT_EQ(nullptr, scenes().getSceneGraphById(hud.getSceneId()));
-    EXPECT_EQ(nullptr, scenes().getOverlayById(a.getSceneId()));
-    EXPECT_EQ(nullptr, scenes().getSceneGraphById(99));
-    EXPECT_EQ(2, scenes().getSceneGraphCount());
-}
-
-TEST_F(SceneManagerTest, EachSceneHasOneUpdateAdapterInOrderOfCreation) {
-    SceneGraph& a = scenes().createSceneGraph();
-    Overlay& hud = scenes().createOverlay();
-    std::vector<Process*>& processes = *scenes().getProcessList();
-    ASSERT_EQ(2u, processes.size());
-    EXPECT_EQ(&a, static_cast<SceneManager::UpdateAdapter*>(processes[0])->getSceneRoot());
-    EXPECT_EQ(&hud, static_cast<SceneManager::UpdateAdapter*>(processes[1])->getSceneRoot());
-}
-
 TEST_F(SceneManagerTest, SceneWithoutCameraIsUpdatedInEveryPass) {
     SceneGraph& scene = scenes().createSceneGraph();
     TransformationNode place;
@@ -104,17 +78,6 @@ TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes)
     group.detachChilds();
 }
 
-TEST_F(SceneManagerTest, DeleteRefusesSceneOfAnotherKindOrManager) {
-    SceneGraph& graph = scenes().createSceneGraph();
-    Overlay& overlay = scenes().createOverlay();
-    SceneGraph stray(graph.getSceneId());
-    EXPECT_FALSE(scenes().deleteSceneGraph(stray));
-    EXPECT_TRUE(scenes().deleteOverlay(overlay));
-    EXPECT_EQ(0, scenes().getOverlayCount());
-    EXPECT_EQ(1, scenes().getSceneGraphCount());
-    EXPECT_EQ(1u, scenes().getProcessList()->size());
-}
-
 TEST_F(SceneManagerTest, ShutdownDestroysScenesAndDetachesTheirNodes) {
     Camera* camera = new Camera();
     Light* light = new Light();
@@ -132,22 +95,6 @@ TEST_F(SceneManagerTest, ShutdownDestroysScenesAndDetachesTheirNodes) {
     delete camera;
     delete light;
     VelunCore::getSingleton().startup();
-}
-
-TEST(SceneManagerLifetime, RepeatedStartupWithScenesLeavesNothingBehind) {
-    for (int round = 0; round < 5; ++round) {
-        VelunCore::getSingleton().startup();
-        SceneManager& scenes = VelunCore::getSingleton().getSceneManager();
-        SceneGraph& scene = scenes.createSceneGraph();
-        Overlay& hud = scenes.createOverlay();
-        scenes.createSceneGraph();
-        Camera camera;
-        scene.getRoot()->attachChild(camera);
-        camera.setOverlay(hud);
-        VelunCore::getSingleton().getProcessManager().updateSubsystem(3, true);
-        EXPECT_EQ(2, scenes.getSceneGraphCount());
-        VelunCore::getSingleton().shutdown();
-    }
 }
 
 }  // namespace

@@ -92,37 +92,4 @@ TEST(TransformationTest, MatrixCompositionAndInverse) {
 
 class TransformationNodeTest : public SceneTest::EngineTest {};
 
-TEST_F(TransformationNodeTest, ChangesMarkTheNodeAndItsAncestors) {
-    Velun::Branch top;
-    TransformationNode node("mover");
-    EXPECT_EQ(node.getNodeType(), Node::TypeTransformation);
-    top.attachChild(node);
-    top.finishUpdate();
-    node.finishUpdate();
-    node.translate(1, 2, 3, false);
-    EXPECT_EQ(node.getNodeStatus(), Node::StatusModified);
-    EXPECT_EQ(top.getNodeStatus(), Node::StatusChildModified);
-}
-
-TEST_F(TransformationNodeTest, OneChildAtATime) {
-    TransformationNode node;
-    EXPECT_EQ(node.detachChild(), nullptr);
-    BoxLeaf a, b;
-    EXPECT_EQ(node.setChild(a), nullptr);
-    EXPECT_TRUE(node.hasChild());
-    EXPECT_EQ(node.getChild(), &a);
-    EXPECT_EQ(node.setChild(b), &a);
-    EXPECT_EQ(node.getChild(), &b);
-    EXPECT_EQ(a.getParent(), nullptr);
-
-    // A node that lives elsewhere cannot come in; the present child is gone anyway.
-    Velun::Branch elsewhere;
-    BoxLeaf taken;
-    elsewhere.attachChild(taken);
-    EXPECT_EQ(node.setChild(taken), &b);
-    EXPECT_FALSE(node.hasChild());
-    EXPECT_EQ(taken.getParent(), &elsewhere);
-    EXPECT_EQ(node.detachChild(), nullptr);
-}
-
 }  // namespace

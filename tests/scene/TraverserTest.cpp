@@ -184,34 +184,4 @@ TEST_F(TraverserTest, MaxDepthHandlesButDoesNotEnter) {
     EXPECT_EQ(recorder->log(), "reset(G) G:down A:down B:next G:up ");
 }
 
-TEST_F(TraverserTest, WalkFromTheCursorCoversItsSubtreeOnly) {
-    traverser->moveDown(0);
-    traverser->walk(0, false);
-    EXPECT_EQ(recorder->log(), "reset(A) A:down A1:down A2:next A:up ");
-    EXPECT_EQ(traverser->getCurrentNode(), a.get());
-}
-
-TEST_F(TraverserTest, CursorMoves) {
-    EXPECT_EQ(traverser->getChildCount(), 2);
-    EXPECT_EQ(traverser->moveUp(), nullptr);
-    EXPECT_EQ(traverser->nextSibling(), nullptr);
-    EXPECT_EQ(traverser->moveDown(2), nullptr);
-    EXPECT_EQ(traverser->moveDown(1), b.get());
-    EXPECT_TRUE(traverser->isLeaf());
-    EXPECT_EQ(traverser->getChildCount(), -1);
-    EXPECT_EQ(traverser->moveDown(0), nullptr);
-    EXPECT_EQ(traverser->prevSibling(), a.get());
-    EXPECT_EQ(traverser->prevSibling(), nullptr);
-    EXPECT_EQ(traverser->getCurrentNode(), a.get());
-    EXPECT_EQ(traverser->moveDown(-1), a2.get());
-    EXPECT_EQ(traverser->getCurrentDepth(), 2);
-    EXPECT_EQ(traverser->getCurrentPos(), 1);
-    EXPECT_EQ(traverser->moveUp(), a.get());
-    EXPECT_EQ(traverser->moveUp(), g.get());
-    EXPECT_EQ(traverser->getMaxDepth(), 2);
-    traverser->reset(true);
-    EXPECT_EQ(traverser->getMaxDepth(), 0);
-    EXPECT_EQ(traverser->getCurrentNode(), g.get());
-}
-
 }  // namespace

@@ -2,10 +2,6 @@
 
 #include <cmath>
 
-#include "geometry/Drawable.h"
-#include "geometry/Geometry.h"
-#include "material/Material.h"
-#include "scene/ObjectNode.h"
 #include "scene/SceneRoot.h"
 #include "scene/UpdateTraverser.h"
 
@@ -229,78 +225,6 @@ TEST_F(UpdateTraverserTest, NodesAttachedLaterTakeTheirParentsPlace) {
     EXPECT_EQ(worldBox(holder).getState(), BoundingVolume::StateEmpty);
 }
 
-// An object that is itself drawn, with a volume of its own around its children's.
-class DrawnObject : public Velun::ObjectNode, public Velun::Drawable {
-public:
-    DrawnObject() : mBox(Point(0, 0, 0), Point(1, 1, 1)) {}
-    Dorvan::SharedPtr<Velun::Material> getDefaultMaterial(unsigned int) override {
-        return Dorvan::SharedPtr<Velun::Material>();
-    }
-    Dorvan::SharedPtr<Velun::Material> const getMaterial(unsigned int) const override {
-        return Dorvan::SharedPtr<Velun::Material>();
-    }
-    Dorvan::SharedPtr<Velun::Material> getMaterial(unsigned int) override {
-        return Dorvan::SharedPtr<Velun::Material>();
-    }
-    Dorvan::SharedPtr<Velun::Geometry> const getGeometry(int) const override {
-        return Dorvan::SharedPtr<Velun::Geometry>();
-    }
-    Dorvan::SharedPtr<Velun::Geometry> getGeometry(int) override {
-        return Dorvan::SharedPtr<Velun::Geometry>();
-    }
-    BoundingVolume const* getBoundingVolume() const override { return &mBox; }
-    using Group::attachChild;
-    BoundingBox mBox;
-};
-
-TEST_F(UpdateTraverserTest, DrawableGroupsAddTheirOwnVolume) {
-    TransformationNode place;
-    DrawnObject object;
-    BoxLeaf part(Point(5, 5, 5), Point(6, 6, 6));
-    root().attachChild(place);
-    place.setChild(object);
-    object.attachChild(part);
-    place.translate(10, 0, 0, false);
-    update();
-    EXPECT_EQ(worldBox(object).getMin()[0], 10.0f);
-    EXPECT_EQ(worldBox(object).getMax()[0], 16.0f);
-    EXPECT_EQ(worldBox(place).getMin()[1], 0.0f);
-}
-
-TEST_F(UpdateTraverserTest, EmptySceneKeepsTheRootsStatus) {
-    Node::NodeStatus before = root().getNodeStatus();
-    update();
-    EXPECT_EQ(root().getNodeStatus(), before);
-    EXPECT_EQ(worldBox(root()).getState(), BoundingVolume::StateInfinite);
-}
-
-TEST_F(UpdateTraverserTest, InversesDuringThePass) {
-    TransformationNode t1, t2;
-    BoxLeaf leaf;
-    root().attachChild(t1);
-    t1.setChild(t2);
-    t2.setChild(leaf);
-    t1.rotateY(0.5f, false);
-    t2.translate(1, 2, 3, false);
-    UpdateTraverser::UpdateHandler& handler = scene->getUpdateTraverser()->getUpdateHandler();
-    EXPECT_FALSE(handler.doCalcInverse());
-    handler.setCalcInverse(true);
-    update();
-    Matrix4 product = leaf.getTransformedNode().getInverseWorldTransformation() *
-                      leaf.getTransformedNode().getWorldTransformation();
-    for (int i = 0; i < 16; ++i)
-        EXPECT_NEAR(product.m[i], Matrix4::identity().m[i], 1e-5f);
-}
-
-TEST_F(UpdateTraverserTest, ModifiedFilterLeavesOutFinishedNodes) {
-    Branch done, pending;
-    root().attachChild(done);
-    done.finishUpdate();
-    UpdateTraverser::ModifiedFilter filter;
-    EXPECT_EQ(filter.filter(done), Velun::Traverser::ResultSkip);
-    EXPECT_EQ(filter.filter(pending), Velun::Traverser::ResultContinue);
-}
-
 // A handler that only watches: with it the pass takes the general traverser's walk.
 class Watcher : public Velun::Traverser::Handler {
 public:
@@ -372,21 +296,6 @@ TEST_F(UpdateTraverserTest, GeneralWalkAndOwnWalkAgree) {
                              "top place holder a holder^ place^ top^ ^ "
                              "^ "
                              "top still b still^ top^ ^ ");
-}
-
-TEST_F(UpdateTraverserTest, PassOverATreeOutsideAScene) {
-    Branch top;
-    TransformationNode place;
-    BoxLeaf leaf(Point(0, 0, 0), Point(1, 1, 1));
-    top.attachChild(place);
-    place.setChild(leaf);
-    place.scale(2, false);
-    UpdateTraverser pass(top);
-    EXPECT_EQ(pass.getSceneRoot(), nullptr);
-    pass.run(0);
-    EXPECT_EQ(worldBox(leaf).getMax()[0], 2.0f);
-    EXPECT_EQ(worldBox(top).getMax()[2], 2.0f);
-    EXPECT_EQ(top.getNodeStatus(), Node::StatusUpdated);
 }
 
 }  // namespace

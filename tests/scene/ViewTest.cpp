@@ -102,8 +102,6 @@ protected:
 
 TEST_F(ViewTest, CameraLookingAtTheSceneSeesWhatIsInFront) { EXPECT_EQ(names({"ahead"}), visible(0.0f)); }
 
-TEST_F(ViewTest, CameraLookingAwaySeesWhatIsBehind) { EXPECT_EQ(names({"behind"}), visible(Pi)); }
-
 TEST_F(ViewTest, CameraLookingAcrossSeesTheSide) {
     // Turned so that its -Z axis points along world +X.
     EXPECT_EQ(names({"right"}), visible(-0.5f * Pi));
@@ -128,46 +126,6 @@ TEST_F(ViewTest, NodeNeverUpdatedIsCulled) {
     mScene->getRoot()->attachChild(fresh);
     EXPECT_EQ(names({"ahead"}), walk(mCamera->getView(1.0f)));
     mScene->getRoot()->detachChild(fresh.getNodeId());
-}
-
-TEST_F(ViewTest, OrthographicViewVisitsEverything) {
-    mScene->getUpdateTraverser()->run(0);
-    BoxLeaf fresh("fresh");
-    mScene->getRoot()->attachChild(fresh);
-    mCamera->getCamSettings().setProjectionMode(CameraSettings::Orthographic);
-    SharedPtr<View> view = mCamera->getView(1.0f);
-    EXPECT_EQ(nullptr, view->getViewFilter());
-    EXPECT_EQ(0u, view->getFilterList().size());
-    EXPECT_EQ(names({"ahead", "behind", "right", "farLeft", "fresh"}), walk(view));
-    mScene->getRoot()->detachChild(fresh.getNodeId());
-}
-
-TEST_F(ViewTest, PerspectiveViewHasOneFilterAndStartsAtTheRoot) {
-    mScene->getUpdateTraverser()->run(0);
-    SharedPtr<Frustrum> frustrum =
-        mCamera->getCamSettings().getFrustrum(Dorvan::Matrix<float, 4>::identity(), 1.0f);
-    SharedPtr<RenderSettings> settings(new RenderSettings());
-    SharedPtr<View> view = mScene->getView(frustrum, settings);
-    ASSERT_EQ(1u, view->getFilterList().size());
-    EXPECT_EQ(view->getViewFilter(), view->getFilter(0).get());
-    EXPECT_FALSE(view->doSkipRoot());
-    EXPECT_EQ(mScene->getRoot(), view->getCurrentNode());
-    EXPECT_EQ(frustrum, view->getFrustrum());
-    EXPECT_EQ(settings, view->getRenderSettings());
-    EXPECT_EQ(mScene, &view->getSceneRoot());
-}
-
-TEST_F(ViewTest, ViewFilterSkipsNodesOutsideTheFrustrum) {
-    mScene->getUpdateTraverser()->run(0);
-    Frustrum frustrum(Dorvan::Matrix<float, 4>::identity(), CameraSettings::Perspective,
-                      CameraSettings::AspectFixed, 0.1, 100.0, 90.0f, 90.0f, 1.0f);
-    View::ViewFilter filter(&frustrum);
-    EXPECT_EQ(Traverser::ResultContinue, filter.filter(*mPlaces[0]));
-    EXPECT_GT(filter.getDistance(), 0.0f);
-    EXPECT_EQ(Traverser::ResultSkip, filter.filter(*mPlaces[1]));
-    EXPECT_LT(filter.getDistance(), 0.0f);
-    // The root's volume is infinite: never culled.
-    EXPECT_EQ(Traverser::ResultContinue, filter.filter(*mScene->getRoot()));
 }
 
 }  // namespace

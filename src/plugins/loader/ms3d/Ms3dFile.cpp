@@ -1,5 +1,6 @@
 #include "plugins/loader/ms3d/Ms3dFile.h"
 
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <sstream>
@@ -70,6 +71,21 @@ std::string recordsMissing(unsigned int count, const char* what, std::size_t byt
     return text.str();
 }
 
+// Normals need no check: the vertex data stores one without a direction as +z.
+bool allFinite(const float* values, int count) {
+    for (int i = 0; i < count; ++i) {
+        if (!std::isfinite(values[i]))
+            return false;
+    }
+    return true;
+}
+
+std::string notFinite(const char* what, unsigned int index, const char* field) {
+    std::ostringstream text;
+    text << what << ' ' << index << " has a " << field << " that is not a finite number";
+    return text.str();
+}
+
 }  // namespace
 
 Ms3dFile::Ms3dFile() : mVersion(0) {}
@@ -108,10 +124,12 @@ Ms3dFile::Result Ms3dFile::read(const void* data, std::size_t size) {
     if (in.left() < vertexCount * kVertexSize)
         return fail(recordsMissing(vertexCount, "vertices", vertexCount * kVertexSize, in.left()));
     mVertices.resize(vertexCount);
-    for (Vertex& vertex : mVertices) {
+    for (unsigned int v = 0; v < vertexCount; ++v) {
         in.skip(1);
-        in.floats(vertex.position, 3);
+        in.floats(mVertices[v].position, 3);
         in.skip(2);  // bone id, reference count
+        if (!allFinite(mVertices[v].position, 3))
+            return fail(notFinite("vertex", v, "position"));
     }
 
     if (in.left() < 2)
@@ -136,6 +154,8 @@ Ms3dFile::Result Ms3dFile::read(const void* data, std::size_t size) {
             in.floats(triangle.normals[corner], 3);
         in.floats(triangle.s, 3);
         in.floats(triangle.t, 3);
+        if (!allFinite(triangle.s, 3) || !allFinite(triangle.t, 3))
+            return fail(notFinite("triangle", t, "texture coordinate"));
         in.skip(2);  // smoothing group, group index
     }
 

@@ -9,6 +9,7 @@
 #include "geometry/Drawable.h"
 #include "geometry/VertexDataSet.h"
 #include "material/Material.h"
+#include "plugins/render/opengl/GLError.h"
 #include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/GLSceneManager.h"
 #include "scene/ObjectNode.h"
@@ -18,11 +19,7 @@ namespace Velun {
 
 namespace {
 
-void logGLError(std::string const& prefix, GLenum code) {
-    std::ostringstream text;
-    text << prefix << gluErrorString(code);
-    VelunCore::getLogger("glmaterialmanager")->error(text.str());
-}
+const char* const kChannel = "glmaterialmanager";
 
 void sendMaterialColor(GLenum name, Color const& color) {
     GLfloat const values[] = {color.r, color.g, color.b, color.a};
@@ -333,7 +330,7 @@ bool GLMaterialManager::updateTextureData(GLenum target, Texture& texture, bool 
 
     GLenum const code = glGetError();
     if (code != GL_NO_ERROR) {
-        logGLError("GL Error while updating texture data: ", code);
+        logGLError(kChannel, "GL Error while updating texture data: ", code);
         return false;
     }
     return true;
@@ -370,7 +367,7 @@ void GLMaterialManager::loadTextureData(GLenum target, TextureSource& source, un
     mContext->countTextureLoad();
     GLenum const code = glGetError();
     if (code != GL_NO_ERROR)
-        logGLError("GL Error while loading texture data: ", code);
+        logGLError(kChannel, "GL Error while loading texture data: ", code);
 }
 
 void GLMaterialManager::updateTextureParameters(GLenum target, Texture& texture, GLenum previousUnit) {
@@ -393,7 +390,7 @@ void GLMaterialManager::updateTextureParameters(GLenum target, Texture& texture,
     glTexParameterfv(target, GL_TEXTURE_BORDER_COLOR, borderColor);
     GLenum code = glGetError();
     if (code != GL_NO_ERROR) {
-        logGLError("GL Error while updating Texture parameter: ", code);
+        logGLError(kChannel, "GL Error while updating Texture parameter: ", code);
         return;
     }
 
@@ -488,7 +485,7 @@ void GLMaterialManager::updateTextureParameters(GLenum target, Texture& texture,
     if (code != GL_NO_ERROR) {
         std::ostringstream prefix;
         prefix << "GL Error while updating Texture mode [" << static_cast<int>(mode) << "]: ";
-        logGLError(prefix.str(), code);
+        logGLError(kChannel, prefix.str(), code);
     }
 }
 

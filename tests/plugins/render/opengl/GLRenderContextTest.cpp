@@ -139,11 +139,11 @@ TEST_F(GLRenderContextTest, ANeverModifiedSetIsUploadedOnce) {
     unsigned int const before = context->getBufferLoadCount();
     for (std::int64_t stamp = 1; stamp <= 4; ++stamp) {
         EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, stamp));
-        EXPECT_EQ(GLint(ids(data)->getVertexBuffer()), boundArrayBuffer());
+        EXPECT_EQ(GLint(ids(data)->getBuffer(VertexDataSet::Part::Vertex)), boundArrayBuffer());
     }
     EXPECT_EQ(before + 1, context->getBufferLoadCount());
-    EXPECT_EQ(4, ids(data)->getVertexStamp());
-    EXPECT_EQ(0, ids(data)->getColorStamp());
+    EXPECT_EQ(4, ids(data)->getStamp(VertexDataSet::Part::Vertex));
+    EXPECT_EQ(0, ids(data)->getStamp(VertexDataSet::Part::Color));
 
     // The contents really are in the buffer.
     float stored[9] = {};
@@ -156,7 +156,7 @@ TEST_F(GLRenderContextTest, AModifiedSetIsUploadedAgainOnceAfterEachChange) {
     VertexData data;
     fill(data);
     EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1));
-    unsigned int const name = ids(data)->getVertexBuffer();
+    unsigned int const name = ids(data)->getBuffer(VertexDataSet::Part::Vertex);
     unsigned int const afterFirst = context->getBufferLoadCount();
 
     data.setCurrentVertex(0);
@@ -168,7 +168,7 @@ TEST_F(GLRenderContextTest, AModifiedSetIsUploadedAgainOnceAfterEachChange) {
     EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, modified + 2));
     EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, modified + 3));
     EXPECT_EQ(afterFirst + 1, context->getBufferLoadCount());
-    EXPECT_EQ(name, ids(data)->getVertexBuffer());
+    EXPECT_EQ(name, ids(data)->getBuffer(VertexDataSet::Part::Vertex));
 
     float first = 0.0f;
     glGetBufferSubData(GL_ARRAY_BUFFER, 0, sizeof first, &first);
@@ -179,15 +179,15 @@ TEST_F(GLRenderContextTest, EachAttributeHasItsOwnBufferAndStamp) {
     VertexData data;
     fill(data);
     EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::TexCoordinate, 5));
-    EXPECT_NE(0u, ids(data)->getTexCoordBuffer());
-    EXPECT_EQ(0u, ids(data)->getVertexBuffer());
-    EXPECT_EQ(5, ids(data)->getTexCoordStamp());
+    EXPECT_NE(0u, ids(data)->getBuffer(VertexDataSet::Part::TexCoordinate));
+    EXPECT_EQ(0u, ids(data)->getBuffer(VertexDataSet::Part::Vertex));
+    EXPECT_EQ(5, ids(data)->getStamp(VertexDataSet::Part::TexCoordinate));
 
     // No colours: the binding is cleared, no buffer is made, the caller draws no array.
     EXPECT_FALSE(context->updateVertexBuffer(data, VertexDataSet::Part::Color, 6));
     EXPECT_EQ(0, boundArrayBuffer());
-    EXPECT_EQ(0u, ids(data)->getColorBuffer());
-    EXPECT_EQ(0, ids(data)->getColorStamp());
+    EXPECT_EQ(0u, ids(data)->getBuffer(VertexDataSet::Part::Color));
+    EXPECT_EQ(0, ids(data)->getStamp(VertexDataSet::Part::Color));
     EXPECT_FALSE(context->updateVertexBuffer(data, VertexDataSet::Part(17), 6));
 }
 
@@ -251,8 +251,8 @@ TEST_F(GLRenderContextTest, AGLErrorInALoadStepIsLoggedAndTheCallerFallsBackToCl
     glBindBuffer(GL_ARRAY_BUFFER, immutable);
     glBufferStorage(GL_ARRAY_BUFFER, 64, nullptr, 0);
     ASSERT_EQ(GLenum(GL_NO_ERROR), glGetError());
-    unsigned int const original = ids(data)->getVertexBuffer();
-    ids(data)->setVertexBuffer(immutable);
+    unsigned int const original = ids(data)->getBuffer(VertexDataSet::Part::Vertex);
+    ids(data)->setBuffer(VertexDataSet::Part::Vertex, immutable);
 
     data.setModified();
     std::int64_t const stamp = data.getModifiedTimestamp() + 1;
@@ -260,13 +260,44 @@ TEST_F(GLRenderContextTest, AGLErrorInALoadStepIsLoggedAndTheCallerFallsBackToCl
     EXPECT_FALSE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, stamp));
     ASSERT_EQ(1u, log.mLines.size());
     EXPECT_EQ("glrendercontext: GL Error while loading buffer: invalid operation", log.mLines[0]);
-    EXPECT_EQ(1, ids(data)->getVertexStamp());
+    EXPECT_EQ(1, ids(data)->getStamp(VertexDataSet::Part::Vertex));
     // The draw goes on from the client pointer.
     EXPECT_NE(nullptr, data.getVertices());
     EXPECT_EQ(GLenum(GL_NO_ERROR), glGetError());
 
-    ids(data)->setVertexBuffer(original);
+    ids(data)->setBuffer(VertexDataSet::Part::Vertex, original);
     glDeleteBuffers(1, &immutable);
+}
+
+TEST_F(GLRenderContextTest, AnIndexBufferIsRefilledWhenLostAndLeftToClientMemoryOnError) {
+    IndexData indices;
+    indices.initialize(3, 3);
+    for (unsigned int i : {4u, 5u, 6u})
+        indices.addIndex(i);
+    ASSERT_TRUE(context->updateIndexBuffer(indices, 1));
+    auto* set = static_cast<GLRenderContext::IndexIdSet*>(indices.getResourceData(context->getProviderId()));
+    unsigned int const name = set->getBufferId();
+    glDeleteBuffers(1, &name);
+    EXPECT_TRUE(context->updateIndexBuffer(indices, 2));
+    EXPECT_EQ(name, set->getBufferId());
+    unsigned int stored[3] = {};
+    glGetBufferSubData(GL_ELEMENT_ARRAY_BUFFER, 0, sizeof stored, stored);
+    EXPECT_EQ(6u, stored[2]);
+
+    // A buffer with immutable storage refuses glBufferData.
+    unsigned int immutable = 0;
+    glGenBuffers(1, &immutable);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, immutable);
+    glBufferStorage(GL_ELEMENT_ARRAY_BUFFER, 4, nullptr, 0);
+    set->setBufferId(immutable);
+    indices.setModified();
+    log.mLines.clear();
+    EXPECT_FALSE(context->updateIndexBuffer(indices, indices.getModifiedTimestamp() + 1));
+    ASSERT_EQ(1u, log.mLines.size());
+    EXPECT_EQ("glrendercontext: GL Error while loading index buffer: invalid operation", log.mLines[0]);
+    EXPECT_FALSE(glIsBuffer(immutable));
+    EXPECT_TRUE(context->updateIndexBuffer(indices, indices.getModifiedTimestamp() + 2));
+    glDeleteBuffers(1, &name);
 }
 
 TEST_F(GLRenderContextTest, DestroyedDataTakesItsGLObjectsWithIt) {
@@ -284,7 +315,7 @@ TEST_F(GLRenderContextTest, DestroyedDataTakesItsGLObjectsWithIt) {
         ASSERT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1));
         ASSERT_TRUE(context->updateIndexBuffer(indices, 1));
         context->bindTexture(GL_TEXTURE_2D, texture, 1);
-        buffer = ids(data)->getVertexBuffer();
+        buffer = ids(data)->getBuffer(VertexDataSet::Part::Vertex);
         index = static_cast<GLRenderContext::IndexIdSet*>(indices.getResourceData(context->getProviderId()))
                     ->getBufferId();
         textureName =
@@ -311,6 +342,7 @@ TEST_F(GLRenderContextTest, ACopiedSetIsUploadedOnItsOwn) {
     EXPECT_EQ(nullptr, ids(copy));
     unsigned int const before = context->getBufferLoadCount();
     ASSERT_TRUE(context->updateVertexBuffer(copy, VertexDataSet::Part::Vertex, 1));
-    EXPECT_NE(ids(data)->getVertexBuffer(), ids(copy)->getVertexBuffer());
+    EXPECT_NE(ids(data)->getBuffer(VertexDataSet::Part::Vertex),
+              ids(copy)->getBuffer(VertexDataSet::Part::Vertex));
     EXPECT_EQ(before + 1, context->getBufferLoadCount());
 }

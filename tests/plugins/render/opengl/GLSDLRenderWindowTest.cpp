@@ -125,7 +125,7 @@ TEST_F(GLSDLRenderWindowTest, DestroyingTheWindowDeletesItsGLObjects) {
     ASSERT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1));
     auto* ids = static_cast<GLRenderContext::DataIdSet*>(data.getResourceData(context->getProviderId()));
     ASSERT_NE(nullptr, ids);
-    unsigned int const buffer = ids->getVertexBuffer();
+    unsigned int const buffer = ids->getBuffer(VertexDataSet::Part::Vertex);
     ASSERT_TRUE(glIsBuffer(buffer));
 
     unsigned int const provider = context->getProviderId();
