@@ -159,9 +159,10 @@ float* VertexData::writable(Part part) {
 }
 
 float* VertexData::getVertexArray() {
-    if (!mUseVertex || mVertexType != DataType::Float || mVertices.isNull())
+    Attribute& vertices = attribute(Part::Vertex);
+    if (!vertices.mUsed || vertices.mValues.isNull())
         return nullptr;
-    return static_cast<float*>(mVertices.get());
+    return static_cast<float*>(vertices.mValues.get());
 }
 
 void VertexData::setVertex(float x, float y, float z) {
