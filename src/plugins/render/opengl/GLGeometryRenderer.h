@@ -48,6 +48,8 @@ public:
 private:
     void updatePolygonMode();
     void setupTextures(Dorvan::SharedPtr<Material> const& material, VertexDataSet* set);
+    enum ArraySlot { SlotVertex = 0, SlotColor = 1, SlotNormal = 2, SlotFogCoordinate = 3 };
+    void setArrayEnabled(ArraySlot slot, GLenum array, bool on);
 
     Dorvan::SharedPtr<RenderSettings> mSettings;
     GLRenderContext* mContext;
@@ -61,6 +63,8 @@ private:
     Material* mTextureMaterial;
     VertexDataSet* mTextureSet;
     VertexDataSet* mArraySet;
+    // Whether each array of ArraySlot is on: -1 unknown, 0 off, 1 on.
+    signed char mArrayStates[4];
     unsigned int mDrawCalls;
 };
 
