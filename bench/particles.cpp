@@ -10,9 +10,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "core/TimerManager.h"
-#include "core/TimerPlugin.h"
-#include "core/VelunCore.h"
+#include "../tests/support/EngineClock.h"
 #include "particle/LinearForceModel.h"
 #include "particle/ParticleEngine.h"
 #include "particle/PointEmitter.h"
@@ -27,29 +25,9 @@ const int kFrameMs = 16;
 const std::int64_t kStart = 1000;
 
 // Timestamps by hand, so that initialize and start take a known time.
-class BenchClock : public TimerPlugin {
-public:
-    BenchClock() { VelunCore::getSingleton().startup(); }
-    bool isInitialized() override { return true; }
-    bool initialize() override { return true; }
-    bool shutdown() override { return true; }
-    bool hasTimestamp() override { return true; }
-    bool hasHighresCounter() override { return false; }
-    bool hasTimer() override { return false; }
-    std::int64_t getTimestampResolution() override { return 1; }
-    std::int64_t getTimerResolution() override { return 1; }
-    double getHighresCounterResolution() override { return 1.0; }
-    std::int64_t getTimestamp() override { return kStart; }
-    SharedPtr<Timer> createTimer() override { return SharedPtr<Timer>(); }
-    SharedPtr<Counter> createHighresCounter() override { return SharedPtr<Counter>(); }
-};
-
 void useClock() {
-    static BenchClock clock;
-    static bool registered = false;
-    if (!registered)
-        VelunCore::getSingleton().getTimerManager().registerTimerPlugin(clock);
-    registered = true;
+    static VelunTest::EngineClock clock;
+    clock.setTime(kStart);
 }
 
 SharedPtr<PointEmitter> fountain(float perSecond) {

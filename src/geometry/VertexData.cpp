@@ -159,10 +159,10 @@ float* VertexData::writable(Part part) {
 }
 
 float* VertexData::getVertexArray() {
-    Attribute& vertices = attribute(Part::Vertex);
-    if (!vertices.mUsed || vertices.mValues.isNull())
+    Attribute& positions = attribute(Part::Vertex);
+    if (!positions.mUsed || positions.mValues.isNull())
         return nullptr;
-    return static_cast<float*>(vertices.mValues.get());
+    return static_cast<float*>(positions.mValues.get());
 }
 
 void VertexData::setVertex(float x, float y, float z) {

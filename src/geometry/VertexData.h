@@ -91,7 +91,7 @@ public:
     void setGrowth(int growth);
 
     // The position array for bulk writes (getNumVertex floats per vertex, detached from
-    // copies), or null when positions are not floats in use. Valid until the next
+    // copies), or null when positions are not in use. Valid until the next
     // addVertex or initialize.
     float* getVertexArray();
 

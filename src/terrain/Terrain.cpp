@@ -72,31 +72,32 @@ void Terrain::initializeTerrain(unsigned int patchLevel, unsigned int tileLevel,
         VelunCore::getLogger("terrain")->error(text.str());
         return;
     }
-    const unsigned int perEdge = 1u << tileLevel;
-    const unsigned int edge = 1u << patchLevel;
     mTileSize = tileSize;
     mInverseTileSize = 1.0f / tileSize;
     mPatchLevel = patchLevel;
-    mPatchesPerTileEdge = perEdge;
-    const float patchSize = tileSize / float(perEdge);
-    for (unsigned int y = 0; y < mTilesY; ++y) {
-        for (unsigned int x = 0; x < mTilesX; ++x) {
-            Tile* tile = new Tile(*this, x, y, 1u << (patchLevel + tileLevel));
-            mTiles.add(tile);
-            Branch* branch = new Branch();
-            TransformationNode* place = new TransformationNode();
-            place->setChild(*branch);
-            place->translate(float(x) * tileSize, 0.0f, float(y) * tileSize, false);
-            attachChild(*place);
-            mBranches.add(branch);
-            mTileNodes.add(place);
-            for (unsigned int row = 0; row < perEdge; ++row) {
-                for (unsigned int column = 0; column < perEdge; ++column) {
-                    Patch* patch = new Patch(*tile, edge, column, row, patchSize);
-                    branch->attachChild(*patch);
-                    mPatches.add(patch);
-                }
-            }
+    mPatchesPerTileEdge = 1u << tileLevel;
+    for (unsigned int y = 0; y < mTilesY; ++y)
+        for (unsigned int x = 0; x < mTilesX; ++x)
+            addTile(x, y, 1u << patchLevel);
+}
+
+// Terrain -> TransformationNode at the tile's corner -> Branch -> the tile's patches.
+void Terrain::addTile(unsigned int x, unsigned int y, unsigned int edgeVertices) {
+    Tile* tile = new Tile(*this, x, y, edgeVertices * mPatchesPerTileEdge);
+    mTiles.add(tile);
+    Branch* branch = new Branch();
+    TransformationNode* place = new TransformationNode();
+    place->setChild(*branch);
+    place->translate(float(x) * mTileSize, 0.0f, float(y) * mTileSize, false);
+    attachChild(*place);
+    mBranches.add(branch);
+    mTileNodes.add(place);
+    const float patchSize = mTileSize / float(mPatchesPerTileEdge);
+    for (unsigned int row = 0; row < mPatchesPerTileEdge; ++row) {
+        for (unsigned int column = 0; column < mPatchesPerTileEdge; ++column) {
+            Patch* patch = new Patch(*tile, edgeVertices, column, row, patchSize);
+            branch->attachChild(*patch);
+            mPatches.add(patch);
         }
     }
 }

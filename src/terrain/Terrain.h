@@ -101,6 +101,7 @@ public:
     Point getLocalPoint(Point const& point) const;
 
 private:
+    void addTile(unsigned int x, unsigned int y, unsigned int edgeVertices);
     Tile* findTile(float localX, float localZ) const;
     void deleteNodes();
     Dorvan::Matrix<float, 4> const& world() const { return getTransformedNode().getWorldTransformation(); }

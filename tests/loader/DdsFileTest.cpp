@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "loader/EngineFixture.h"
+#include "plugins/loader/devil/DdsTextureData.h"
 #include "plugins/loader/devil/DevILTextureSourceLoader.h"
 
 using namespace Velun;
@@ -16,18 +17,17 @@ struct PixelFormat {
     std::uint32_t flags;  // 0x4 four-character code, 0x40 RGB, 0x20000 luminance, 0x1 alpha
     std::uint32_t bits;
     std::uint32_t masks[4];
-    bool grey;
 };
 
 const PixelFormat kFormats[] = {
-    {"DXT1", 0x4, 0, {}, false},
-    {"DXT3", 0x4, 0, {}, false},
-    {"DXT5", 0x4, 0, {}, false},
-    {"rgb24", 0x40, 24, {0xFF0000, 0xFF00, 0xFF, 0}, false},
-    {"rgba32", 0x41, 32, {0xFF, 0xFF00, 0xFF0000, 0xFF000000}, false},
-    {"r5g6b5", 0x40, 16, {0xF800, 0x7E0, 0x1F, 0}, false},
-    {"l8", 0x20000, 8, {0xFF, 0, 0, 0}, true},
-    {"l8a8", 0x20001, 16, {0xFF, 0, 0, 0xFF00}, true},
+    {"DXT1", 0x4, 0, {}},
+    {"DXT3", 0x4, 0, {}},
+    {"DXT5", 0x4, 0, {}},
+    {"rgb24", 0x40, 24, {0xFF0000, 0xFF00, 0xFF, 0}},
+    {"rgba32", 0x41, 32, {0xFF, 0xFF00, 0xFF0000, 0xFF000000}},
+    {"r5g6b5", 0x40, 16, {0xF800, 0x7E0, 0x1F, 0}},
+    {"l8", 0x20000, 8, {0xFF, 0, 0, 0}},
+    {"l8a8", 0x20001, 16, {0xFF, 0, 0, 0xFF00}},
 };
 
 struct Rgba {
@@ -65,14 +65,8 @@ void appendSolid(std::vector<unsigned char>& bytes, const PixelFormat& format, u
                  unsigned int height, Rgba colour) {
     if (format.flags & 0x4) {
         unsigned int c565 = (colour.r >> 3) << 11 | (colour.g >> 2) << 5 | colour.b >> 3;
-        std::vector<unsigned char> block = {static_cast<unsigned char>(c565),
-                                            static_cast<unsigned char>(c565 >> 8),
-                                            static_cast<unsigned char>(c565),
-                                            static_cast<unsigned char>(c565 >> 8),
-                                            0,
-                                            0,
-                                            0,
-                                            0};
+        unsigned char low = static_cast<unsigned char>(c565), high = static_cast<unsigned char>(c565 >> 8);
+        std::vector<unsigned char> block = {low, high, low, high, 0, 0, 0, 0};
         if (format.name[3] == '3')
             block.insert(block.begin(), 8, static_cast<unsigned char>((colour.a >> 4) * 17));
         if (format.name[3] == '5')
@@ -113,7 +107,7 @@ const Rgba kColours[] = {{255, 0, 0, 136}, {0, 255, 0, 255}, {0, 0, 255, 136}, {
 Rgba kept(const PixelFormat& format, Rgba colour) {
     bool alpha =
         (format.flags & 0x1) || !std::strcmp(format.name, "DXT3") || !std::strcmp(format.name, "DXT5");
-    if (format.grey)
+    if (format.flags & 0x20000)
         colour.g = colour.b = colour.r;
     if (!alpha)
         colour.a = 255;
@@ -191,7 +185,7 @@ TEST(DdsFileTest, DecodesEveryBlockPalette) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.format);
-        PixelFormat format = {c.format, 0x4, 0, {}, false};
+        PixelFormat format = {c.format, 0x4, 0, {}};
         std::vector<unsigned char> bytes = header(format, 4, 4, 1, false);
         bytes.insert(bytes.end(), c.blocks.begin(), c.blocks.end());
         DdsFile file;
@@ -250,9 +244,29 @@ TEST_F(DdsLoaderTest, DamagedFilesGiveOneLineAndNothing) {
         EXPECT_EQ(std::string("Error opening .\\textures\\bad.dds: ") + damage.line + "\n",
                   loadDamaged("bad.dds", bytes));
     }
-    PixelFormat wide = {"rgb", 0x40, 16, {0xF800, 0x7E0, 0x1F0000, 0}, false};
+    PixelFormat wide = {"rgb", 0x40, 16, {0xF800, 0x7E0, 0x1F0000, 0}};
     EXPECT_EQ(
         "Error opening .\\textures\\mask.dds: the pixel format (flags 0x40, 16 bits) is not RGB, RGBA or "
         "luminance with fitting masks\n",
         loadDamaged("mask.dds", header(wide, 1, 1, 1, false)));
+}
+
+TEST_F(DdsLoaderTest, HandsOutEveryLevelOrTheRequestedDescription) {
+    DevILTextureSourceLoader loader;
+    Dorvan::SharedPtr<TextureSource> source =
+        loader.load(NameMapper::ResourceInfo("quads.dds", ".\\textures\\quads.dds", "dds"));
+    auto* dds = dynamic_cast<DdsTextureData*>(source.get());
+    ASSERT_NE(nullptr, dds);
+    ASSERT_EQ(5u, dds->getLevelCount());
+    EXPECT_EQ(1u, dds->getSurface(0, 4)->getTextureInfo().getWidth());
+    EXPECT_FALSE(dds->getSurface(1, 0));
+
+    TextureInfo wanted(8, 8, 1, DataType::UnsignedByte, Color::Bgr);
+    Dorvan::SharedPtr<TextureSource> converted =
+        loader.load(NameMapper::ResourceInfo("quads-dxt1.dds", ".\\textures\\quads-dxt1.dds", "dds"), wanted);
+    ASSERT_TRUE(converted);
+    EXPECT_EQ(wanted, converted->getTextureInfo());
+    // Bytes in Bgr order: red top left, blue bottom left.
+    EXPECT_TRUE((Rgba{0, 0, 255, 255}) == texel(*converted, 1, 1));
+    EXPECT_TRUE((Rgba{255, 0, 0, 255}) == texel(*converted, 1, 6));
 }

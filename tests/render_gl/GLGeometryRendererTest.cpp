@@ -52,6 +52,26 @@ TEST_F(GLGeometryRendererTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEver
     EXPECT_EQ(context().getBufferLoadCount(), afterChange);
 }
 
+TEST_F(GLGeometryRendererTest, SecondaryColoursAddToTheirOwnQuadOnly) {
+    addViewport(addCamera());
+    QuadSpec shape;
+    shape.x0 = -2;
+    shape.x1 = 0;
+    shape.colors = true;
+    shape.color = Color(0.5f, 0, 0);
+    shape.secondaryColors = true;
+    shape.secondaryColor = Color(0, 0, 1);
+    addQuad(root(), 0, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
+    shape.x0 = 0;
+    shape.x1 = 2;
+    shape.secondaryColors = false;
+    addQuad(root(), 0, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
+    frame();
+    savePicture("secondary_colour");
+    EXPECT_TRUE(near(pixel(Width / 2 - 8, Height / 2), Rgb{128, 0, 255}));
+    EXPECT_TRUE(near(pixel(Width / 2 + 8, Height / 2), Rgb{128, 0, 0}));
+}
+
 TEST_F(GLGeometryRendererTest, WireframeShadingDrawsOnlyTheEdges) {
     SharedPtr<Velun::Camera> camera = addCamera();
     camera->getCamSettings().getRenderSettings()->setShadingMode(Velun::RenderSettings::ShadeWireframe);

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <vector>
 
-#include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
+#include "scene/SceneFixture.h"
 #include "terrain/Terrain.h"
 #include "terrain/TerrainTile.h"
 #include "texture/TextureData.h"
@@ -41,11 +41,6 @@ inline SharedPtr<Velun::TextureSource> grey(unsigned int size, std::vector<unsig
     return makeImage<unsigned char>(size, size, 1, values);
 }
 
-// Nodes take their ids from the engine, so every test runs between startup and shutdown.
-class EngineTest : public ::testing::Test {
-protected:
-    void SetUp() override { Velun::VelunCore::getSingleton().startup(); }
-    void TearDown() override { Velun::VelunCore::getSingleton().shutdown(); }
-};
+using SceneTest::EngineTest;
 
 }  // namespace TerrainTest

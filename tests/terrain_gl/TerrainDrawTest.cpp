@@ -1,6 +1,8 @@
 #include <vector>
 
+#include "plugins/render/opengl/GLViewRenderer.h"
 #include "render_gl/GLDrawFixture.h"
+#include "scene/View.h"
 #include "terrain/Terrain.h"
 #include "terrain/TerrainTile.h"
 
@@ -28,6 +30,7 @@ protected:
         Velun::TransformationNode& place = own(new Velun::TransformationNode());
         place.translate(-1, 1, -2, false);
         place.rotateX(float(M_PI) / 2, true);
+        mPlace = &place;
         mTerrain = &own(new Terrain(1, 1));
         mTerrain->initializeTerrain(3, 1, 2.0f);
         place.setChild(*mTerrain);
@@ -40,6 +43,21 @@ protected:
     // Picture pixel of the tile's (u, v).
     Rgb at(float u, float v) const { return pixel(int(16 + 32 * u), int(16 + 32 * v)); }
 
+    // Draw calls of one pass of the first camera, after an update pass.
+    unsigned int drawCalls() {
+        mScene->getUpdateTraverser()->run(mTime += 20);
+        SharedPtr<Velun::View> view = mCameras.front()->getView(1.0f);
+        Velun::GLViewRenderer pass(sWindow->getGLRenderContext(), view, SharedPtr<Velun::RenderSettings>(),
+                                   view->getFrustrum());
+        pass.traverse();
+        pass.setProjection();
+        pass.setModelview();
+        pass.render();
+        pass.popModelview();
+        return pass.getObjectRenderer().getGeometryRenderer().getDrawCallCount();
+    }
+
+    Velun::TransformationNode* mPlace = nullptr;
     Terrain* mTerrain = nullptr;
 };
 
@@ -53,6 +71,10 @@ TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatches) {
             ASSERT_TRUE(near(pixel(x, y), Rgb{51, 51, 51})) << "(" << x << ", " << y << ")";
     EXPECT_TRUE(near(pixel(8, 32), Rgb{0, 0, 0}));
     EXPECT_TRUE(near(pixel(32, 56), Rgb{0, 0, 0}));
+    // One draw per patch in view: moved right, the far column of patches leaves it.
+    EXPECT_EQ(drawCalls(), 4u);
+    mPlace->translate(2.5f, 0, 0, false);
+    EXPECT_EQ(drawCalls(), 2u);
 }
 
 TEST_F(TerrainDrawTest, LayersShowWhereTheirMasksSay) {

@@ -303,7 +303,8 @@ ILuint DevILTextureSourceLoader::loadImage(const NameMapper::ResourceInfo& resou
         std::ifstream exists(path, std::ios::binary);
         code = exists ? IL_INVALID_FILE_HEADER : IL_COULD_NOT_OPEN_FILE;
     } else {
-        loaded = ilLoadImage(path.c_str());
+        // By the type the loader chose: DevIL never picks another reader from the content.
+        loaded = ilLoad(type, path.c_str());
         code = ilGetError();
     }
     if (code == IL_NO_ERROR && !loaded)
