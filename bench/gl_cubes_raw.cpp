@@ -14,7 +14,9 @@
 #include <GL/glew.h>
 #include <SDL/SDL.h>
 
+#include <chrono>
 #include <cmath>
+#include <thread>
 #include <vector>
 
 #include "draw_scene.h"
@@ -83,15 +85,26 @@ struct Window {
     float lightPosition[4] = {0, 0, 0, 0};
 
     Window() {
+        // A loaded machine now and then refuses an X connection: try a few times.
+        for (int attempt = 0; attempt < 5 && !ok; ++attempt) {
+            if (attempt > 0) {
+                SDL_Quit();
+                std::this_thread::sleep_for(std::chrono::milliseconds(200));
+            }
+            ok = open();
+        }
+        if (ok)
+            setState();
+    }
+
+    bool open() {
         if (SDL_Init(SDL_INIT_VIDEO) != 0)
-            return;
+            return false;
         SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
         SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
         SDL_GL_SetAttribute(SDL_GL_SWAP_CONTROL, 0);
-        ok = SDL_SetVideoMode(cubescene::kWin, cubescene::kWin, 0, SDL_OPENGL) && glewInit() == GLEW_OK &&
-             GLEW_VERSION_1_5;
-        if (ok)
-            setState();
+        return SDL_SetVideoMode(cubescene::kWin, cubescene::kWin, 0, SDL_OPENGL) && glewInit() == GLEW_OK &&
+               GLEW_VERSION_1_5;
     }
 
     void setState() {

@@ -37,6 +37,11 @@ public:
 
     V get(K key) override { return mMap[key]; }
     bool containsKey(K key) const override { return mMap.find(key) != mMap.end(); }
+    // The value of a key, or null, in one lookup and without entering the key.
+    V const* find(K key) const {
+        const_iterator it = mMap.find(key);
+        return it == mMap.end() ? nullptr : &it->second;
+    }
 
     bool containsValue(V value) const override {
         for (const_iterator it = mMap.begin(); it != mMap.end(); ++it)

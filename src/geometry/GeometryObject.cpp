@@ -82,15 +82,13 @@ void GeometryObject::setDefaultMaterial(unsigned int index, Dorvan::SharedPtr<Ma
 }
 
 Dorvan::SharedPtr<Material> GeometryObject::getDefaultMaterial(unsigned int index) {
-    if (!mDefaultMaterials.containsKey(index))
-        return Dorvan::SharedPtr<Material>();
-    return mDefaultMaterials.get(index);
+    Dorvan::SharedPtr<Material> const* material = mDefaultMaterials.find(index);
+    return material ? *material : Dorvan::SharedPtr<Material>();
 }
 
 Dorvan::SharedPtr<Material> const GeometryObject::getDefaultMaterial(unsigned int index) const {
-    if (!mDefaultMaterials.containsKey(index))
-        return Dorvan::SharedPtr<Material>();
-    return mDefaultMaterials.get(index);
+    Dorvan::SharedPtr<Material> const* material = mDefaultMaterials.find(index);
+    return material ? *material : Dorvan::SharedPtr<Material>();
 }
 
 bool GeometryObject::removeDefaultMaterial(unsigned int index) {

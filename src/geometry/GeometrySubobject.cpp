@@ -32,15 +32,13 @@ void GeometrySubobject::setMaterial(unsigned int index, Dorvan::SharedPtr<Materi
 }
 
 Dorvan::SharedPtr<Material> const GeometrySubobject::getMaterial(unsigned int index) const {
-    if (!mMaterials.containsKey(index))
-        return Dorvan::SharedPtr<Material>();
-    return mMaterials.get(index);
+    Dorvan::SharedPtr<Material> const* material = mMaterials.find(index);
+    return material ? *material : Dorvan::SharedPtr<Material>();
 }
 
 Dorvan::SharedPtr<Material> GeometrySubobject::getMaterial(unsigned int index) {
-    if (!mMaterials.containsKey(index))
-        return Dorvan::SharedPtr<Material>();
-    return mMaterials.get(index);
+    Dorvan::SharedPtr<Material> const* material = mMaterials.find(index);
+    return material ? *material : Dorvan::SharedPtr<Material>();
 }
 
 bool GeometrySubobject::removeMaterial(unsigned int index) {

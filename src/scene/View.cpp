@@ -10,7 +10,8 @@ View::ViewFilter::ViewFilter(Frustrum* frustrum) : mFrustrum(frustrum), mDistanc
 View::ViewFilter::~ViewFilter() {}
 
 Traverser::StatusResult View::ViewFilter::filter(Node& node) {
-    mDistance = node.getTransformedNode().getBoundingVolume().getFrustrumDistance(*mFrustrum);
+    // World volumes are always boxes: no virtual dispatch for the test every node pays.
+    mDistance = node.getTransformedNode().getBoundingBox().BoundingBox::getFrustrumDistance(*mFrustrum);
     return mDistance < 0.0f ? ResultSkip : ResultContinue;
 }
 

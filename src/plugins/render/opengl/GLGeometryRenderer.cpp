@@ -20,8 +20,8 @@ using Part = VertexDataSet::Part;
 
 GLGeometryRenderer::GLGeometryRenderer(GLRenderContext* context, SharedPtr<RenderSettings> settings)
     : mSettings(settings), mContext(context), mMaterialManager(nullptr), mPolygonMode(0), mFogSource(-1),
-      mAppliedMaterial(nullptr), mTextureMaterial(nullptr), mTextureSet(nullptr), mArraySet(nullptr),
-      mDrawCalls(0) {}
+      mAppliedMaterial(nullptr), mTextureMaterial(nullptr), mTextureSet(nullptr),
+      mArraySet(nullptr), mArrayStates{-1, -1, -1, -1, -1}, mDrawCalls(0) {}
 
 GLGeometryRenderer::~GLGeometryRenderer() {}
 
@@ -92,12 +92,42 @@ void GLGeometryRenderer::drawGroup(Geometry* geometry, GeometryGroup* group, Sha
     }
 }
 
+namespace {
+
+bool sameTextureIndices(VertexDataSet const& a, VertexDataSet const& b) {
+    Dorvan::Vector<unsigned int> const& x = a.getTexturesIndices();
+    Dorvan::Vector<unsigned int> const& y = b.getTexturesIndices();
+    if (x.size() != y.size())
+        return false;
+    for (unsigned int i = 0; i < x.size(); ++i)
+        if (x.get(i) != y.get(i))
+            return false;
+    return true;
+}
+
+}  // namespace
+
+// Objects with data of their own but one material differ only in their coordinates:
+// the units keep their textures and are pointed at the new set.
 void GLGeometryRenderer::setupTextures(SharedPtr<Material> const& material, VertexDataSet* set) {
     if (material.get() == mTextureMaterial && set == mTextureSet)
         return;
-    mMaterialManager->setupTextures(material, set);
+    if (material && material.get() == mTextureMaterial && set && mTextureSet &&
+        sameTextureIndices(*set, *mTextureSet))
+        mMaterialManager->setupTexCoordinates(*material, *set);
+    else
+        mMaterialManager->setupTextures(material, set);
     mTextureMaterial = material.get();
     mTextureSet = set;
+}
+
+// Only this renderer switches these arrays during a pass, so a state it set stays.
+void GLGeometryRenderer::setArrayEnabled(ArraySlot slot, GLenum array, bool on) {
+    signed char const state = on ? 1 : 0;
+    if (mArrayStates[slot] == state)
+        return;
+    mContext->setClientStateEnabled(array, on);
+    mArrayStates[slot] = state;
 }
 
 void GLGeometryRenderer::drawElements(IndexElement* element, VertexDataSet* set, std::int64_t stamp) {
@@ -150,7 +180,7 @@ const void* GLGeometryRenderer::placeArray(VertexDataSet& set, Part part, const 
 
 void GLGeometryRenderer::setupPositionArray(VertexDataSet& set, std::int64_t stamp) {
     const void* pointer = set.getVertices();
-    mContext->setClientStateEnabled(GL_VERTEX_ARRAY, pointer != nullptr);
+    setArrayEnabled(SlotVertex, GL_VERTEX_ARRAY, pointer != nullptr);
     if (pointer)
         glVertexPointer(set.getNumVertex(), mContext->toGLType(set.getVertexType()),
                         set.getStride(Part::Vertex), placeArray(set, Part::Vertex, pointer, stamp));
@@ -158,14 +188,14 @@ void GLGeometryRenderer::setupPositionArray(VertexDataSet& set, std::int64_t sta
 
 void GLGeometryRenderer::setupColorArrays(VertexDataSet& set, std::int64_t stamp) {
     const void* pointer = set.getColor();
-    mContext->setClientStateEnabled(GL_COLOR_ARRAY, pointer != nullptr);
+    setArrayEnabled(SlotColor, GL_COLOR_ARRAY, pointer != nullptr);
     if (pointer)
         glColorPointer(set.getNumColor(), mContext->toGLType(set.getColorType()), set.getStride(Part::Color),
                        placeArray(set, Part::Color, pointer, stamp));
 
     pointer = set.getSecondaryColor();
     const bool secondary = pointer != nullptr;
-    mContext->setClientStateEnabled(GL_SECONDARY_COLOR_ARRAY, secondary);
+    setArrayEnabled(SlotSecondaryColor, GL_SECONDARY_COLOR_ARRAY, secondary);
     // Off without the array: the current secondary colour is whatever the last array
     // left. Lit faces take their secondary colour from the lighting instead.
     mContext->setEnabled(GL_COLOR_SUM, secondary);
@@ -177,7 +207,7 @@ void GLGeometryRenderer::setupColorArrays(VertexDataSet& set, std::int64_t stamp
 
 void GLGeometryRenderer::setupNormalArray(VertexDataSet& set, std::int64_t stamp) {
     const void* pointer = set.getNormals();
-    mContext->setClientStateEnabled(GL_NORMAL_ARRAY, pointer != nullptr);
+    setArrayEnabled(SlotNormal, GL_NORMAL_ARRAY, pointer != nullptr);
     if (pointer) {
         glNormalPointer(mContext->toGLType(set.getNormalType()), set.getStride(Part::Normal),
                         placeArray(set, Part::Normal, pointer, stamp));
@@ -191,7 +221,7 @@ void GLGeometryRenderer::setupNormalArray(VertexDataSet& set, std::int64_t stamp
 void GLGeometryRenderer::setupFogCoordinateArray(VertexDataSet& set, std::int64_t stamp) {
     const void* pointer = set.getFogCoordinates();
     const bool fogCoordinates = pointer != nullptr;
-    mContext->setClientStateEnabled(GL_FOG_COORD_ARRAY, fogCoordinates);
+    setArrayEnabled(SlotFogCoordinate, GL_FOG_COORD_ARRAY, fogCoordinates);
     if (fogCoordinates)
         glFogCoordPointer(mContext->toGLType(set.getFogCoordinateType()), set.getStride(Part::FogCoordinate),
                           placeArray(set, Part::FogCoordinate, pointer, stamp));

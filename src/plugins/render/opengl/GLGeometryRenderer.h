@@ -55,6 +55,14 @@ private:
     void setupFogCoordinateArray(VertexDataSet& set, std::int64_t stamp);
     void updatePolygonMode();
     void setupTextures(Dorvan::SharedPtr<Material> const& material, VertexDataSet* set);
+    enum ArraySlot {
+        SlotVertex = 0,
+        SlotColor = 1,
+        SlotSecondaryColor = 2,
+        SlotNormal = 3,
+        SlotFogCoordinate = 4
+    };
+    void setArrayEnabled(ArraySlot slot, GLenum array, bool on);
 
     Dorvan::SharedPtr<RenderSettings> mSettings;
     GLRenderContext* mContext;
@@ -68,6 +76,8 @@ private:
     Material* mTextureMaterial;
     VertexDataSet* mTextureSet;
     VertexDataSet* mArraySet;
+    // Whether each array of ArraySlot is on: -1 unknown, 0 off, 1 on.
+    signed char mArrayStates[5];
     unsigned int mDrawCalls;
 };
 

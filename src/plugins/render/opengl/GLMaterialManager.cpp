@@ -2,6 +2,7 @@
 
 #include <GL/glu.h>
 
+#include <algorithm>
 #include <initializer_list>
 #include <sstream>
 
@@ -328,25 +329,7 @@ bool GLMaterialManager::setupTextures(Dorvan::SharedPtr<Material> material, Vert
             if (mContext->hasPointSprites())
                 glTexEnvi(GL_POINT_SPRITE_ARB, GL_COORD_REPLACE_ARB, sprites ? GL_TRUE : GL_FALSE);
 
-            unsigned int const layer = mContext->usesVertexBuffers() ? 0 : i;
-            void const* pointer = set->getTexCoordinates(layer);
-            bool buffered = false;
-            if (pointer && set->isBufferable() &&
-                mContext->updateVertexBuffer(*set, VertexDataSet::Part::TexCoordinate, now)) {
-                // All layers lie interleaved in one buffer; layer i starts i layers in.
-                std::size_t const offset =
-                    static_cast<std::size_t>(DataType::getSize(set->getTexCoordinateType(i))) *
-                    set->getNumTexCoord(0) * i;
-                pointer = reinterpret_cast<void const*>(offset);
-                buffered = true;
-            } else if (pointer) {
-                glBindBuffer(GL_ARRAY_BUFFER, 0);
-                pointer = set->getTexCoordinates(i);
-            }
-            mContext->setClientStateEnabled(GL_TEXTURE_COORD_ARRAY, buffered || pointer);
-            if (buffered || pointer)
-                glTexCoordPointer(set->getNumTexCoord(0), mContext->toGLType(set->getTexCoordinateType(i)),
-                                  set->getStride(VertexDataSet::Part::TexCoordinate), pointer);
+            pointTexCoordinates(i, *set, now);
         }
         previousUnit = GL_TEXTURE0 + i;
     }
@@ -355,6 +338,41 @@ bool GLMaterialManager::setupTextures(Dorvan::SharedPtr<Material> material, Vert
         disableUnit(i);
     mContext->setActiveTextureUnits(count);
     return true;
+}
+
+void GLMaterialManager::setupTexCoordinates(Material& material, VertexDataSet& set) {
+    TimerManager* timer = VelunCore::getSingleton().findTimerManager();
+    std::int64_t const now = timer ? timer->getTimestamp() : 0;
+    Dorvan::Vector<unsigned int> const& indices = set.getTexturesIndices();
+    unsigned int const count = std::min(indices.size(), mContext->getMaxTextureUnits());
+    for (unsigned int i = 0; i < count; ++i) {
+        if (!material.getTexture(indices.get(i)))
+            continue;
+        glClientActiveTexture(GL_TEXTURE0 + i);
+        pointTexCoordinates(i, set, now);
+    }
+}
+
+void GLMaterialManager::pointTexCoordinates(unsigned int unit, VertexDataSet& set, std::int64_t now) {
+    unsigned int const layer = mContext->usesVertexBuffers() ? 0 : unit;
+    void const* pointer = set.getTexCoordinates(layer);
+    bool buffered = false;
+    if (pointer && set.isBufferable() &&
+        mContext->updateVertexBuffer(set, VertexDataSet::Part::TexCoordinate, now)) {
+        // All layers lie interleaved in one buffer; layer i starts i layers in.
+        std::size_t const offset =
+            static_cast<std::size_t>(DataType::getSize(set.getTexCoordinateType(unit))) *
+            set.getNumTexCoord(0) * unit;
+        pointer = reinterpret_cast<void const*>(offset);
+        buffered = true;
+    } else if (pointer) {
+        glBindBuffer(GL_ARRAY_BUFFER, 0);
+        pointer = set.getTexCoordinates(unit);
+    }
+    mContext->setClientStateEnabled(GL_TEXTURE_COORD_ARRAY, buffered || pointer);
+    if (buffered || pointer)
+        glTexCoordPointer(set.getNumTexCoord(0), mContext->toGLType(set.getTexCoordinateType(unit)),
+                          set.getStride(VertexDataSet::Part::TexCoordinate), pointer);
 }
 
 void GLMaterialManager::disableTextures() {

@@ -38,6 +38,10 @@ public:
     // Binds texture unit i to the material texture that entry i of the set's texture
     // indices names, with its coordinates; units beyond are switched off. Always true.
     bool setupTextures(Dorvan::SharedPtr<Material> material, VertexDataSet* set);
+    // Only points the units at the set's coordinates: for a set with the same texture
+    // indices as the one setupTextures last ran for with this material, whose textures
+    // stay bound.
+    void setupTexCoordinates(Material& material, VertexDataSet& set);
     // Switches off every texture unit the last set-up used.
     void disableTextures();
 
@@ -57,6 +61,8 @@ private:
     void buildMipmaps2D(Texture& texture, unsigned int index);
     void loadTextureData(GLenum target, TextureSource& source, unsigned int level);
     void disableUnit(unsigned int unit);
+    // The coordinates of one unit, the unit being the client's active one.
+    void pointTexCoordinates(unsigned int unit, VertexDataSet& set, std::int64_t now);
 
     GLRenderContext* mContext;
     GLSceneManager* mSceneManager;

@@ -34,11 +34,11 @@ void GLObjectRenderer::setMaterialManager(GLMaterialManager* manager) {
     mGeometryRenderer.setMaterialManager(manager);
 }
 
-void GLObjectRenderer::addDrawable(ObjectNode* object, Drawable* drawable, float distance) {
+void GLObjectRenderer::addDrawable(ObjectNode* object, Node& node, Drawable* drawable, float distance) {
     SharedPtr<Material> material = drawable->getMaterial(0);
     if (material.isNull())
         material = object->getDefaultMaterial(0);
-    RenderEntry entry = {distance, object, drawable};
+    RenderEntry entry = {distance, object, drawable, &node};
     if (!material.isNull() && material->useBlending())
         mBlended.push_back(entry);
     else
@@ -49,22 +49,19 @@ void GLObjectRenderer::renderAll() {
     mStamp = currentTimestamp();
     glDepthMask(GL_TRUE);
     for (RenderEntry const& entry : mOpaque)
-        renderDrawable(entry.drawable, entry.object);
+        renderDrawable(entry);
     // Stable: entries at the same distance keep the order of the walk.
     std::stable_sort(mBlended.begin(), mBlended.end(),
                      [](RenderEntry const& a, RenderEntry const& b) { return a.distance > b.distance; });
     glDepthMask(GL_FALSE);
     for (RenderEntry const& entry : mBlended)
-        renderDrawable(entry.drawable, entry.object);
+        renderDrawable(entry);
     glDepthMask(GL_TRUE);
 }
 
-void GLObjectRenderer::renderDrawable(Drawable* drawable, ObjectNode* object) {
-    Node* node = dynamic_cast<Node*>(drawable);
-    if (!node)
-        return;
-    mSceneManager->setWorldTransformation(node->getTransformedNode().getWorldTransformation());
-    mGeometryRenderer.drawDrawable(drawable, object, mStamp);
+void GLObjectRenderer::renderDrawable(RenderEntry const& entry) {
+    mSceneManager->setWorldTransformation(entry.node->getTransformedNode().getWorldTransformation());
+    mGeometryRenderer.drawDrawable(entry.drawable, entry.object, mStamp);
     GLenum code = glGetError();
     if (code != GL_NO_ERROR)
         logGLError("render.opengl.GLObjectRenderer", "GL Error: ", code);

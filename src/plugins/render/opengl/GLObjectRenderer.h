@@ -10,6 +10,7 @@ class Drawable;
 class GLMaterialManager;
 class GLRenderContext;
 class GLSceneManager;
+class Node;
 class ObjectNode;
 class RenderSettings;
 
@@ -24,6 +25,8 @@ public:
         float distance;
         ObjectNode* object;
         Drawable* drawable;
+        // The drawable's own node, which places it.
+        Node* node;
     };
 
     GLObjectRenderer(GLRenderContext* context, Dorvan::SharedPtr<RenderSettings> settings);
@@ -34,11 +37,12 @@ public:
     void setMaterialManager(GLMaterialManager* manager);
     void setSceneManager(GLSceneManager* manager) { mSceneManager = manager; }
 
-    // Collection during the walk; no GL call. `distance` orders the blended list.
-    void addDrawable(ObjectNode* object, Drawable* drawable, float distance);
+    // Collection during the walk; no GL call. `node` is the drawable itself as a node;
+    // `distance` orders the blended list.
+    void addDrawable(ObjectNode* object, Node& node, Drawable* drawable, float distance);
     void renderAll();
     // Places the drawable by its node's world transformation and draws it.
-    void renderDrawable(Drawable* drawable, ObjectNode* object);
+    void renderDrawable(RenderEntry const& entry);
 
     std::vector<RenderEntry> const& getOpaqueList() const { return mOpaque; }
     // In drawing order once renderAll has run.

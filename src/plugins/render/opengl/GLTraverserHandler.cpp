@@ -1,6 +1,10 @@
 #include "plugins/render/opengl/GLTraverserHandler.h"
 
+#include <typeinfo>
+
 #include "geometry/Drawable.h"
+#include "geometry/GeometryObject.h"
+#include "geometry/GeometrySubobject.h"
 #include "plugins/render/opengl/GLObjectRenderer.h"
 #include "plugins/render/opengl/GLSceneManager.h"
 #include "scene/Light.h"
@@ -8,6 +12,24 @@
 #include "scene/ObjectNode.h"
 
 namespace Velun {
+
+namespace {
+
+// The engine's own object and drawable classes are recognised by their exact type, which
+// is much cheaper than a cast across the hierarchy; other classes are cast.
+ObjectNode* toObjectNode(Node& node) {
+    if (typeid(node) == typeid(GeometryObject))
+        return static_cast<GeometryObject*>(&node);
+    return dynamic_cast<ObjectNode*>(&node);
+}
+
+Drawable* toDrawable(Node& node) {
+    if (typeid(node) == typeid(GeometrySubobject))
+        return static_cast<GeometrySubobject*>(&node);
+    return dynamic_cast<Drawable*>(&node);
+}
+
+}  // namespace
 
 GLTraverserHandler::GLTraverserHandler(GLSceneManager* sceneManager, GLObjectRenderer* objectRenderer,
                                        View::ViewFilter* filter)
@@ -36,7 +58,7 @@ Traverser::StatusResult GLTraverserHandler::handle(Node& node, Traverser::Direct
     }
     if (direction == Traverser::DirectionDown && previous && !mCurrentObject &&
         previous->getNodeType() == Node::TypeObject)
-        mCurrentObject = dynamic_cast<ObjectNode*>(previous);
+        mCurrentObject = toObjectNode(*previous);
 
     switch (node.getNodeType()) {
     case Node::TypeLight:
@@ -45,8 +67,8 @@ Traverser::StatusResult GLTraverserHandler::handle(Node& node, Traverser::Direct
         break;
     case Node::TypeObject:
         if (mCurrentObject) {
-            if (Drawable* drawable = dynamic_cast<Drawable*>(&node))
-                mObjectRenderer->addDrawable(mCurrentObject, drawable,
+            if (Drawable* drawable = toDrawable(node))
+                mObjectRenderer->addDrawable(mCurrentObject, node, drawable,
                                              mFilter ? mFilter->getDistance() : 0.0f);
         }
         break;
