@@ -1,4 +1,4 @@
-#include "GLDrawFixture.h"
+#include "support/GLDrawFixture.h"
 
 #include <gmock/gmock.h>
 
@@ -47,14 +47,6 @@ TEST_F(GLObjectRendererTest, BlendedQuadsAreDrawnFarThenNearWhenTheNearOneComesF
     savePicture("blend_near_first");
     EXPECT_TRUE(near(centre(), Rgb{64, 128, 0}, 2));
     EXPECT_TRUE(near(pixel(Width / 2, 21), Rgb{128, 0, 0}, 2));  // the far quad alone
-}
-
-TEST_F(GLObjectRendererTest, BlendedQuadsAreDrawnFarThenNearWhenTheFarOneComesFirst) {
-    addViewport(addCamera());
-    buildPair(false);
-    frame();
-    savePicture("blend_far_first");
-    EXPECT_TRUE(near(centre(), Rgb{64, 128, 0}, 2));
 }
 
 TEST_F(GLObjectRendererTest, OpaqueObjectBehindABlendedOneShowsThroughIt) {

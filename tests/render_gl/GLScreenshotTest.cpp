@@ -1,4 +1,4 @@
-#include "GLDrawFixture.h"
+#include "support/GLDrawFixture.h"
 
 #include <cstdio>
 

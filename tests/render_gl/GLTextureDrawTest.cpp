@@ -1,4 +1,4 @@
-#include "GLDrawFixture.h"
+#include "support/GLDrawFixture.h"
 
 namespace RenderGLTest {
 
@@ -42,21 +42,40 @@ TEST_F(GLTextureDrawTest, TextureModulatesTheVertexColour) {
     EXPECT_TRUE(near(centre(), Rgb{128, 128, 64}, 2));
 }
 
+// Layer 0 (1, 0.5, 0) over white vertices of alpha 0.25 gives "previous";
+// layer 1 (0.5, 1, 0.25), constant colour (0.25, 0.5, 0.75), is combined by its mode.
 TEST_F(GLTextureDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
+    struct Case {
+        Texture::TexMode mode;
+        Rgb expected;
+    };
+    Case const cases[] = {
+        {Texture::Modulate, {128, 128, 0}},
+        {Texture::Replace, {128, 255, 64}},
+        {Texture::Add, {255, 255, 64}},
+        {Texture::Decal, {128, 255, 64}},
+        {Texture::PassPrevious, {255, 128, 0}},
+        {Texture::ModulateColor, {128, 128, 0}},
+        {Texture::InterpolateByVertexAlpha, {223, 160, 16}},
+        {Texture::ModulateConstant, {32, 128, 48}},
+    };
     addViewport(addCamera());
-    SharedPtr<Velun::Material> material = texturedQuad(2);
+    SharedPtr<Velun::Material> material(new Velun::Material());
+    material->setUseAlphaTest(false);
+    QuadSpec shape;
+    shape.layers = 2;
+    shape.colors = true;
+    shape.color = Color(1, 1, 1, 0.25f);
+    addQuad(root(), 0, 0, -2, shape, material);
     material->setTexture(0, makeTexture(1, 1, {255, 128, 0}));
-    material->setTexture(1, makeTexture(1, 1, {128, 255, 255}, Texture::Modulate));
-    frame();
-    savePicture("two_layers_modulate");
-    // (1, 0.5, 0) * (0.5, 1, 1)
-    EXPECT_TRUE(near(centre(), Rgb{128, 128, 0}, 2));
-
-    material->setTexture(1, makeTexture(1, 1, {0, 64, 128}, Texture::Add));
-    frame();
-    savePicture("two_layers_add");
-    // (1, 0.5, 0) + (0, 0.25, 0.5)
-    EXPECT_TRUE(near(centre(), Rgb{255, 192, 128}, 2));
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.mode);
+        SharedPtr<Velun::Texture> second = makeTexture(1, 1, {128, 255, 64}, c.mode);
+        second->setConstantColor(Color(0.25f, 0.5f, 0.75f, 1.0f));
+        material->setTexture(1, second);
+        frame();
+        EXPECT_TRUE(near(centre(), c.expected, 3));
+    }
 }
 
 TEST_F(GLTextureDrawTest, UnitsOfAFormerTwoLayerDrawAreOffForASingleLayerOne) {

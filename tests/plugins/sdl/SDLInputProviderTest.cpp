@@ -128,12 +128,6 @@ protected:
 
 }  // namespace
 
-TEST_F(SDLInputProviderTest, AnEmptyQueueSendsNothing) {
-    EXPECT_TRUE(provider->needsPolling());
-    poll(10);
-    EXPECT_EQ(0, recorder.mCalls);
-}
-
 TEST_F(SDLInputProviderTest, QueuedEventsArriveInOrderWithThePollTime) {
     push(key(SDL_KEYDOWN, SDLK_x, 53, KMOD_NONE, 'x'));
     push(make(SDL_VIDEOEXPOSE));

@@ -70,17 +70,6 @@ TEST_F(SDLPluginTest, RegistersAnInputProviderAndTheTimer) {
     EXPECT_EQ(0, plugin.unregisterPlugin());
 }
 
-TEST_F(SDLPluginTest, ShutdownEndsSDLAndASecondRunStartsItAgain) {
-    for (int round = 0; round < 2; ++round) {
-        core.startup();
-        core.setup(true);
-        EXPECT_NE(0u, SDL_WasInit(SDL_INIT_TIMER));
-        EXPECT_EQ(1u, core.getInputManager().getInputProviderCount());
-        core.shutdown();
-        EXPECT_EQ(0u, SDL_WasInit(SDL_INIT_TIMER));
-    }
-}
-
 TEST_F(SDLPluginTest, AQuitFromTheWindowSystemEndsTheMainLoopAfterThePass) {
     if (!std::getenv("DISPLAY"))
         GTEST_SKIP() << "SDL's event queue needs an X display (run under xvfb-run)";

@@ -81,82 +81,6 @@ struct Row {
 
 }  // namespace
 
-TEST_F(GLMaterialManagerTest, TheEnvironmentOfAUnitFollowsTheTableOfModes) {
-    // Unit 1 of two, so that the crossbar modes name existing units.
-    std::vector<Row> const rows = {
-        {Texture::Modulate, {{GL_TEXTURE_ENV_MODE, GL_MODULATE}}},
-        {Texture::Replace, {{GL_TEXTURE_ENV_MODE, GL_REPLACE}}},
-        {Texture::Blend, {{GL_TEXTURE_ENV_MODE, GL_BLEND}}},
-        {Texture::Add, {{GL_TEXTURE_ENV_MODE, GL_ADD}}},
-        {Texture::Decal, {{GL_TEXTURE_ENV_MODE, GL_DECAL}}},
-        {Texture::PassPrevious,
-         {{GL_TEXTURE_ENV_MODE, GL_COMBINE},
-          {GL_COMBINE_RGB, GL_REPLACE},
-          {GL_SOURCE0_RGB, GL_PREVIOUS},
-          {GL_OPERAND0_RGB, GL_SRC_COLOR},
-          {GL_COMBINE_ALPHA, GL_REPLACE},
-          {GL_SOURCE0_ALPHA, GL_PREVIOUS},
-          {GL_OPERAND0_ALPHA, GL_SRC_ALPHA}}},
-        {Texture::ModulateColor,
-         {{GL_TEXTURE_ENV_MODE, GL_COMBINE},
-          {GL_COMBINE_RGB, GL_MODULATE},
-          {GL_SOURCE0_RGB, GL_TEXTURE},
-          {GL_SOURCE1_RGB, GL_PREVIOUS},
-          {GL_OPERAND1_RGB, GL_SRC_COLOR},
-          {GL_COMBINE_ALPHA, GL_REPLACE},
-          {GL_SOURCE0_ALPHA, GL_PREVIOUS}}},
-        {Texture::InterpolateByTexture,
-         {{GL_TEXTURE_ENV_MODE, GL_COMBINE},
-          {GL_COMBINE_RGB, GL_INTERPOLATE},
-          {GL_SOURCE0_RGB, GL_TEXTURE0},
-          {GL_SOURCE1_RGB, GL_PREVIOUS},
-          {GL_SOURCE2_RGB, GL_TEXTURE},
-          {GL_OPERAND2_RGB, GL_SRC_COLOR}}},
-        {Texture::InterpolateByVertexAlpha,
-         {{GL_COMBINE_RGB, GL_INTERPOLATE},
-          {GL_SOURCE0_RGB, GL_TEXTURE},
-          {GL_SOURCE2_RGB, GL_PRIMARY_COLOR},
-          {GL_OPERAND2_RGB, GL_SRC_ALPHA},
-          {GL_COMBINE_ALPHA, GL_REPLACE},
-          {GL_SOURCE0_ALPHA, GL_TEXTURE}}},
-        {Texture::InterpolateByNextAlpha,
-         {{GL_COMBINE_RGB, GL_INTERPOLATE}, {GL_SOURCE2_RGB, GL_TEXTURE2}, {GL_OPERAND2_RGB, GL_SRC_ALPHA}}},
-        {Texture::InterpolateByTextureAlpha,
-         {{GL_COMBINE_RGB, GL_INTERPOLATE},
-          {GL_SOURCE2_RGB, GL_TEXTURE},
-          {GL_OPERAND2_RGB, GL_SRC_ALPHA},
-          {GL_COMBINE_ALPHA, GL_INTERPOLATE},
-          {GL_SOURCE1_ALPHA, GL_PREVIOUS},
-          {GL_SOURCE2_ALPHA, GL_TEXTURE},
-          {GL_OPERAND2_ALPHA, GL_SRC_ALPHA}}},
-        {Texture::ModulateConstant,
-         {{GL_COMBINE_RGB, GL_MODULATE},
-          {GL_SOURCE1_RGB, GL_CONSTANT},
-          {GL_COMBINE_ALPHA, GL_MODULATE},
-          {GL_SOURCE1_ALPHA, GL_CONSTANT},
-          {GL_OPERAND1_ALPHA, GL_SRC_ALPHA}}},
-    };
-    VertexData data;
-    fill(data, 2);
-    for (Row const& row : rows) {
-        SCOPED_TRACE(row.mode);
-        SharedPtr<Material> material(new Material());
-        material->setTexture(0, texture(Texture::Modulate));
-        SharedPtr<Texture2D> second = texture(row.mode);
-        second->setConstantColor(Color(0.25f, 0.5f, 0.75f, 1.0f));
-        material->setTexture(1, second);
-        ASSERT_TRUE(materials->applyMaterial(material));
-        ASSERT_TRUE(materials->setupTextures(material, &data));
-        for (auto const& entry : row.state)
-            EXPECT_EQ(entry.second, env(1, entry.first)) << "GL name 0x" << std::hex << entry.first;
-    }
-    GLfloat constant[4] = {};
-    glActiveTexture(GL_TEXTURE1);
-    glGetTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, constant);
-    EXPECT_EQ(0.5f, constant[1]);
-    EXPECT_TRUE(log.mLines.empty());
-}
-
 TEST_F(GLMaterialManagerTest, InheritLeavesTheEnvironmentAsItWas) {
     VertexData data;
     fill(data, 1);
@@ -231,40 +155,6 @@ TEST_F(GLMaterialManagerTest, MaterialFlagsAndColoursBecomeGLState) {
     EXPECT_EQ(GLenum(GL_NO_ERROR), glGetError());
 }
 
-TEST_F(GLMaterialManagerTest, ANullMaterialChangesNothingAndADrawableWithoutOneGetsTheDefault) {
-    glEnable(GL_BLEND);
-    EXPECT_FALSE(materials->applyMaterial(SharedPtr<Material>()));
-    EXPECT_TRUE(glIsEnabled(GL_BLEND));
-    SharedPtr<Material> fallback = materials->getMaterial(nullptr, nullptr, 0);
-    ASSERT_TRUE(fallback);
-    EXPECT_FALSE(fallback->useBlending());
-    EXPECT_TRUE(fallback->useAlphaTest());
-    materials->applyMaterial(fallback);
-    EXPECT_FALSE(glIsEnabled(GL_BLEND));
-}
-
-TEST_F(GLMaterialManagerTest, AMaterialsRenderSettingsOverrideThePassUntilOneWithoutFollows) {
-    SharedPtr<RenderSettings> flat(new RenderSettings());
-    flat->setShadingMode(RenderSettings::ShadeFlat);
-    flat->setUseLights(false);
-    SharedPtr<Material> overriding(new Material());
-    overriding->setRenderSettings(flat);
-    SharedPtr<Material> plain(new Material());
-
-    scene->setupFog();
-    EXPECT_TRUE(glIsEnabled(GL_LIGHTING));
-    materials->applyMaterial(overriding);
-    GLint shade = 0;
-    glGetIntegerv(GL_SHADE_MODEL, &shade);
-    EXPECT_EQ(GL_FLAT, shade);
-    EXPECT_FALSE(glIsEnabled(GL_LIGHTING));
-    materials->applyMaterial(plain);
-    glGetIntegerv(GL_SHADE_MODEL, &shade);
-    EXPECT_EQ(GL_SMOOTH, shade);
-    EXPECT_TRUE(glIsEnabled(GL_LIGHTING));
-    EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
-}
-
 TEST_F(GLMaterialManagerTest, PointSpritesReplaceCoordinatesOnTheirUnitsAndAreResetAfterwards) {
     ASSERT_TRUE(context->hasPointSprites());
     VertexData data;
@@ -335,35 +225,6 @@ TEST_F(GLMaterialManagerTest, UnitsBeyondTheOnesInUseAreSwitchedOffAcrossPasses)
     nextPass.setupTextures(gap, &two);
     EXPECT_FALSE(enabledOn(0, GL_TEXTURE_2D));
     EXPECT_TRUE(enabledOn(1, GL_TEXTURE_2D));
-}
-
-TEST_F(GLMaterialManagerTest, FiltersAndWrapModesAreSetOnEveryBind) {
-    VertexData data;
-    fill(data, 1);
-    SharedPtr<Texture2D> tex = texture(Texture::Modulate);
-    tex->setMinFilter(Texture::MipMap);
-    tex->setMipMapFilter(Texture::Nearest, Texture::Linear);
-    tex->setMagFilter(Texture::Nearest);
-    tex->setWrapMode(Texture::ClampToEdge, 0, 0);
-    tex->setWrapMode(Texture::MirroredRepeat, 1, 0);
-    SharedPtr<Material> material(new Material());
-    material->setTexture(0, tex);
-    materials->setupTextures(material, &data);
-    glActiveTexture(GL_TEXTURE0);
-    GLint value = 0;
-    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, &value);
-    EXPECT_EQ(GL_LINEAR_MIPMAP_NEAREST, value);
-    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, &value);
-    EXPECT_EQ(GL_NEAREST, value);
-    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, &value);
-    EXPECT_EQ(GL_CLAMP_TO_EDGE, value);
-    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, &value);
-    EXPECT_EQ(GL_MIRRORED_REPEAT, value);
-
-    tex->setAllFilters(Texture::Nearest);
-    materials->setupTextures(material, &data);
-    glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, &value);
-    EXPECT_EQ(GL_NEAREST, value);
 }
 
 TEST_F(GLMaterialManagerTest, TexturesAreUploadedByStamp) {

@@ -44,13 +44,6 @@ TEST_F(GLSDLRenderWindowTest, CreateReadsTheExtensionsAndAsksForADeepDepthBuffer
     EXPECT_EQ(1, alignment);
 }
 
-TEST_F(GLSDLRenderWindowTest, CreateLeavesColourAndDepthCleared) {
-    EXPECT_TRUE(allBlack(readShown()));
-    std::vector<float> depth(kWidth * kHeight, 0.0f);
-    glReadPixels(0, 0, kWidth, kHeight, GL_DEPTH_COMPONENT, GL_FLOAT, depth.data());
-    EXPECT_TRUE(std::all_of(depth.begin(), depth.end(), [](float d) { return d == 1.0f; }));
-}
-
 TEST_F(GLSDLRenderWindowTest, AWindowWithoutATargetShowsBlackInEveryFrame) {
     // What was drawn and swapped stays readable, so black below comes from the frame.
     glClearColor(1.0f, 0.5f, 0.25f, 1.0f);
@@ -69,25 +62,6 @@ TEST_F(GLSDLRenderWindowTest, AWindowWithoutATargetShowsBlackInEveryFrame) {
     EXPECT_EQ(GLenum(GL_NO_ERROR), glGetError());
 }
 
-TEST_F(GLSDLRenderWindowTest, CursorVisibilityReportsWhetherItChanged) {
-    EXPECT_TRUE(window->canControlCursor());
-    ASSERT_TRUE(window->isCursorVisible());
-    EXPECT_FALSE(window->setCursorVisible(false));
-    EXPECT_FALSE(window->isCursorVisible());
-    EXPECT_TRUE(window->setCursorVisible(false));
-    EXPECT_FALSE(window->setCursorVisible(true));
-    EXPECT_TRUE(window->isCursorVisible());
-}
-
-TEST_F(GLSDLRenderWindowTest, InputCanBeGrabbedAndReleased) {
-    EXPECT_TRUE(window->canGrabInput());
-    EXPECT_FALSE(window->isInputGrabbed());
-    EXPECT_TRUE(window->setInputGrabbed(true));
-    EXPECT_TRUE(window->isInputGrabbed());
-    EXPECT_TRUE(window->setInputGrabbed(false));
-    EXPECT_FALSE(window->isInputGrabbed());
-}
-
 TEST_F(GLSDLRenderWindowTest, WarpingMovesThePointerInsideTheWindow) {
     EXPECT_TRUE(window->warpCursor(20, 30));
     SDL_PumpEvents();
@@ -96,22 +70,6 @@ TEST_F(GLSDLRenderWindowTest, WarpingMovesThePointerInsideTheWindow) {
     SDL_GetMouseState(&x, &y);
     EXPECT_EQ(20, x);
     EXPECT_EQ(30, y);
-}
-
-TEST_F(GLSDLRenderWindowTest, AnOptionsMapChangesNothing) {
-    RenderManager& renderManager = core.getRenderManager();
-    ASSERT_TRUE(renderManager.destroyRenderWindow(window->getId()));
-    Dorvan::LinkedMap<std::string, std::string> options;
-    options.put("fullscreen", "yes");
-    options.put("width", "1");
-    RenderWindow* second = renderManager.createRenderWindow("with options", 32, 16, false, 5, 7, &options);
-    ASSERT_NE(nullptr, second);
-    EXPECT_EQ(32, second->getWidth());
-    EXPECT_EQ(16, second->getHeight());
-    EXPECT_FALSE(second->isFullscreen());
-    EXPECT_EQ(5, second->getOffsetX());
-    EXPECT_EQ(7, second->getOffsetY());
-    EXPECT_EQ(32, SDL_GetVideoSurface()->w);
 }
 
 TEST_F(GLSDLRenderWindowTest, DestroyingTheWindowDeletesItsGLObjects) {

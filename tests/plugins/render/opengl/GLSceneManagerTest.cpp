@@ -109,33 +109,6 @@ TEST_F(GLSceneManagerTest, ANinthLightReplacesTheFirst) {
         EXPECT_TRUE(glIsEnabled(GL_LIGHT0 + i));
 }
 
-TEST_F(GLSceneManagerTest, SettingsWithoutLightsSwitchLightingOff) {
-    SharedPtr<RenderSettings> settings(new RenderSettings());
-    settings->setUseLights(false);
-    GLSceneManager scene(context, settings);
-    scene.setupLights();
-    EXPECT_FALSE(glIsEnabled(GL_LIGHTING));
-}
-
-TEST_F(GLSceneManagerTest, FogFollowsThePassSettings) {
-    SharedPtr<RenderSettings> foggy(new RenderSettings());
-    foggy->setUseFog(true);
-    GLSceneManager withFog(context, foggy);
-    withFog.setupFog();
-    EXPECT_TRUE(glIsEnabled(GL_FOG));
-    EXPECT_EQ(GL_EXP, integer(GL_FOG_MODE));
-    GLfloat density = 0.0f;
-    glGetFloatv(GL_FOG_DENSITY, &density);
-    EXPECT_FLOAT_EQ(0.04f, density);
-    GLfloat color[4] = {};
-    glGetFloatv(GL_FOG_COLOR, color);
-    EXPECT_FLOAT_EQ(0.415f, color[1]);
-
-    GLSceneManager clear(context, SharedPtr<RenderSettings>());
-    clear.setupFog();
-    EXPECT_FALSE(glIsEnabled(GL_FOG));
-}
-
 TEST_F(GLSceneManagerTest, PassSettingsComeBackOnceAfterAnOverride) {
     SharedPtr<RenderSettings> pass(new RenderSettings());
     pass->setShadingMode(RenderSettings::ShadeFlat);
@@ -163,41 +136,4 @@ TEST_F(GLSceneManagerTest, PassSettingsComeBackOnceAfterAnOverride) {
     EXPECT_EQ(GL_SMOOTH, integer(GL_SHADE_MODEL));
     scene.applyRenderSettings(SharedPtr<RenderSettings>(), false);
     EXPECT_EQ(GL_SMOOTH, integer(GL_SHADE_MODEL));
-}
-
-TEST_F(GLSceneManagerTest, APassWithoutSettingsRestoresTheDefaultsInFull) {
-    GLSceneManager scene(context, SharedPtr<RenderSettings>());
-    ASSERT_TRUE(scene.getRenderSettings());
-    SharedPtr<RenderSettings> unlit(new RenderSettings());
-    unlit->setUseLights(false);
-    unlit->setShadingMode(RenderSettings::ShadeWireframe);
-    scene.applyRenderSettings(unlit, true);
-    scene.restoreDefaultSettings();
-    EXPECT_TRUE(glIsEnabled(GL_LIGHTING));
-    EXPECT_EQ(GL_SMOOTH, integer(GL_SHADE_MODEL));
-}
-
-TEST_F(GLSceneManagerTest, MatricesGoToGLTransposed) {
-    GLSceneManager scene(context, SharedPtr<RenderSettings>());
-    scene.loadMatrix(translation(1.0f, 2.0f, 3.0f));
-    GLfloat m[16] = {};
-    glGetFloatv(GL_MODELVIEW_MATRIX, m);
-    EXPECT_EQ(1.0f, m[12]);
-    EXPECT_EQ(3.0f, m[14]);
-    scene.multMatrix(translation(1.0f, 0.0f, 0.0f));
-    glGetFloatv(GL_MODELVIEW_MATRIX, m);
-    EXPECT_EQ(2.0f, m[12]);
-
-    // The world transformation replaces the previous one on top of the pushed view.
-    glLoadIdentity();
-    glTranslatef(0.0f, 0.0f, -10.0f);
-    glPushMatrix();
-    scene.setWorldTransformation(translation(5.0f, 0.0f, 0.0f));
-    scene.setWorldTransformation(translation(0.0f, 4.0f, 0.0f));
-    glGetFloatv(GL_MODELVIEW_MATRIX, m);
-    EXPECT_EQ(0.0f, m[12]);
-    EXPECT_EQ(4.0f, m[13]);
-    EXPECT_EQ(-10.0f, m[14]);
-    glPopMatrix();
-    EXPECT_EQ(GLenum(GL_NO_ERROR), glGetError());
 }

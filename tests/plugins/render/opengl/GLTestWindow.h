@@ -9,42 +9,18 @@
 #include <string>
 #include <vector>
 
-#include "core/LogManager.h"
 #include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
-#include "foundation/Logger.h"
 #include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
 #include "render/RenderManager.h"
+#include "support/Engine.h"
 #include "texture/TextureData.h"
 #include "texture/TextureInfo.h"
 
 namespace GLTest {
 
-// Collects every line with its channel, as "channel: text".
-class ChannelLog : public Dorvan::LogBackend {
-public:
-    void initialize() override { mInitialized = true; }
-    bool isInitialized() override { return mInitialized; }
-    Dorvan::SharedPtr<Dorvan::Logger> getLogger(const std::string& name) override {
-        return Dorvan::SharedPtr<Dorvan::Logger>(new Line(name, &mLines));
-    }
-    std::vector<std::string> mLines;
-
-private:
-    struct Line : Dorvan::Logger {
-        Line(std::string channel, std::vector<std::string>* lines) : mChannel(channel), mLines(lines) {}
-        void fatal(const std::string& m) override { add(m); }
-        void error(const std::string& m) override { add(m); }
-        void warn(const std::string& m) override { add(m); }
-        void info(const std::string& m) override { add(m); }
-        void debug(const std::string& m) override { add(m); }
-        void add(const std::string& m) { mLines->push_back(mChannel + ": " + m); }
-        std::string mChannel;
-        std::vector<std::string>* mLines;
-    };
-    bool mInitialized = false;
-};
+using ChannelLog = VelunTest::ChannelLog;
 
 // Xvfb resets itself when its last client leaves, as the previous test's window did,
 // and refuses connections for a moment; the engine then takes SDL video over as it is.
