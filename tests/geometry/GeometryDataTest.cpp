@@ -30,21 +30,6 @@ public:
 
 }  // namespace
 
-TEST(GeometryDataTest, GroupsAreNumberedByPositionAndStartOverAfterClearing) {
-    GeometryData geometry("rock");
-    EXPECT_EQ("rock", geometry.getName());
-    EXPECT_EQ(nullptr, geometry.getGroup(0));
-    for (unsigned int i = 0; i < 3; ++i)
-        EXPECT_EQ(i, geometry.createGroup().getGroupIndex());
-    EXPECT_EQ(3u, geometry.getElementGroups().size());
-    EXPECT_EQ(2u, geometry.getGroup(2)->getGroupIndex());
-    EXPECT_EQ(nullptr, geometry.getGroup(3));
-
-    geometry.clearGroups();
-    EXPECT_EQ(0u, geometry.getElementGroups().size());
-    EXPECT_EQ(0u, geometry.createGroup().getGroupIndex());
-}
-
 TEST(GeometryDataTest, GroupsOwnTheirElements) {
     int deleted = 0;
     {
@@ -62,30 +47,6 @@ TEST(GeometryDataTest, GroupsOwnTheirElements) {
         group.addElement(*new TrackedElement(&deleted));
     }
     EXPECT_EQ(3, deleted);
-}
-
-TEST(GeometryDataTest, SharedVertexSetAndVolumes) {
-    GeometryData geometry;
-    EXPECT_EQ(nullptr, geometry.getIndexedDataSet(0));
-    EXPECT_EQ(nullptr, geometry.getIndexedDataSet(5));
-    EXPECT_TRUE(geometry.getIndexedData(0).isNull());
-
-    Dorvan::SharedPtr<VertexData> vertices(new VertexData());
-    geometry.setIndexedVertexData(vertices);
-    geometry.setIndexedVertexData(vertices);
-    EXPECT_EQ(2, vertices.getRefCount());
-    EXPECT_EQ(vertices.get(), geometry.getIndexedDataSet(0));
-    EXPECT_EQ(vertices.get(), geometry.getIndexedData(0).get());
-
-    int deleted = 0;
-    TrackedBox* first = new TrackedBox(&deleted);
-    geometry.setBoundingVolume(first);
-    geometry.setBoundingVolume(first);
-    EXPECT_EQ(0, deleted);
-    geometry.setBoundingVolume(new TrackedBox(&deleted));
-    EXPECT_EQ(1, deleted);
-    geometry.setPhysicsVolume(new TrackedBox(&deleted));
-    EXPECT_NE(nullptr, geometry.getPhysicsVolume());
 }
 
 TEST(GeometryDataTest, DestroyingTheGeometryFreesVolumesGroupsAndOneReference) {
@@ -136,13 +97,4 @@ TEST(GeometryDataTest, IndexedElementsFixTheirTypeAndGrowth) {
     // Seen the way a renderer sees them.
     IndexElement& element = triangles;
     EXPECT_EQ(DataType::UnsignedInt, element.getIndexList().getIndexType());
-}
-
-TEST(GeometryDataTest, VertexElementCarriesItsOwnVertices) {
-    VertexElementData element(GeometryElement::LineStrip);
-    element.getVertexData().initialize(2, 2);
-    element.getVertexData().addVertex();
-    VertexElement& asRendered = element;
-    EXPECT_EQ(GeometryElement::LineStrip, asRendered.getElementType());
-    EXPECT_EQ(1u, asRendered.getVertexData().getCount());
 }

@@ -1,36 +1,17 @@
 #include <gtest/gtest.h>
 
-#include <set>
-
 #include "ObjectTestModels.h"
 #include "geometry/GeometryObject.h"
 #include "geometry/GeometryObjectFactory.h"
 #include "geometry/GeometrySubobject.h"
 #include "scene/Branch.h"
-#include "scene/Frustrum.h"
 #include "scene/SceneRoot.h"
 #include "scene/TransformationNode.h"
 #include "scene/UpdateTraverser.h"
-#include "scene/View.h"
 
 using Dorvan::SharedPtr;
 using ObjectTestModels::makeBox;
-using Velun::BoundingBox;
-using Velun::Branch;
-using Velun::CameraSettings;
-using Velun::Frustrum;
-using Velun::Geometry;
-using Velun::GeometryObject;
-using Velun::GeometryObjectFactory;
-using Velun::GeometrySubobject;
-using Velun::Material;
-using Velun::Node;
-using Velun::Point;
-using Velun::SceneRoot;
-using Velun::Transformation;
-using Velun::TransformationNode;
-using Velun::Traverser;
-using Velun::View;
+using namespace Velun;
 
 namespace {
 
@@ -76,16 +57,6 @@ TEST_F(GeometryObjectTest, EachSubobjectGetsItsOwnTransformationNode) {
     EXPECT_EQ(object.getTransformation(a->getNodeId()), static_cast<Transformation*>(node));
 }
 
-TEST_F(GeometryObjectTest, SubobjectOfAnotherObjectHasNoTransformationHere) {
-    GeometryObject one;
-    GeometryObject other;
-    GeometrySubobject* part = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
-    other.addSubobject(*part);
-    EXPECT_EQ(one.getTransformation(*part), nullptr);
-    EXPECT_EQ(one.getSubobject(part->getNodeId()), nullptr);
-    EXPECT_NE(other.getTransformation(*part), nullptr);
-}
-
 TEST_F(GeometryObjectTest, SubobjectAlreadyInATreeIsRefused) {
     GeometryObject one;
     GeometryObject other;
@@ -112,26 +83,6 @@ TEST_F(GeometryObjectTest, RemovedSubobjectGoesBackToTheCaller) {
     EXPECT_EQ(object.getSubobjectCount(), 0u);
     EXPECT_EQ(object.getTransformation(*part), nullptr);
     delete part;
-}
-
-TEST_F(GeometryObjectTest, DefaultMaterialsBySlot) {
-    GeometryObject object;
-    GeometryObject const& constObject = object;
-    SharedPtr<Material> red(new Material());
-    SharedPtr<Material> blue(new Material());
-    EXPECT_TRUE(object.getDefaultMaterial(0).isNull());
-    EXPECT_FALSE(object.removeDefaultMaterial(0));
-
-    object.setDefaultMaterial(0, red);
-    object.setDefaultMaterial(0, blue);
-    object.setDefaultMaterial(7, red);
-    EXPECT_EQ(object.getDefaultMaterial(0), blue);
-    EXPECT_EQ(constObject.getDefaultMaterial(7), red);
-    EXPECT_EQ(red.getRefCount(), 2);
-
-    EXPECT_TRUE(object.removeDefaultMaterial(7));
-    EXPECT_TRUE(object.getDefaultMaterial(7).isNull());
-    EXPECT_EQ(red.getRefCount(), 1);
 }
 
 TEST_F(GeometryObjectTest, FactoryBuildsObjectsAroundSharedData) {
@@ -198,23 +149,6 @@ TEST_F(GeometryObjectSceneTest, UpdatePassGivesWorldBoxesFromTheDrawables) {
     expectBox(worldBox(*mPlace), Point(10, 0, 0), Point(14, 1, 1));
 }
 
-TEST_F(GeometryObjectSceneTest, MovingOnePartMovesOnlyItsBox) {
-    update();
-    mObject->getTransformation(*mSecond)->translate(0, 5, 0, false);
-    update();
-    expectBox(worldBox(*mFirst), Point(10, 0, 0), Point(11, 1, 1));
-    expectBox(worldBox(*mSecond), Point(13, 5, 0), Point(14, 6, 1));
-    expectBox(worldBox(*mObject), Point(10, 0, 0), Point(14, 6, 1));
-}
-
-TEST_F(GeometryObjectSceneTest, NewGeometryRefreshesTheWorldBoxAtTheNextPass) {
-    update();
-    mFirst->setGeometry(makeBox(Point(0, 0, 0), Point(2, 2, 2)), 0);
-    update();
-    expectBox(worldBox(*mFirst), Point(10, 0, 0), Point(12, 2, 2));
-    expectBox(worldBox(*mObject), Point(10, 0, 0), Point(14, 2, 2));
-}
-
 TEST_F(GeometryObjectSceneTest, PartAddedToAnAttachedObjectIsPlacedAtTheNextPass) {
     update();
     GeometrySubobject* late = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
@@ -235,61 +169,6 @@ TEST_F(GeometryObjectSceneTest, DeletingAnAttachedObjectTakesItsPartsOut) {
     EXPECT_FALSE(mPlace->hasChild());
     update();
     EXPECT_EQ(mScene.getRoot()->getAttachedChildCount(), 1);
-}
-
-// Records the nodes a walk handles on the way down.
-class Recorder : public Traverser::Handler {
-public:
-    void reset(Node&) override { mSeen.clear(); }
-    Traverser::StatusResult handle(Node& node, Traverser::Direction direction, Node*) override {
-        if (direction != Traverser::DirectionUp)
-            mSeen.insert(node.getNodeId());
-        return Traverser::ResultContinue;
-    }
-    std::set<std::uint64_t> mSeen;
-};
-
-// A camera at the origin looking down -z with a 90 degree field of view.
-std::set<std::uint64_t> walkView(SceneRoot& scene) {
-    SharedPtr<Frustrum> frustrum(new Frustrum(Matrix4::identity(), CameraSettings::Perspective,
-                                              CameraSettings::AspectFovXFromY, 0.1, 100.0, 90.0f, 90.0f,
-                                              1.0f));
-    View view(scene, frustrum, SharedPtr<Velun::RenderSettings>());
-    Recorder* recorder = new Recorder();
-    SharedPtr<Traverser::Handler> handler(recorder);
-    view.addHandler(handler);
-    view.reset(false);
-    view.walk(0, false);
-    return recorder->mSeen;
-}
-
-TEST_F(GeometryObjectSceneTest, PerspectiveViewCullsByTheWorldBoxes) {
-    // The object at x = 10 lies right of the view; a second one straight ahead.
-    GeometryObject ahead("ahead");
-    GeometrySubobject* visible = newPart(makeBox(Point(-1, -1, -1), Point(1, 1, 1)));
-    GeometrySubobject* aside = newPart(makeBox(Point(-1, -1, -1), Point(1, 1, 1)));
-    ahead.addSubobject(*visible);
-    ahead.addSubobject(*aside);
-    ahead.getTransformation(*visible)->translate(0, 0, -10, false);
-    ahead.getTransformation(*aside)->translate(0, 0, 10, false);  // behind the camera
-    mScene.getRoot()->attachChild(ahead);
-    update();
-
-    std::set<std::uint64_t> seen = walkView(mScene);
-    EXPECT_TRUE(seen.count(ahead.getNodeId()));
-    EXPECT_TRUE(seen.count(visible->getNodeId()));
-    EXPECT_FALSE(seen.count(aside->getNodeId())) << "a part behind the camera is culled";
-    EXPECT_FALSE(seen.count(mPlace->getNodeId())) << "an object out of view is culled at its top";
-    EXPECT_FALSE(seen.count(mFirst->getNodeId()));
-    EXPECT_FALSE(seen.count(mSecond->getNodeId()));
-
-    // Brought in front of the camera, the model shows up after the next update.
-    mPlace->reset();
-    mPlace->translate(-1, 0, -20, false);
-    update();
-    seen = walkView(mScene);
-    EXPECT_TRUE(seen.count(mFirst->getNodeId()));
-    EXPECT_TRUE(seen.count(mSecond->getNodeId()));
 }
 
 }  // namespace

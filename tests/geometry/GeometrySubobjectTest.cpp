@@ -6,26 +6,11 @@
 
 using Dorvan::SharedPtr;
 using ObjectTestModels::makeBox;
-using Velun::BoundingBox;
-using Velun::Drawable;
-using Velun::Geometry;
-using Velun::GeometryData;
-using Velun::GeometrySubobject;
-using Velun::Material;
-using Velun::Node;
-using Velun::Point;
+using namespace Velun;
 
 namespace {
 
 typedef ObjectTestModels::EngineTest GeometrySubobjectTest;
-
-TEST_F(GeometrySubobjectTest, IsADrawableLeafOfTheObjectType) {
-    GeometrySubobject part("wheel");
-    EXPECT_EQ(part.getNodeType(), Node::TypeObject);
-    EXPECT_TRUE(part.isLeaf());
-    Node* node = &part;
-    EXPECT_EQ(dynamic_cast<Drawable*>(node), static_cast<Drawable*>(&part));
-}
 
 TEST_F(GeometrySubobjectTest, VolumesComeFromTheGeometry) {
     GeometrySubobject part;
@@ -57,26 +42,6 @@ TEST_F(GeometrySubobjectTest, NewGeometryMarksTheNode) {
     EXPECT_EQ(part->getNodeStatus(), Node::StatusModified);
     EXPECT_EQ(group.getNodeStatus(), Node::StatusChildModified);
     delete part;
-}
-
-TEST_F(GeometrySubobjectTest, MaterialsBySlot) {
-    GeometrySubobject part;
-    GeometrySubobject const& constPart = part;
-    SharedPtr<Material> a(new Material());
-    SharedPtr<Material> b(new Material());
-
-    EXPECT_TRUE(part.getMaterial(2).isNull());
-    EXPECT_FALSE(part.removeMaterial(2));
-    part.setMaterial(2, a);
-    part.setMaterial(2, b);
-    EXPECT_EQ(part.getMaterial(2), b);
-    EXPECT_EQ(constPart.getMaterial(2), b);
-    EXPECT_TRUE(constPart.getMaterial(1).isNull());
-    EXPECT_EQ(a.getRefCount(), 1);
-
-    EXPECT_TRUE(part.removeMaterial(2));
-    EXPECT_TRUE(part.getMaterial(2).isNull());
-    EXPECT_EQ(b.getRefCount(), 1);
 }
 
 }  // namespace

@@ -24,15 +24,6 @@ TEST(IndexDataTest, AddsAndGrowsUnsignedInts) {
     EXPECT_FALSE(list.setIndex(3, 5));
 }
 
-TEST(IndexDataTest, UninitialisedListCountsButStoresNothing) {
-    IndexData list;
-    EXPECT_EQ(0u, list.addIndex(7));
-    EXPECT_EQ(0u, list.addIndex(8));
-    EXPECT_EQ(2u, list.getCount());
-    EXPECT_EQ(nullptr, list.getIndexList());
-    EXPECT_FALSE(list.setIndex(0, 1));
-}
-
 TEST(IndexDataTest, ShortAndByteListsStoreConvertedValues) {
     IndexData shorts;
     shorts.setIndexType(DataType::UnsignedShort);
@@ -51,15 +42,6 @@ TEST(IndexDataTest, ShortAndByteListsStoreConvertedValues) {
     bytes.initialize(4, 4);
     bytes.addIndex(200);
     EXPECT_EQ(200u, static_cast<const std::uint8_t*>(bytes.getIndexList())[0]);
-}
-
-TEST(IndexDataTest, NonIntegerListsCountButStoreNothing) {
-    IndexData list;
-    list.setIndexType(DataType::Float);
-    list.initialize(2, 2);
-    EXPECT_EQ(0u, list.addIndex(3));
-    EXPECT_EQ(1u, list.getCount());
-    EXPECT_FALSE(list.setIndex(0, 3));
 }
 
 TEST(IndexDataTest, ACopySharesTheListUntilOneSideWrites) {

@@ -14,25 +14,6 @@ const float* floats(const void* p) { return static_cast<const float*>(p); }
 
 }  // namespace
 
-TEST(VertexDataTest, FreshSetHasPositionsOnlyAndDefaultShapes) {
-    VertexData data;
-    EXPECT_EQ(DataType::Float, data.getVertexType());
-    EXPECT_EQ(DataType::None, data.getColorType());
-    EXPECT_EQ(DataType::None, data.getSecondaryColorType());
-    EXPECT_EQ(DataType::None, data.getNormalType());
-    EXPECT_EQ(DataType::None, data.getFogCoordinateType());
-    EXPECT_EQ(DataType::None, data.getTexCoordinateType(0));
-    EXPECT_EQ(3, data.getNumVertex());
-    EXPECT_EQ(4, data.getNumColor());
-    EXPECT_EQ(3, data.getNumSecondaryColor());
-    EXPECT_EQ(2, data.getNumTexCoord(0));
-    EXPECT_EQ(0u, data.getCount());
-    EXPECT_EQ(0u, data.getNumTexLayer());
-    EXPECT_EQ(nullptr, data.getVertices());
-    EXPECT_TRUE(data.isBufferable());
-    EXPECT_NE(0u, data.getId());
-}
-
 TEST(VertexDataTest, GrowsByTheConstantStepAndAddVertexMakesItCurrent) {
     VertexData data;
     data.initialize(4, 2);
@@ -51,17 +32,6 @@ TEST(VertexDataTest, GrowsByTheConstantStepAndAddVertexMakesItCurrent) {
     // Only positions were in use.
     EXPECT_EQ(nullptr, data.getColor());
     EXPECT_EQ(nullptr, data.getNormals());
-}
-
-TEST(VertexDataTest, ZeroGrowthStillGrowsOneAtATime) {
-    VertexData data;
-    data.initialize(0, 0);
-    data.addVertex();
-    data.setVertex(1, 2, 3);
-    data.addVertex();
-    data.setVertex(4, 5, 6);
-    EXPECT_EQ(2u, data.getCapacity());
-    EXPECT_FLOAT_EQ(6.0f, floats(data.getVertices())[5]);
 }
 
 TEST(VertexDataTest, WritesWithoutATargetAreIgnored) {
@@ -163,18 +133,6 @@ TEST(VertexDataTest, ACopySharesArraysUntilOneSideWrites) {
     assigned = source;
     EXPECT_EQ(ownId, assigned.getId());
     EXPECT_EQ(source.getVertices(), assigned.getVertices());
-}
-
-TEST(VertexDataTest, DeleteDataKeepsCountButReportsNoArrays) {
-    VertexData data;
-    data.initialize(2, 2);
-    data.addVertex();
-    data.deleteData();
-    EXPECT_EQ(1u, data.getCount());
-    EXPECT_EQ(nullptr, data.getVertices());
-    // A renderer is never told to read a missing array.
-    EXPECT_EQ(DataType::None, data.getVertexType());
-    data.setVertex(1, 1, 1);
 }
 
 TEST(VertexDataTest, StampsMoveOnlyOnSetModified) {
