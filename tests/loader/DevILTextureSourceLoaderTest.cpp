@@ -208,38 +208,6 @@ TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
     EXPECT_EQ(before, after);
 }
 
-TEST_F(DevILTextureSourceLoaderTest, RefusesAPngCutInsideAChunk) {
-    std::ifstream in(VELUN_TEST_DATA_DIR "/images/rgb.png", std::ios::binary);
-    std::vector<char> bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    std::ofstream((mDirectory / "textures" / "cut.png").string(), std::ios::binary).write(bytes.data(), 60);
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(source("cut.png"));
-    EXPECT_EQ(std::string("Error opening .\\textures\\cut.png: ") + iluErrorString(IL_INVALID_FILE_HEADER) +
-                  "\n",
-              testing::internal::GetCapturedStderr());
-}
-
-TEST_F(DevILTextureSourceLoaderTest, TakesFilesByTheirType) {
-    DevILTextureSourceLoader loader;
-    for (const char* type : {"png", "jpg", "jpeg", "tga", "bmp", "dds", "PNG", "Jpg"})
-        EXPECT_TRUE(loader.canLoad(resource(type))) << type;
-    for (const char* type : {"ms3d", "wav", "txt", ""})
-        EXPECT_FALSE(loader.canLoad(resource(type))) << type;
-    EXPECT_FALSE(loader.canConvert(TextureInfo(), false));
-    EXPECT_FALSE(loader.convert(Dorvan::SharedPtr<TextureSource>(), TextureInfo(), false));
-
-    TextureInfo palette;
-    palette.setColorFormat(Color::ColorIndex);
-    EXPECT_TRUE(loader.canLoad(resource("png"), TextureInfo()));
-    EXPECT_FALSE(loader.canLoad(resource("png"), palette));
-    EXPECT_FALSE(loader.canLoad(resource("wav"), TextureInfo()));
-
-    // A name no loader takes is nobody's error.
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(source("notes.txt"));
-    EXPECT_EQ("", testing::internal::GetCapturedStderr());
-}
-
 TEST_F(DevILTextureSourceLoaderTest, DeliversARequestedDescription) {
     TextureInfo wanted;
     wanted.setWidth(8);
@@ -284,15 +252,4 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
     EXPECT_EQ(255, texel(*again, 3, 3).r);
     again = Dorvan::SharedPtr<TextureSource>();
     loader.shutdown();
-}
-
-TEST_F(DevILTextureSourceLoaderTest, PluginRegistersAndRemovesItsLoader) {
-    TextureManager& textures = core.getResourceManager().getTextureManager();
-    EXPECT_EQ(1u, textures.getTextureSourceLoaderCount());
-    EXPECT_EQ(0, plugin.registerPlugin());
-    EXPECT_EQ(1u, textures.getTextureSourceLoaderCount());
-    EXPECT_EQ(0, plugin.unregisterPlugin());
-    EXPECT_EQ(0u, textures.getTextureSourceLoaderCount());
-    // Without a loader a name finds nothing, and nobody complains.
-    EXPECT_FALSE(source("rgb.png"));
 }

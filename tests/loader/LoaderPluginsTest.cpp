@@ -30,22 +30,3 @@ TEST_F(LoaderPluginsTest, SetupBringsBothLoadersInTheirPlaces) {
     ASSERT_TRUE(object->getDefaultMaterial(0));
     EXPECT_TRUE(object->getDefaultMaterial(0)->getTexture(0));
 }
-
-TEST_F(LoaderPluginsTest, RepeatedSessionsLoadAgain) {
-    for (int session = 0; session < 3; ++session) {
-        if (session > 0)
-            core.startup();
-        core.setup(true);
-        Dorvan::SharedPtr<TextureSource> image =
-            core.getResourceManager().getTextureManager().getTextureSource("rgb.png");
-        ASSERT_TRUE(image);
-        EXPECT_EQ(255, static_cast<const unsigned char*>(image->getPixel(0, 0, 0))[0]);
-        std::unique_ptr<ObjectNode> jeep(
-            core.getResourceManager().getObjectManager().createObject("jeep1.ms3d"));
-        EXPECT_TRUE(jeep);
-        jeep.reset();
-        core.shutdown();
-        // Released after shutdown, the image must not touch the next session's DevIL.
-        image = Dorvan::SharedPtr<TextureSource>();
-    }
-}

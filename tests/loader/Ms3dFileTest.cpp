@@ -7,14 +7,9 @@
 
 #include "loader/Ms3dWriter.h"
 
-using Velun::Ms3dFile;
+using namespace Velun;
 
 namespace {
-
-std::vector<unsigned char> readFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::vector<unsigned char>(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
 
 // Two triangles over four vertices, two groups, two materials.
 ms3dtest::Model twoTriangles() {
@@ -38,30 +33,6 @@ void putU16(std::vector<unsigned char>& bytes, std::size_t at, unsigned value) {
 }
 
 }  // namespace
-
-TEST(Ms3dFileTest, ReadsTheSampleModels) {
-    std::vector<unsigned char> bytes = readFile(VELUN_TEST_DATA_DIR "/models/jeep1.ms3d");
-    Ms3dFile jeep;
-    ASSERT_EQ(Ms3dFile::Ok, jeep.read(bytes.data(), bytes.size()));
-    EXPECT_EQ(2032u, jeep.getTriangles().size());
-    EXPECT_EQ(7u, jeep.getGroups().size());
-    ASSERT_EQ(1u, jeep.getMaterials().size());
-    EXPECT_EQ(".\\jeep1.jpg", jeep.getMaterials()[0].texture);
-    std::size_t grouped = 0;
-    for (const Ms3dFile::Group& group : jeep.getGroups()) {
-        EXPECT_EQ(0, group.materialIndex);
-        grouped += group.triangleIndices.size();
-    }
-    EXPECT_EQ(2032u, grouped);
-
-    std::vector<unsigned char> spheres = readFile(VELUN_TEST_DATA_DIR "/models/twospheres.ms3d");
-    Ms3dFile file;
-    ASSERT_EQ(Ms3dFile::Ok, file.read(spheres.data(), spheres.size()));
-    EXPECT_EQ(240u, file.getTriangles().size());
-    ASSERT_EQ(2u, file.getGroups().size());
-    EXPECT_EQ(-1, file.getGroups()[0].materialIndex);
-    EXPECT_TRUE(file.getMaterials().empty());
-}
 
 TEST(Ms3dFileTest, KeepsWhatTheFileHolds) {
     ms3dtest::Model model = twoTriangles();
@@ -88,32 +59,6 @@ TEST(Ms3dFileTest, KeepsWhatTheFileHolds) {
     EXPECT_EQ(1.0f, file.getMaterials()[0].diffuse[0]);
     EXPECT_EQ(0.2f, file.getMaterials()[0].ambient[0]);
     EXPECT_EQ(0.5f, file.getMaterials()[0].specular[1]);
-}
-
-TEST(Ms3dFileTest, AcceptsVersionsThreeAndFourOnly) {
-    ms3dtest::Model model = twoTriangles();
-    Ms3dFile file;
-    for (int version : {3, 4}) {
-        model.version = version;
-        std::vector<unsigned char> bytes = ms3dtest::write(model);
-        EXPECT_EQ(Ms3dFile::Ok, file.read(bytes.data(), bytes.size()));
-        EXPECT_EQ(version, file.getVersion());
-    }
-    for (int version : {2, 5, -1}) {
-        model.version = version;
-        std::vector<unsigned char> bytes = ms3dtest::write(model);
-        EXPECT_EQ(Ms3dFile::UnsupportedVersion, file.read(bytes.data(), bytes.size()));
-        EXPECT_TRUE(file.getTriangles().empty());
-    }
-}
-
-TEST(Ms3dFileTest, RefusesAWrongMagic) {
-    std::vector<unsigned char> bytes = ms3dtest::write(twoTriangles());
-    bytes[3] = 'X';
-    Ms3dFile file;
-    EXPECT_EQ(Ms3dFile::NotMs3d, file.read(bytes.data(), bytes.size()));
-    EXPECT_EQ(Ms3dFile::NotMs3d, file.read(bytes.data(), 0));
-    EXPECT_EQ(Ms3dFile::NotMs3d, readBytes(file, ms3dtest::write(twoTriangles()), 9));
 }
 
 TEST(Ms3dFileTest, RefusesEveryTruncation) {

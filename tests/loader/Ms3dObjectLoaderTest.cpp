@@ -216,27 +216,6 @@ TEST_F(Ms3dObjectLoaderTest, KeepsEachCornersNormal) {
     EXPECT_FALSE(object->getDefaultMaterial(0xFFFFFFFFu));
 }
 
-TEST_F(Ms3dObjectLoaderTest, ReadsTwoSpheresWithoutMaterials) {
-    std::unique_ptr<GeometryObject> spheres = create("twospheres.ms3d");
-    ASSERT_TRUE(spheres);
-    GeometryData& geometry = geometryOf(*spheres);
-    ASSERT_EQ(2u, geometry.getElementGroups().size());
-    EXPECT_EQ(720u, geometry.getIndexedData(0)->getCount());
-    EXPECT_EQ(0xFFFFFFFFu, geometry.getGroup(0)->getMaterialIndex());
-}
-
-TEST_F(Ms3dObjectLoaderTest, TakesTheLowerCaseExtensionOnly) {
-    Ms3dObjectLoader loader;
-    EXPECT_TRUE(loader.canLoad(NameMapper::ResourceInfo("a.ms3d", ".\\models\\a.ms3d", "ms3d")));
-    EXPECT_FALSE(loader.canLoad(NameMapper::ResourceInfo("a.MS3D", ".\\models\\a.MS3D", "MS3D")));
-    EXPECT_FALSE(loader.canLoad(NameMapper::ResourceInfo("a.obj", ".\\models\\a.obj", "obj")));
-    EXPECT_FALSE(loader.isInitialized());
-    EXPECT_TRUE(loader.initialize());
-    EXPECT_TRUE(loader.isInitialized());
-    EXPECT_TRUE(loader.shutdown());
-    EXPECT_FALSE(loader.isInitialized());
-}
-
 TEST_F(Ms3dObjectLoaderTest, RefusesWhatIsNotAVersionOneThreeOrFourModel) {
     std::string lines;
     EXPECT_FALSE(create("nothere.ms3d", &lines));
@@ -278,29 +257,4 @@ TEST_F(Ms3dObjectLoaderTest, RefusesDamagedFilesWithOneLine) {
     EXPECT_EQ("Error loading ms3d file .\\models\\index.ms3d: triangle 0 uses vertex 9 (vertex count 4)\n",
               firstLine(lines));
     EXPECT_FALSE(core.getResourceManager().getObjectManager().isLoaded("index.ms3d"));
-}
-
-TEST_F(Ms3dObjectLoaderTest, RefusesEveryTruncationFromMemory) {
-    ms3dtest::Layout at;
-    std::vector<unsigned char> bytes = ms3dtest::write(oneTriangle(), &at);
-    Ms3dObjectLoader loader;
-    NameMapper::ResourceInfo info("cut.ms3d", ".\\models\\cut.ms3d", "ms3d");
-    for (std::size_t size = 0; size < at.end; ++size) {
-        std::vector<unsigned char> cut(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size));
-        testing::internal::CaptureStderr();
-        EXPECT_FALSE(loader.load(info, cut.data(), cut.size())) << size;
-        std::string lines = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(1, std::count(lines.begin(), lines.end(), '\n')) << size << ": " << lines;
-        EXPECT_EQ(0u, lines.find("Error loading ms3d file")) << lines;
-    }
-    EXPECT_TRUE(loader.load(info, bytes.data(), at.end));
-}
-
-TEST_F(Ms3dObjectLoaderTest, PluginRegistersAndRemovesItsLoader) {
-    ObjectManager& objects = core.getResourceManager().getObjectManager();
-    EXPECT_EQ(1u, objects.getObjectLoaderCount());
-    EXPECT_EQ(0, models.registerPlugin());
-    EXPECT_EQ(1u, objects.getObjectLoaderCount());
-    EXPECT_EQ(0, models.unregisterPlugin());
-    EXPECT_EQ(0u, objects.getObjectLoaderCount());
 }
