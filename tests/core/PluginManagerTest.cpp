@@ -5,19 +5,11 @@
 #include "core/VelunCore.h"
 #include "input/InputManager.h"
 #include "input/InputProvider.h"
+#include "support/Engine.h"
 
 using namespace Velun;
 
-namespace {
-
-class PluginManagerTest : public testing::Test {
-protected:
-    void SetUp() override { core.startup(); }
-    void TearDown() override { core.shutdown(); }
-    VelunCore& core = VelunCore::getSingleton();
-};
-
-}  // namespace
+using PluginManagerTest = VelunTest::EngineTest;
 
 TEST_F(PluginManagerTest, SetupLoadsTheBackEnds) {
     EXPECT_EQ(0u, core.getPluginManager().getPluginCount());
@@ -28,17 +20,6 @@ TEST_F(PluginManagerTest, SetupLoadsTheBackEnds) {
     EXPECT_NE(0, core.getTimerManager().getTimestamp());
 }
 
-TEST_F(PluginManagerTest, TheDirectoryArgumentReadsNothing) {
-    PluginManager& plugins = core.getPluginManager();
-    plugins.loadPlugins("/no/such/plugins/directory");
-    unsigned int count = plugins.getPluginCount();
-    EXPECT_GE(count, 1u);
-    EXPECT_EQ(1u, core.getInputManager().getInputProviderCount());
-    plugins.unloadPlugins();
-    plugins.loadPlugins("");
-    EXPECT_EQ(count, plugins.getPluginCount());
-}
-
 TEST_F(PluginManagerTest, UnloadingTakesTheBackEndsOutOfTheManagers) {
     PluginManager& plugins = core.getPluginManager();
     plugins.loadPlugins("plugins");
@@ -47,25 +28,4 @@ TEST_F(PluginManagerTest, UnloadingTakesTheBackEndsOutOfTheManagers) {
     EXPECT_EQ(0u, core.getInputManager().getInputProviderCount());
     EXPECT_TRUE(core.getInputManager().getProcessList()->empty());
     EXPECT_EQ(0, core.getTimerManager().getTimestamp());
-}
-
-TEST_F(PluginManagerTest, ASecondLoadAddsASecondSet) {
-    PluginManager& plugins = core.getPluginManager();
-    plugins.loadPlugins("plugins");
-    unsigned int count = plugins.getPluginCount();
-    plugins.loadPlugins("plugins");
-    EXPECT_EQ(2 * count, plugins.getPluginCount());
-    EXPECT_EQ(2u, core.getInputManager().getInputProviderCount());
-}
-
-TEST(PluginManagerLifecycleTest, RepeatedStartupSetupShutdownLeavesNothingBehind) {
-    VelunCore& core = VelunCore::getSingleton();
-    for (int round = 0; round < 3; ++round) {
-        core.startup();
-        core.setup(false);
-        EXPECT_EQ(1u, core.getInputManager().getInputProviderCount());
-        EXPECT_NE(0, core.getTimerManager().getTimestamp());
-        core.shutdown();
-        EXPECT_FALSE(core.isStarted());
-    }
 }

@@ -7,6 +7,7 @@
 
 #include "core/ProcessManager.h"
 #include "core/VelunCore.h"
+#include "support/Engine.h"
 
 using namespace Velun;
 
@@ -35,11 +36,8 @@ public:
 };
 
 // A private ProcessManager; the engine is started so that passes can read its clock.
-class ProcessManagerTest : public testing::Test {
+class ProcessManagerTest : public VelunTest::EngineTest {
 protected:
-    void SetUp() override { VelunCore::getSingleton().startup(); }
-    void TearDown() override { VelunCore::getSingleton().shutdown(); }
-
     TestSubsystem& add(int id, const std::string& name) {
         mSubsystems.emplace_back(new TestSubsystem(id));
         mProcesses.emplace_back(new TraceProcess(name, &mTrace));

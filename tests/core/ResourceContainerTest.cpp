@@ -35,34 +35,6 @@ public:
 
 }  // namespace
 
-TEST(ResourceContainerTest, ProviderZeroHasItsOwnSlotAndUnsetKeepsTheData) {
-    ResourceContainer container;
-    KeptData first(0);
-    KeptData other(3);
-    container.setResourceData(first);
-    container.setResourceData(other);
-    EXPECT_EQ(&first, container.getResourceData(0));
-    EXPECT_EQ(&other, container.getResourceData(3));
-    EXPECT_EQ(2u, container.getResourceDataCount());
-    EXPECT_EQ(&container, first.getResourceContainer());
-
-    container.unsetResourceData(0);
-    EXPECT_EQ(nullptr, container.getResourceData(0));
-    EXPECT_EQ(&other, container.getResourceData(3));
-    EXPECT_EQ(nullptr, first.getResourceContainer());
-    EXPECT_EQ(0, first.mReleased);
-    EXPECT_EQ(0u, first.getProviderId());
-}
-
-TEST(ResourceContainerTest, LookupOfAnUnknownProviderCreatesNothing) {
-    ResourceContainer container;
-    EXPECT_EQ(nullptr, container.getResourceData(7));
-    EXPECT_EQ(nullptr, container.getResourceData(0));
-    EXPECT_EQ(0u, container.getResourceDataCount());
-    container.unsetResourceData(7);
-    EXPECT_EQ(0u, container.getResourceDataCount());
-}
-
 TEST(ResourceContainerTest, ReplacedDataIsNotDeletedAndNoLongerHooked) {
     ResourceContainer container;
     KeptData oldData(2);

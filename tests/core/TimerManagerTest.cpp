@@ -68,13 +68,6 @@ std::int64_t madeBy(const Dorvan::SharedPtr<Counter>& counter) {
 
 }  // namespace
 
-TEST(TimerManagerTest, WithoutPluginsThereIsNoTime) {
-    TimerManager timers;
-    EXPECT_EQ(0, timers.getTimestamp());
-    EXPECT_FALSE(timers.createTimer());
-    EXPECT_FALSE(timers.createHighresCounter());
-}
-
 TEST(TimerManagerTest, EachServiceComesFromTheFirstPluginOfferingIt) {
     TimerManager timers;
     FixedTimer countersOnly(1, false, true, false);
@@ -99,17 +92,6 @@ TEST(TimerManagerTest, APluginThatFailsToInitialiseOffersNothing) {
     EXPECT_EQ(0, timers.getTimestamp());
     EXPECT_FALSE(timers.createTimer());
     EXPECT_FALSE(timers.createHighresCounter());
-}
-
-TEST(TimerManagerTest, AnInitialisedPluginIsNotInitialisedAgain) {
-    TimerManager timers;
-    FixedTimer ready(6, true, false, false);
-    ready.mInitialized = true;
-    timers.registerTimerPlugin(ready);
-    EXPECT_EQ(0, ready.mInitializeCalls);
-    EXPECT_EQ(6, timers.getTimestamp());
-    timers.registerTimerPlugin(ready);
-    EXPECT_EQ(1u, timers.getTimerPluginCount());
 }
 
 TEST(TimerManagerTest, UnregisteringHandsTheServiceToTheNextPlugin) {

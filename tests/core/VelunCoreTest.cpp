@@ -64,21 +64,6 @@ TEST_F(VelunCoreTest, SecondStartupChangesNothing) {
     EXPECT_EQ(-1, core.getProcessManager().getSubsystemPos(4));
 }
 
-TEST_F(VelunCoreTest, ShutdownWithoutStartupAndSetupBeforeStartupDoNothing) {
-    core.shutdown();
-    EXPECT_FALSE(core.isStarted());
-    EXPECT_TRUE(core.setup(true));
-    EXPECT_FALSE(core.isStarted());
-}
-
-TEST_F(VelunCoreTest, SetupReturnsTrueEitherWay) {
-    core.startup();
-    EXPECT_TRUE(core.setup(true));
-    core.shutdown();
-    core.startup();
-    EXPECT_TRUE(core.setup(false));
-}
-
 TEST_F(VelunCoreTest, SetupMapsResourceNamesBelowTheWorkingDirectory) {
     core.startup();
     ResourceManager& resources = core.getResourceManager();
