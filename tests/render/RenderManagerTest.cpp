@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Engine.h"
+
 #include "TestRenderEngine.h"
 #include "core/VelunCore.h"
 
@@ -11,15 +13,15 @@ using RenderTest::TestRenderEngine;
 
 namespace {
 
-class RenderManagerTest : public ::testing::Test {
+class RenderManagerTest : public VelunTest::EngineTest {
 protected:
     void SetUp() override {
-        VelunCore::getSingleton().startup();
+        VelunTest::EngineTest::SetUp();
         mFirst = new TestRenderEngine(&mLog, "first");
         mSecond = new TestRenderEngine(&mLog, "second");
     }
     void TearDown() override {
-        VelunCore::getSingleton().shutdown();
+        VelunTest::EngineTest::TearDown();
         delete mFirst;
         delete mSecond;
     }
@@ -67,24 +69,6 @@ TEST_F(RenderManagerTest, InitializeRunsEveryEngineInNameOrderAndLateOnesAtOnce)
     manager().unregisterRenderer(&late);
 }
 
-TEST_F(RenderManagerTest, InitializeWithoutEnginesMakesNoWindow) {
-    EXPECT_EQ(1, manager().initializeRenderer(true));
-    EXPECT_EQ(0u, manager().getRenderWindowCount());
-    EXPECT_EQ(nullptr, manager().getPrimaryRenderWindow());
-    EXPECT_EQ(nullptr, manager().createRenderWindow("w", 10, 10, false, 0, 0, nullptr));
-}
-
-TEST_F(RenderManagerTest, InitializeCanMakeTheDefaultWindow) {
-    manager().registerRenderer("test", mFirst);
-    manager().initializeRenderer(true);
-    ASSERT_EQ(1u, manager().getRenderWindowCount());
-    RenderWindow* window = manager().getPrimaryRenderWindow();
-    ASSERT_NE(nullptr, window);
-    EXPECT_EQ("default", window->getName());
-    EXPECT_EQ(800, window->getWidth());
-    EXPECT_EQ(600, window->getHeight());
-}
-
 TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
     manager().registerRenderer("test", mFirst);
     RenderWindow* a = manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
@@ -115,34 +99,6 @@ TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
     EXPECT_EQ(2, manager().setPrimaryRenderWindow(2));
     EXPECT_EQ(c, manager().getPrimaryRenderWindow());
     EXPECT_EQ(2, manager().setPrimaryRenderWindow(7));
-}
-
-TEST_F(RenderManagerTest, DestroyUnknownWindowFails) {
-    EXPECT_FALSE(manager().destroyRenderWindow(0));
-    manager().registerRenderer("test", mFirst);
-    manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
-    EXPECT_FALSE(manager().destroyRenderWindow(3));
-    EXPECT_TRUE(manager().destroyRenderWindow(0));
-    EXPECT_EQ(0u, manager().getProcessList()->size());
-    EXPECT_EQ("destroy window a", mLog.back());
-}
-
-TEST_F(RenderManagerTest, FailedWindowUsesNoIdAndMakesNoAdapter) {
-    manager().registerRenderer("test", mFirst);
-    mFirst->mFailWindows = true;
-    EXPECT_EQ(nullptr, manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr));
-    EXPECT_EQ(0u, manager().getRenderWindowCount());
-    EXPECT_EQ(0u, manager().getProcessList()->size());
-    mFirst->mFailWindows = false;
-    EXPECT_EQ(0, manager().createRenderWindow("b", 10, 10, false, 0, 0, nullptr)->getId());
-}
-
-TEST_F(RenderManagerTest, AdapterDrawsItsWindowOncePerRun) {
-    manager().registerRenderer("test", mFirst);
-    manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
-    mLog.clear();
-    EXPECT_EQ(0, manager().getProcessList()->at(0)->run(1234));
-    EXPECT_EQ("render a at 1234", mLog.front());
 }
 
 TEST_F(RenderManagerTest, ShutdownDeletesWindowsThenShutsEachEngineDownOnce) {

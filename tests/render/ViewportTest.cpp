@@ -11,12 +11,6 @@ using namespace Velun;
 
 namespace {
 
-class ViewportTest : public ::testing::Test {
-protected:
-    void SetUp() override { VelunCore::getSingleton().startup(); }
-    void TearDown() override { VelunCore::getSingleton().shutdown(); }
-};
-
 TEST(ViewportLayoutTest, RelativeLayoutFollowsTheSurfaceOfEachCall) {
     Viewport right(0.5f, 0.0f, 0.5f, 1.0f);
     EXPECT_TRUE(right.isRelative());
@@ -27,16 +21,6 @@ TEST(ViewportLayoutTest, RelativeLayoutFollowsTheSurfaceOfEachCall) {
     EXPECT_EQ(600, right.getHeight(600));
     EXPECT_EQ(160, right.getWidth(320));
     EXPECT_FLOAT_EQ(400.0f / 600.0f, right.getAspect(801, 600));
-}
-
-TEST(ViewportLayoutTest, AbsoluteLayoutIgnoresTheSurface) {
-    Viewport box(10, 20, 300, 150);
-    EXPECT_FALSE(box.isRelative());
-    EXPECT_EQ(10, box.getPosX(5000));
-    EXPECT_EQ(20, box.getPosY(1));
-    EXPECT_EQ(300, box.getWidth(0));
-    EXPECT_EQ(150, box.getHeight(0));
-    EXPECT_FLOAT_EQ(2.0f, box.getAspect(0, 0));
 }
 
 TEST(ViewportLayoutTest, SwitchingLayoutsKeepsTheOtherRectangle) {
@@ -50,28 +34,6 @@ TEST(ViewportLayoutTest, SwitchingLayoutsKeepsTheOtherRectangle) {
     EXPECT_EQ(10, viewport.getPosX(100));
     viewport.setRelativeLayout(0.25f, 0.5f, 0.5f, 0.5f);
     EXPECT_EQ(25, viewport.getPosX(100));
-}
-
-TEST(ViewportLayoutTest, RectangleWithoutHeightHasNoAspect) {
-    Viewport flat(0.0f, 0.0f, 1.0f, 0.001f);
-    EXPECT_EQ(0, flat.getHeight(600));
-    EXPECT_FLOAT_EQ(0.0f, flat.getAspect(800, 600));
-}
-
-TEST_F(ViewportTest, CameraIsSharedAndCanBeDetached) {
-    Viewport viewport(0, 0, 10, 10);
-    EXPECT_TRUE(viewport.detachCamera().isNull());
-    SharedPtr<Camera> camera(new Camera());
-    viewport.attachCamera(camera);
-    EXPECT_EQ(camera, viewport.getCamera());
-    EXPECT_EQ(2, camera.getRefCount());
-    SharedPtr<Camera> other(new Camera());
-    viewport.attachCamera(other);
-    EXPECT_EQ(1, camera.getRefCount());
-    EXPECT_EQ(other, viewport.detachCamera());
-    EXPECT_TRUE(viewport.getCamera().isNull());
-    viewport.setEnabled(false);
-    EXPECT_FALSE(viewport.isEnabled());
 }
 
 TEST(RenderTargetTest, ViewportsKeepTheirDrawingOrder) {
@@ -100,28 +62,6 @@ TEST(RenderTargetTest, DetachingOutsideTheListReportsIt) {
     EXPECT_TRUE(target.detachViewport(0).isNull());
     EXPECT_EQ("RenderTarget::detachViewport: no viewport at position 0 of 0\n",
               testing::internal::GetCapturedStderr());
-}
-
-TEST(TargetRendererTest, TargetIsAttachedReplacedAndDetached) {
-    RenderTest::TestRenderEngine engine(nullptr);
-    RenderTest::TestRenderWindow window(&engine, nullptr, 4, "w", 640, 480, true, 1, 2);
-    EXPECT_EQ(4, window.getId());
-    EXPECT_EQ("w", window.getName());
-    EXPECT_TRUE(window.isFullscreen());
-    EXPECT_EQ(&engine, window.getRenderContext()->getRenderEngine());
-    EXPECT_TRUE(window.getRenderTarget().isNull());
-    window.detachRenderTarget();
-    EXPECT_TRUE(window.getRenderTarget().isNull());
-
-    SharedPtr<RenderTarget> first(new RenderTarget());
-    SharedPtr<RenderTarget> second(new RenderTarget());
-    window.attachRenderTarget(first);
-    window.attachRenderTarget(second);
-    EXPECT_EQ(second, window.getRenderTarget());
-    EXPECT_EQ(1, first.getRefCount());
-    window.detachRenderTarget();
-    EXPECT_TRUE(window.getRenderTarget().isNull());
-    EXPECT_EQ(1, second.getRefCount());
 }
 
 }  // namespace
