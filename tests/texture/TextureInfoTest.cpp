@@ -24,31 +24,6 @@ TextureInfo bytes(unsigned int channels, Color::Format format = Color::None) {
 
 }  // namespace
 
-TEST(TextureInfoTest, ChannelsAndFormatAreCoupled) {
-    TextureInfo info;
-    EXPECT_EQ(0u, info.getWidth());
-    EXPECT_EQ(DataType::None, info.getDataType());
-    EXPECT_EQ(Color::None, info.getColorFormat());
-
-    info.setColorFormat(Color::Rgba);
-    EXPECT_EQ(4u, info.getChannels());
-    info.setChannels(4);
-    EXPECT_EQ(Color::Rgba, info.getColorFormat());
-    info.setChannels(3);
-    EXPECT_EQ(Color::None, info.getColorFormat());
-    info.setColorFormat(Color::Rgba);
-    EXPECT_EQ(4u, info.getChannels());
-    EXPECT_EQ(Color::Rgba, info.getColorFormat());
-
-    info.setColorFormat(Color::Luminance);
-    EXPECT_EQ(1u, info.getChannels());
-    info.setColorFormat(Color::Bgr);
-    EXPECT_EQ(3u, info.getChannels());
-    info.setChannels(2);
-    info.setColorFormat(Color::None);
-    EXPECT_EQ(2u, info.getChannels());
-}
-
 TEST(TextureInfoTest, SizeAndEquality) {
     TextureInfo a = bytes(4, Color::Rgba);
     a.setWidth(8);

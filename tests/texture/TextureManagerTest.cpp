@@ -107,19 +107,6 @@ Dorvan::SharedPtr<NameMapper> textures() {
 
 }  // namespace
 
-TEST(TextureManagerTest, RegisteringInitialisesOnlyWhenNeededAndReturnsThePosition) {
-    TextureManager manager;
-    Calls calls;
-    RecordingSourceLoader first("first", "png", true, &calls);
-    RecordingSourceLoader second("second", "png", true, &calls);
-    second.initialize();
-    EXPECT_EQ(0u, manager.registerTextureSourceLoader(first));
-    EXPECT_EQ(1u, manager.registerTextureSourceLoader(second));
-    EXPECT_EQ(1, first.mInitializeCalls);
-    EXPECT_EQ(1, second.mInitializeCalls);
-    EXPECT_EQ(2u, manager.getTextureSourceLoaderCount());
-}
-
 TEST(TextureManagerTest, SourcesAreCachedByNameAndSharedByEveryRequest) {
     TextureManager manager;
     Calls calls;
@@ -220,12 +207,4 @@ TEST(TextureManagerTest, TexturesByNameFromRegistrationOrLoader) {
     EXPECT_EQ(wall.get(), manager.getTexture2D("wall.tex").get());
     EXPECT_EQ(1, loader.mLoads);
     EXPECT_TRUE(manager.getTexture3D("wall.tex").isNull());
-}
-
-TEST(TextureManagerTest, TextureIdsStartAtOne) {
-    TextureManager manager;
-    EXPECT_EQ(1u, manager.createTextureId());
-    EXPECT_EQ(2u, manager.createTextureId());
-    manager.returnTextureId(2);
-    EXPECT_EQ(3u, manager.createTextureId());
 }

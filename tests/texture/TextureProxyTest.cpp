@@ -184,14 +184,6 @@ TEST(TextureProxyTest, FloatSourcesCompose) {
     EXPECT_EQ((Bytes{127, 255, 0, 255}), pixel(proxy, 0, 0));
 }
 
-TEST(TextureProxyTest, NullSourceGivesAnEmptyProxy) {
-    TextureProxy proxy(Source(), Source(), 1.0f, 0.0f, 3);
-    EXPECT_EQ(nullptr, proxy.getTextureData());
-    EXPECT_EQ(TextureInfo(), proxy.getTextureInfo());
-    EXPECT_EQ(nullptr, proxy.getPixel(0, 0, 0));
-    EXPECT_FALSE(proxy.copyRect(image(1, 1, Color::Rgba, {1, 2, 3, 4}), 0, 0, 0, 0, 0, 0, 1, 1, 1));
-}
-
 TEST(TextureProxyTest, CanvasCopiesClipAtTheEdgesAndStamp) {
     VelunTest::EngineClock clock;
     TextureProxy canvas(4, 4, Color(0.0f, 0.0f, 0.0f, 0.0f));

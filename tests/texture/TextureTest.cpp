@@ -25,26 +25,6 @@ Dorvan::SharedPtr<TextureSource> makeRgb(unsigned int width, unsigned int height
 
 }  // namespace
 
-TEST(TextureTest, FreshTexture2DDefaults) {
-    Texture2D texture;
-    EXPECT_EQ(Texture::Type2D, texture.getTextureType());
-    EXPECT_EQ(2u, texture.getChannels());
-    EXPECT_EQ(1u, texture.getTexCount());
-    EXPECT_EQ(Texture::Modulate, texture.getTexMode());
-    EXPECT_EQ(Color(0, 0, 0, 1), texture.getBorderColor());
-    EXPECT_EQ(Color(0, 0, 0, 1), texture.getConstantColor());
-    EXPECT_EQ(Texture::Linear, texture.getMagFilter());
-    EXPECT_EQ(Texture::Linear, texture.getMinFilter());
-    EXPECT_FALSE(texture.doGenerateMipMaps());
-    EXPECT_EQ(0u, texture.getMinMipMapLevel());
-    EXPECT_EQ(5u, texture.getMaxMipMapLevel());
-    EXPECT_EQ(Texture::Repeat, texture.getWrapMode(0, 0));
-    EXPECT_EQ(Texture::Repeat, texture.getWrapMode(1, 0));
-    EXPECT_EQ(Texture::Repeat, texture.getWrapMode(2, 0));
-    EXPECT_TRUE(texture.getTextureSource(0, 0).isNull());
-    EXPECT_TRUE(texture.hasChanged(0));
-}
-
 TEST(TextureTest, FiltersAreNormalised) {
     Texture2D texture;
     texture.setMagFilter(Texture::Trilinear);
@@ -67,40 +47,6 @@ TEST(TextureTest, FiltersAreNormalised) {
     texture.setAllFilters(Texture::MipMap);
     EXPECT_EQ(Texture::MipMap, texture.getMinFilter());
     EXPECT_EQ(Texture::Linear, texture.getMagFilter());
-}
-
-TEST(TextureTest, WrapModesOutOfRangeAreIgnored) {
-    Texture2D texture;
-    texture.setWrapMode(Texture::ClampToEdge, 1, 0);
-    texture.setWrapMode(Texture::Clamp, 2, 0);
-    texture.setWrapMode(Texture::Clamp, 0, 1);
-    EXPECT_EQ(Texture::Repeat, texture.getWrapMode(0, 0));
-    EXPECT_EQ(Texture::ClampToEdge, texture.getWrapMode(1, 0));
-    EXPECT_EQ(Texture::Repeat, texture.getWrapMode(2, 0));
-    texture.setAllWrapModes(Texture::MirroredRepeat);
-    EXPECT_EQ(Texture::MirroredRepeat, texture.getWrapMode(0, 0));
-    EXPECT_EQ(Texture::MirroredRepeat, texture.getWrapMode(1, 0));
-
-    texture.setMipMapLevels(1, 3);
-    texture.setGenerateMipMaps(true);
-    texture.setTexMode(Texture::ModulateConstant);
-    texture.setConstantColor(Color(0.5f, 0.5f, 0.5f, 1.0f));
-    EXPECT_EQ(3u, texture.getMaxMipMapLevel());
-    EXPECT_TRUE(texture.doGenerateMipMaps());
-    EXPECT_EQ(Texture::ModulateConstant, texture.getTexMode());
-    EXPECT_EQ(Color(0.5f, 0.5f, 0.5f, 1.0f), texture.getConstantColor());
-}
-
-TEST(TextureTest, IdsComeFromTheEnginesTextureManager) {
-    VelunTest::EngineClock engine;
-    TextureManager& manager = VelunCore::getSingleton().getResourceManager().getTextureManager();
-    Texture2D first;
-    Texture2D second;
-    EXPECT_NE(0u, first.getTextureId());
-    EXPECT_EQ(first.getTextureId() + 1, second.getTextureId());
-    unsigned int next = manager.createTextureId();
-    manager.returnTextureId(next);
-    EXPECT_EQ(next + 1, manager.createTextureId());
 }
 
 TEST(TextureTest, ReplacingTheSourceStampsTheTexture) {
