@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Engine.h"
+
 #include "core/ProcessManager.h"
 #include "core/VelunCore.h"
 
@@ -49,11 +51,8 @@ public:
     bool* mDestroyed;
 };
 
-class EventManagerTest : public ::testing::Test {
+class EventManagerTest : public VelunTest::EngineTest {
 protected:
-    void SetUp() override { VelunCore::getSingleton().startup(); }
-    void TearDown() override { VelunCore::getSingleton().shutdown(); }
-
     EventManager& manager() { return VelunCore::getSingleton().getEventManager(); }
     int runAll(std::int64_t timestamp) {
         int last = 0;
@@ -63,14 +62,6 @@ protected:
         return last;
     }
 };
-
-TEST_F(EventManagerTest, ElementIdsStartAt101AndGrow) {
-    CountingModifier first;
-    CountingModifier second;
-    EXPECT_EQ(101u, first.getElementId());
-    EXPECT_EQ(102u, second.getElementId());
-    EXPECT_EQ(2, manager().getSubsystemId());
-}
 
 TEST_F(EventManagerTest, NewModifierIsDisabledUntilSwitchedOn) {
     SharedPtr<CountingModifier> modifier(new CountingModifier());
@@ -123,14 +114,6 @@ TEST_F(EventManagerTest, ModifierRegisteredTwiceRunsOnce) {
     EXPECT_EQ(1u, manager().getElementCount());
 }
 
-TEST_F(EventManagerTest, ModifierThatIsNoProcessIsRegisteredAndDoesNothing) {
-    SharedPtr<InertModifier> modifier(new InertModifier());
-    modifier->setState(LogicElement::StateRunning);
-    manager().registerModifier(modifier);
-    EXPECT_EQ(1u, manager().getElementCount());
-    EXPECT_EQ(0, runAll(10));
-}
-
 TEST_F(EventManagerTest, NullModifierIsReported) {
     testing::internal::CaptureStderr();
     manager().registerModifier(SharedPtr<Modifier>());
@@ -138,17 +121,6 @@ TEST_F(EventManagerTest, NullModifierIsReported) {
               testing::internal::GetCapturedStderr());
     EXPECT_EQ(0u, manager().getProcessList()->size());
     EXPECT_FALSE(manager().unregisterModifier(SharedPtr<Modifier>()));
-}
-
-TEST_F(EventManagerTest, SensorsAndControllersAreNotKept) {
-    SharedPtr<Sensor> sensor(new Sensor());
-    SharedPtr<Controller> controller(new Controller());
-    manager().registerSensor(sensor);
-    manager().registerController(controller);
-    EXPECT_EQ(0u, manager().getProcessList()->size());
-    EXPECT_EQ(0u, manager().getElementCount());
-    EXPECT_EQ(1, sensor.getRefCount());
-    EXPECT_EQ(1, controller.getRefCount());
 }
 
 TEST_F(EventManagerTest, UnregisterRemovesEntryAndAdapter) {

@@ -165,20 +165,6 @@ TEST_F(FollowModifierTest, CheckPositionCanVetoTheStep) {
     EXPECT_NEAR(5.0f, modifier.getPosition()[0], 1e-5f);
 }
 
-TEST_F(FollowModifierTest, DisabledModifierDoesNotRun) {
-    placeSource(10.0f, 0.0f, 0.0f, 0.0f);
-    SharedPtr<FollowModifier> modifier(new FollowModifier());
-    modifier->setSource(*mSource);
-    modifier->setFollowerTransformation(mFollower);
-    VelunCore::getSingleton().getEventManager().registerModifier(modifier);
-    Process* adapter = VelunCore::getSingleton().getEventManager().getProcessList()->at(0);
-    adapter->run(1000);
-    adapter->run(1050);
-    modifier->run(1100);
-    EXPECT_FLOAT_EQ(0.0f, modifier->getPosition()[0]);
-    EXPECT_TRUE(mFollower.getLocalTransformation().isIdentity());
-}
-
 TEST_F(FollowModifierTest, SetToSourceTakesTheHeadingAndKeepsThePosition) {
     placeSource(3.0f, 0.0f, 0.0f, HalfPi);
     FollowModifier modifier;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Engine.h"
+
 #include <cmath>
 
 #include "core/VelunCore.h"
@@ -24,11 +26,7 @@ float tx(Transformation const& t) { return t.getLocalTransformation()(0, 3); }
 float ty(Transformation const& t) { return t.getLocalTransformation()(1, 3); }
 float tz(Transformation const& t) { return t.getLocalTransformation()(2, 3); }
 
-class VelocityModifierTest : public ::testing::Test {
-protected:
-    void SetUp() override { VelunCore::getSingleton().startup(); }
-    void TearDown() override { VelunCore::getSingleton().shutdown(); }
-};
+using VelocityModifierTest = VelunTest::EngineTest;
 
 TEST_F(VelocityModifierTest, MovesBySpeedTimesElapsedTimeAndNotAtFirstRun) {
     Transformation transformation;
@@ -82,24 +80,6 @@ TEST_F(VelocityModifierTest, DisabledOrReadyModifierDoesNotMoveAndPausesAreNotCa
     EXPECT_FLOAT_EQ(0.25f, tz(transformation));
     modifier.run(9500);
     EXPECT_FLOAT_EQ(0.75f, tz(transformation));
-}
-
-TEST_F(VelocityModifierTest, DisabledModifierIsNotRunByTheEventManager) {
-    Transformation transformation;
-    SharedPtr<VelocityModifier> modifier(new VelocityModifier(transformation));
-    modifier->setTranslateX(1.0f);
-    EventManager& events = VelunCore::getSingleton().getEventManager();
-    events.registerModifier(modifier);
-    Process* adapter = events.getProcessList()->at(0);
-
-    adapter->run(1000);
-    adapter->run(2000);
-    EXPECT_FLOAT_EQ(0.0f, tx(transformation));
-
-    modifier->setState(LogicElement::StateRunning);
-    adapter->run(3000);
-    adapter->run(4000);
-    EXPECT_FLOAT_EQ(1.0f, tx(transformation));
 }
 
 TEST_F(VelocityModifierTest, WaitsForItsTransformationWithoutStoringThePause) {
