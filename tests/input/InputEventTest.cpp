@@ -16,17 +16,6 @@ public:
 
 }  // namespace
 
-TEST(InputEventTest, NewEventHasTimestampAndNoInfo) {
-    InputEvent event(1234567890123LL);
-    EXPECT_EQ(1234567890123LL, event.getTimestamp());
-    EXPECT_EQ(-1, event.getWindowId());
-    EXPECT_EQ(nullptr, event.getInputDevice());
-    EXPECT_EQ(nullptr, event.getKeyEventInfo());
-    EXPECT_EQ(nullptr, event.getMoveEventInfo());
-    EXPECT_EQ(nullptr, event.getButtonEventInfo());
-    EXPECT_EQ(nullptr, event.getSysWMEventInfo());
-}
-
 TEST(InputEventTest, OnlyTheAccessorOfTheTypeGivesTheInfo) {
     InputEvent event(0);
     Dorvan::Vector<float> axes;
@@ -71,15 +60,6 @@ TEST(InputEventTest, EachInfoIsDeletedExactlyOnce) {
     EXPECT_EQ(1, second);
 }
 
-TEST(InputEventTest, WindowAndDeviceAreKept) {
-    InputEvent event(0);
-    InputDevice* device = reinterpret_cast<InputDevice*>(0x10);
-    event.setWindowId(7);
-    event.setInputDevice(device);
-    EXPECT_EQ(7, event.getWindowId());
-    EXPECT_EQ(device, event.getInputDevice());
-}
-
 TEST(InputEventInfoTest, MoveInfoGivesZeroForMissingAxes) {
     Dorvan::Vector<float> axes;
     axes.add(10.5f);
@@ -103,36 +83,4 @@ TEST(InputEventInfoTest, MoveInfoGivesZeroForMissingAxes) {
     MoveEventInfo absoluteOnly(axes);
     EXPECT_EQ(0, absoluteOnly.getRelativeAxisCount());
     EXPECT_FLOAT_EQ(0.0f, absoluteOnly.getRelativeX());
-}
-
-TEST(InputEventInfoTest, ModifierGroupsCoverBothSides) {
-    EXPECT_EQ(KeyEventInfo::ModShift, KeyEventInfo::ModLeftShift | KeyEventInfo::ModRightShift);
-    EXPECT_EQ(KeyEventInfo::ModCtrl, KeyEventInfo::ModLeftCtrl | KeyEventInfo::ModRightCtrl);
-    EXPECT_EQ(KeyEventInfo::ModAlt, KeyEventInfo::ModLeftAlt | KeyEventInfo::ModRightAlt);
-    EXPECT_EQ(KeyEventInfo::ModMeta, KeyEventInfo::ModLeftMeta | KeyEventInfo::ModRightMeta);
-    // Caps Lock counts among the held keys; Num Lock and Mode do not.
-    EXPECT_EQ(KeyEventInfo::ModKeys, KeyEventInfo::ModShift | KeyEventInfo::ModCtrl | KeyEventInfo::ModAlt |
-                                         KeyEventInfo::ModMeta | KeyEventInfo::ModCapsLock);
-    EXPECT_EQ(0, KeyEventInfo::ModKeys & (KeyEventInfo::ModNumLock | KeyEventInfo::ModMode));
-}
-
-TEST(InputEventInfoTest, InfosKeepTheirFields) {
-    KeyEventInfo key(KeyEventInfo::KeyReleased, 38, 97, KeyEventInfo::ModLeftShift, 'A');
-    EXPECT_EQ(KeyEventInfo::KeyReleased, key.getEventType());
-    EXPECT_EQ(38, key.getKeycode());
-    EXPECT_EQ(97, key.getKeySymbol());
-    EXPECT_EQ(KeyEventInfo::ModLeftShift, key.getModifierMask());
-    EXPECT_EQ('A', key.getUnicode());
-    EXPECT_EQ(0, KeyEventInfo(KeyEventInfo::KeyPressed, 1, 2, 3).getUnicode());
-
-    ButtonEventInfo button(ButtonEventInfo::ButtonReleased, 3, 120, 45);
-    EXPECT_EQ(1, button.getEventType());
-    EXPECT_EQ(3, button.getButtonNr());
-    EXPECT_EQ(120, button.getX());
-    EXPECT_EQ(45, button.getY());
-
-    SysWMEventInfo resize(SysWMEventInfo::SysWMResize, 640, 480);
-    EXPECT_EQ(2, resize.getEventType());
-    EXPECT_EQ(640, resize.getWidth());
-    EXPECT_EQ(480, resize.getHeight());
 }

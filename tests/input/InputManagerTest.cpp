@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "support/Engine.h"
+
 #include <cstdint>
 #include <functional>
 #include <vector>
@@ -48,31 +50,17 @@ public:
     std::vector<std::int64_t> mPolls;
 };
 
-class InputManagerTest : public testing::Test {
+class InputManagerTest : public VelunTest::EngineTest {
 protected:
-    void SetUp() override { core.startup(); }
-    void TearDown() override { core.shutdown(); }
-
     void trigger(std::int64_t timestamp) {
         InputEvent event(timestamp);
         input().triggerInputEvent(event);
     }
     InputManager& input() { return core.getInputManager(); }
     void pollInput() { core.getProcessManager().updateSubsystem(1, true); }
-
-    VelunCore& core = VelunCore::getSingleton();
 };
 
 }  // namespace
-
-TEST(InputManagerIdsTest, EachIdSequenceStartsAt101) {
-    InputManager manager;
-    EXPECT_EQ(1, manager.getSubsystemId());
-    EXPECT_EQ(101, manager.createProviderId());
-    EXPECT_EQ(101, manager.createProcessorId());
-    EXPECT_EQ(101, manager.createDeviceId());
-    EXPECT_EQ(102, manager.createProcessorId());
-}
 
 TEST_F(InputManagerTest, IdsComeFromTheManagerUnlessGiven) {
     RecordingProcessor first, second;
@@ -93,11 +81,6 @@ TEST_F(InputManagerTest, IdsComeFromTheManagerUnlessGiven) {
     EXPECT_EQ(&joystick, provider.getDevice(7));
     EXPECT_EQ(1u, provider.getProvidedDevices().size());
     EXPECT_EQ(nullptr, provider.getDevice(8));
-}
-
-TEST_F(InputManagerTest, WithoutProcessorsAnEventGoesNowhere) {
-    trigger(5);
-    EXPECT_EQ(0u, input().getInputProcessorCount());
 }
 
 TEST_F(InputManagerTest, TheFirstProcessorThatTakesTheEventEndsTheChain) {
