@@ -6,21 +6,6 @@
 
 using Block = Dorvan::CowMemPtr<void>;
 
-TEST(CowMemPtrTest, NewHandleIsNull) {
-    Block block;
-    EXPECT_TRUE(block.isNull());
-    EXPECT_EQ(0u, block.getByteSize());
-    EXPECT_EQ(nullptr, static_cast<const Block&>(block).get());
-    EXPECT_FALSE(block.resize(10));
-}
-
-TEST(CowMemPtrTest, AllocOnlyOnce) {
-    Block block;
-    EXPECT_TRUE(block.alloc(16));
-    EXPECT_FALSE(block.alloc(32));
-    EXPECT_EQ(16u, block.getByteSize());
-}
-
 TEST(CowMemPtrTest, WriteDetachesAndReadNever) {
     Block a;
     a.alloc(4);

@@ -74,16 +74,6 @@ TEST(SharedPtrTest, DerivedToBaseSharesTheCount) {
     EXPECT_TRUE(base.isNull());
 }
 
-TEST(SharedPtrTest, EmptyPointersCopyWithoutACount) {
-    SharedPtr<Counted> empty;
-    SharedPtr<Counted> copy(empty);
-    EXPECT_TRUE(copy.isNull());
-    EXPECT_FALSE(copy);
-    EXPECT_EQ(0, copy.getRefCount());
-    copy = empty;
-    EXPECT_EQ(0, empty.getRefCount());
-}
-
 TEST(SharedPtrTest, VectorElementsAreNewReferences) {
     int deletions = 0;
     Dorvan::Vector<SharedPtr<Counted>> list;
