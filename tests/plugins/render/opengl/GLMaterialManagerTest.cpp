@@ -194,39 +194,6 @@ TEST_F(GLMaterialManagerTest, PointSpritesReplaceCoordinatesOnTheirUnitsAndAreRe
     }
 }
 
-TEST_F(GLMaterialManagerTest, UnitsBeyondTheOnesInUseAreSwitchedOffAcrossPasses) {
-    VertexData two;
-    fill(two, 2);
-    VertexData one;
-    fill(one, 1);
-    SharedPtr<Material> material(new Material());
-    material->setTexture(0, texture(Texture::Modulate));
-    material->setTexture(1, texture(Texture::Modulate));
-    materials->setupTextures(material, &two);
-    EXPECT_TRUE(enabledOn(1, GL_TEXTURE_2D));
-    EXPECT_TRUE(enabledOn(1, GL_TEXTURE_COORD_ARRAY));
-    EXPECT_EQ(2u, context->getActiveTextureUnits());
-
-    // A new pass has a new manager; the context remembers what is on.
-    GLMaterialManager nextPass(context);
-    nextPass.setupTextures(material, &one);
-    EXPECT_TRUE(enabledOn(0, GL_TEXTURE_2D));
-    EXPECT_FALSE(enabledOn(1, GL_TEXTURE_2D));
-    EXPECT_FALSE(enabledOn(1, GL_TEXTURE_COORD_ARRAY));
-
-    nextPass.setupTextures(SharedPtr<Material>(), &one);
-    EXPECT_FALSE(enabledOn(0, GL_TEXTURE_2D));
-    EXPECT_FALSE(enabledOn(0, GL_TEXTURE_COORD_ARRAY));
-    EXPECT_EQ(0u, context->getActiveTextureUnits());
-
-    // A missing texture switches its unit off; drawing goes on.
-    SharedPtr<Material> gap(new Material());
-    gap->setTexture(1, texture(Texture::Modulate));
-    nextPass.setupTextures(gap, &two);
-    EXPECT_FALSE(enabledOn(0, GL_TEXTURE_2D));
-    EXPECT_TRUE(enabledOn(1, GL_TEXTURE_2D));
-}
-
 TEST_F(GLMaterialManagerTest, TexturesAreUploadedByStamp) {
     VertexData data;
     fill(data, 1);

@@ -97,22 +97,6 @@ TEST(GLRenderContextWithoutExtensionsTest, EveryGeometryDrawsFromClientArrays) {
     EXPECT_EXIT(std::exit(drawWithoutBufferExtension()), testing::ExitedWithCode(0), "");
 }
 
-TEST_F(GLRenderContextTest, EachAttributeHasItsOwnBufferAndStamp) {
-    VertexData data;
-    fill(data);
-    EXPECT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::TexCoordinate, 5));
-    EXPECT_NE(0u, ids(data)->getTexCoordBuffer());
-    EXPECT_EQ(0u, ids(data)->getVertexBuffer());
-    EXPECT_EQ(5, ids(data)->getTexCoordStamp());
-
-    // No colours: the binding is cleared, no buffer is made, the caller draws no array.
-    EXPECT_FALSE(context->updateVertexBuffer(data, VertexDataSet::Part::Color, 6));
-    EXPECT_EQ(0, boundArrayBuffer());
-    EXPECT_EQ(0u, ids(data)->getColorBuffer());
-    EXPECT_EQ(0, ids(data)->getColorStamp());
-    EXPECT_FALSE(context->updateVertexBuffer(data, VertexDataSet::Part(17), 6));
-}
-
 TEST_F(GLRenderContextTest, IndexListsGoToElementArrayBuffersByStamp) {
     IndexData indices;
     indices.setIndexType(DataType::UnsignedShort);
@@ -140,27 +124,6 @@ TEST_F(GLRenderContextTest, IndexListsGoToElementArrayBuffersByStamp) {
     EXPECT_TRUE(context->updateIndexBuffer(indices, indices.getModifiedTimestamp() + 1));
     EXPECT_TRUE(context->updateIndexBuffer(indices, indices.getModifiedTimestamp() + 2));
     EXPECT_EQ(before + 2, context->getBufferLoadCount());
-}
-
-TEST_F(GLRenderContextTest, AStaleTextureNameIsReportedAsNeverLoadedAndKeptByName) {
-    Texture2D texture(image(1, 1, Color::Rgb, {1, 2, 3}));
-    EXPECT_EQ(0, context->bindTexture(GL_TEXTURE_2D, texture, 100));
-    auto* set = static_cast<GLRenderContext::TexIdSet*>(texture.getResourceData(context->getProviderId()));
-    ASSERT_NE(nullptr, set);
-    unsigned int const name = set->getTextureId();
-    GLint bound = 0;
-    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
-    EXPECT_EQ(GLint(name), bound);
-    EXPECT_EQ(100, context->bindTexture(GL_TEXTURE_2D, texture, 200));
-    EXPECT_EQ(200, set->getTimeStamp());
-
-    glBindTexture(GL_TEXTURE_2D, 0);
-    glDeleteTextures(1, &name);
-    ASSERT_FALSE(glIsTexture(name));
-    EXPECT_EQ(0, context->bindTexture(GL_TEXTURE_2D, texture, 300));
-    EXPECT_EQ(name, set->getTextureId());
-    EXPECT_TRUE(glIsTexture(name));
-    EXPECT_EQ(300, context->bindTexture(GL_TEXTURE_2D, texture, 400));
 }
 
 TEST_F(GLRenderContextTest, AGLErrorInALoadStepIsLoggedAndTheCallerFallsBackToClientArrays) {
@@ -223,16 +186,4 @@ TEST_F(GLRenderContextTest, DestroyedDataTakesItsGLObjectsWithIt) {
     EXPECT_FALSE(glIsTexture(textureName));
     EXPECT_EQ(buffersBefore, context->getBufferCount());
     EXPECT_EQ(0u, context->getTextureCount());
-}
-
-TEST_F(GLRenderContextTest, ACopiedSetIsUploadedOnItsOwn) {
-    VertexData data;
-    fill(data);
-    ASSERT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1));
-    VertexData copy(data);
-    EXPECT_EQ(nullptr, ids(copy));
-    unsigned int const before = context->getBufferLoadCount();
-    ASSERT_TRUE(context->updateVertexBuffer(copy, VertexDataSet::Part::Vertex, 1));
-    EXPECT_NE(ids(data)->getVertexBuffer(), ids(copy)->getVertexBuffer());
-    EXPECT_EQ(before + 1, context->getBufferLoadCount());
 }
