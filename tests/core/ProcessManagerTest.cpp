@@ -102,33 +102,6 @@ TEST_F(ProcessManagerTest, BlockingStopInsideTheLoopIsRefusedAndTheLoopGoesOn) {
     EXPECT_EQ(4, passes);
 }
 
-TEST_F(ProcessManagerTest, LoopRunsWithEverySubsystemDisabled) {
-    TestSubsystem& a = add(100, "a");
-    TestSubsystem& b = add(101, "b");
-    a.setEnabled(false);
-    b.setEnabled(false);
-    int passes = 0;
-    TestSubsystem stopper(102);
-    TraceProcess stop("stop", &mTrace);
-    stop.mAction = [&] {
-        if (++passes == 5)
-            mManager.stop(false);
-    };
-    stopper.mProcesses.push_back(&stop);
-    stopper.setUpdateMode(Subsystem::UpdateManual);
-    mManager.registerSubsystem(stopper, -1);
-    // The manual subsystem is updated only through updateSubsystem, so drive it from a
-    // pass of an enabled one.
-    TestSubsystem driver(103);
-    TraceProcess drive("drive", &mTrace);
-    drive.mAction = [&] { mManager.updateSubsystem(102, true); };
-    driver.mProcesses.push_back(&drive);
-    mManager.registerSubsystem(driver, -1);
-    mManager.run(true);
-    EXPECT_EQ(5, passes);
-    EXPECT_EQ(0, std::count(mTrace.begin(), mTrace.end(), "a"));
-}
-
 TEST_F(ProcessManagerTest, UpdateModesInAndOutOfTheLoop) {
     add(100, "manual").setUpdateMode(Subsystem::UpdateManual);
     add(101, "always").setUpdateMode(Subsystem::UpdateAlways);

@@ -105,15 +105,3 @@ TEST(ResourceContainerTest, CopyStartsWithoutProviderDataAndAssignmentReleasesOw
     EXPECT_EQ(0, sourceData.mReleased);
     source.unsetResourceData(0);
 }
-
-TEST(ResourceContainerTest, DataMovedToAnotherResourceLeavesTheFirst) {
-    ResourceContainer first;
-    ResourceContainer second;
-    KeptData data(6);
-    first.setResourceData(data);
-    second.setResourceData(data);
-    EXPECT_EQ(nullptr, first.getResourceData(6));
-    EXPECT_EQ(&data, second.getResourceData(6));
-    EXPECT_EQ(&second, data.getResourceContainer());
-    second.unsetResourceData(6);
-}

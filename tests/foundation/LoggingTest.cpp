@@ -75,10 +75,3 @@ TEST(LogManagerTest, BackendGetsChannelNamesAndIsInitialisedOnce) {
     EXPECT_EQ(1u, first.mChannels.size());
     EXPECT_EQ("terrain", second.mChannels[0]);
 }
-
-TEST(LogManagerTest, EngineLoggerWorksWithoutLogManager) {
-    ASSERT_FALSE(VelunCore::getSingleton().isStarted());
-    testing::internal::CaptureStderr();
-    VelunCore::getLogger("water")->error("after shutdown");
-    EXPECT_EQ("after shutdown\n", testing::internal::GetCapturedStderr());
-}

@@ -121,41 +121,6 @@ TEST_F(DevILTextureSourceLoaderTest, ReadsPngInEveryLayout) {
     EXPECT_EQ(0, texel(*grey, 12, 12).r - texel(*grey, 12, 12).g);
 }
 
-TEST_F(DevILTextureSourceLoaderTest, ReadsJpegTgaBmpAndDdsTopRowFirst) {
-    Dorvan::SharedPtr<TextureSource> jpeg = source("quads.jpg");
-    ASSERT_TRUE(jpeg);
-    expectInfo(*jpeg, Color::Rgb, 3, DataType::UnsignedByte);
-    // JPEG is lossy: colours come back close, not exact.
-    expectQuads(*jpeg, 12);
-
-    Dorvan::SharedPtr<TextureSource> tga = source("quads.tga");
-    ASSERT_TRUE(tga);
-    expectInfo(*tga, Color::Bgr, 3, DataType::UnsignedByte);
-    expectQuads(*tga, 0);
-
-    Dorvan::SharedPtr<TextureSource> tgaAlpha = source("quads-alpha.tga");
-    ASSERT_TRUE(tgaAlpha);
-    expectInfo(*tgaAlpha, Color::Bgra, 4, DataType::UnsignedByte);
-    expectQuads(*tgaAlpha, 0, 128);
-
-    Dorvan::SharedPtr<TextureSource> bmp = source("quads.bmp");
-    ASSERT_TRUE(bmp);
-    expectInfo(*bmp, Color::Bgr, 3, DataType::UnsignedByte);
-    expectQuads(*bmp, 0);
-
-    Dorvan::SharedPtr<TextureSource> dds = source("quads.dds");
-    ASSERT_TRUE(dds);
-    EXPECT_EQ(16u, dds->getTextureInfo().getWidth());
-    EXPECT_EQ(DataType::UnsignedByte, dds->getTextureInfo().getDataType());
-    expectQuads(*dds, 0);
-
-    // Block compression keeps these flat colours exactly.
-    Dorvan::SharedPtr<TextureSource> dxt1 = source("quads-dxt1.dds");
-    ASSERT_TRUE(dxt1);
-    EXPECT_EQ(16u, dxt1->getTextureInfo().getHeight());
-    expectQuads(*dxt1, 8);
-}
-
 TEST_F(DevILTextureSourceLoaderTest, AddressesPixelsRowByRow) {
     Dorvan::SharedPtr<TextureSource> rgb = source("rgb.png");
     ASSERT_TRUE(rgb);

@@ -82,14 +82,6 @@ TEST_F(EventManagerTest, NewModifierIsDisabledUntilSwitchedOn) {
     EXPECT_EQ(1, modifier->mRuns);
 }
 
-TEST_F(EventManagerTest, RunResultPassesThroughTheAdapter) {
-    SharedPtr<CountingModifier> modifier(new CountingModifier());
-    modifier->mResult = 42;
-    modifier->setState(LogicElement::StateRunning);
-    manager().registerModifier(modifier);
-    EXPECT_EQ(42, runAll(5));
-}
-
 TEST_F(EventManagerTest, RegistrationKeepsTheModifierAliveUntilShutdown) {
     bool destroyed = false;
     {

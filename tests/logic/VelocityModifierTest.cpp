@@ -42,18 +42,6 @@ TEST_F(VelocityModifierTest, MovesBySpeedTimesElapsedTimeAndNotAtFirstRun) {
     EXPECT_FLOAT_EQ(2.5f, tx(transformation));
 }
 
-TEST_F(VelocityModifierTest, TimestampZeroCountsAsNoTimeStored) {
-    Transformation transformation;
-    VelocityModifier modifier(transformation);
-    modifier.setTranslateY(2.0f);
-    modifier.setState(LogicElement::StateRunning);
-    modifier.run(0);
-    modifier.run(500);
-    EXPECT_FLOAT_EQ(0.0f, ty(transformation));
-    modifier.run(1000);
-    EXPECT_FLOAT_EQ(1.0f, ty(transformation));
-}
-
 TEST_F(VelocityModifierTest, DisabledOrReadyModifierDoesNotMoveAndPausesAreNotCaughtUp) {
     Transformation transformation;
     VelocityModifier modifier(transformation);

@@ -32,29 +32,6 @@ protected:
     TestRenderEngine* mSecond;
 };
 
-TEST_F(RenderManagerTest, FirstEngineRegisteredMakesTheWindows) {
-    EXPECT_EQ(6, manager().getSubsystemId());
-    manager().registerRenderer("b", mFirst);
-    manager().registerRenderer("a", mSecond);
-    EXPECT_FALSE(manager().setDefaultRenderer("missing"));
-    RenderWindow* window = manager().createRenderWindow("w", 64, 48, false, 5, 6, nullptr);
-    ASSERT_NE(nullptr, window);
-    EXPECT_EQ(mFirst, window->getRenderEngine());
-    EXPECT_EQ(64, window->getWidth());
-    EXPECT_EQ(48, window->getHeight());
-    EXPECT_EQ(5, window->getOffsetX());
-    EXPECT_EQ(6, window->getOffsetY());
-    EXPECT_FALSE(window->isFullscreen());
-    EXPECT_FALSE(window->isPrimary());
-
-    EXPECT_TRUE(manager().setDefaultRenderer("a"));
-    EXPECT_EQ(mSecond, manager().createRenderWindow("v", 32, 32, true, 0, 0, nullptr)->getRenderEngine());
-    Dorvan::Vector<std::string>* registered = manager().getRendererNames();
-    ASSERT_EQ(2u, registered->size());
-    EXPECT_EQ("a", registered->get(0));
-    EXPECT_EQ("b", registered->get(1));
-}
-
 TEST_F(RenderManagerTest, InitializeRunsEveryEngineInNameOrderAndLateOnesAtOnce) {
     manager().registerRenderer("zeta", mFirst);
     manager().registerRenderer("alpha", mSecond);

@@ -58,19 +58,6 @@ protected:
     SharedPtr<Camera> mCamera;
 };
 
-TEST_F(ViewportRendererTest, EmptyTargetIsClearedOnce) {
-    EXPECT_EQ((CallLog{"render w at 0", "clear surface", "swap"}), draw());
-}
-
-TEST_F(ViewportRendererTest, ViewportsAreDrawnInListOrderWithTheirAspect) {
-    addViewport(0, 0, 400, 300, mCamera);
-    addViewport(300, 200, 100, 100, mCamera);
-    EXPECT_EQ((CallLog{"render w at 0", "clear surface", "viewport 0 0 400 300", "clear depth",
-                       "pass eye scene 1 aspect 1.33333:", "viewport 300 200 100 100", "clear depth",
-                       "pass eye scene 1 aspect 1:", "swap"}),
-              draw());
-}
-
 TEST_F(ViewportRendererTest, SkipsDisabledEmptyAndCameralessViewports) {
     addViewport(0, 0, 400, 300, mCamera)->setEnabled(false);
     addViewport(0, 0, 0, 300, mCamera);
@@ -82,20 +69,6 @@ TEST_F(ViewportRendererTest, CameraOutsideAnySceneSetsItsViewportButDrawsNothing
     SharedPtr<Camera> loose(new Camera("loose"));
     addViewport(1, 2, 30, 40, loose);
     EXPECT_EQ((CallLog{"render w at 0", "clear surface", "viewport 1 2 30 40", "swap"}), draw());
-}
-
-TEST_F(ViewportRendererTest, OverlayAddsASecondPassOnlyWhenSwitchedOn) {
-    Overlay& hud = VelunCore::getSingleton().getSceneManager().createOverlay();
-    mCamera->setOverlay(hud);
-    addViewport(0, 0, 200, 100, mCamera);
-    EXPECT_EQ(
-        (CallLog{"render w at 0", "clear surface", "viewport 0 0 200 100", "clear depth",
-                 "pass eye scene 1 aspect 2:", "clear depth", "overlay pass eye scene 2 aspect 2:", "swap"}),
-        draw());
-    mCamera->setUseOverlay(false);
-    EXPECT_EQ((CallLog{"render w at 0", "clear surface", "viewport 0 0 200 100", "clear depth",
-                       "pass eye scene 1 aspect 2:", "swap"}),
-              draw());
 }
 
 }  // namespace

@@ -23,19 +23,6 @@ TEST(ViewportLayoutTest, RelativeLayoutFollowsTheSurfaceOfEachCall) {
     EXPECT_FLOAT_EQ(400.0f / 600.0f, right.getAspect(801, 600));
 }
 
-TEST(ViewportLayoutTest, SwitchingLayoutsKeepsTheOtherRectangle) {
-    Viewport viewport(10, 20, 300, 150);
-    EXPECT_EQ(300, viewport.getWidth(100));
-    viewport.setRelativeLayout(0.25f, 0.5f, 0.5f, 0.5f);
-    EXPECT_TRUE(viewport.isRelative());
-    EXPECT_EQ(25, viewport.getPosX(100));
-    EXPECT_EQ(50, viewport.getHeight(100));
-    viewport.setAbsoluteLayout(10, 20, 300, 150);
-    EXPECT_EQ(10, viewport.getPosX(100));
-    viewport.setRelativeLayout(0.25f, 0.5f, 0.5f, 0.5f);
-    EXPECT_EQ(25, viewport.getPosX(100));
-}
-
 TEST(RenderTargetTest, ViewportsKeepTheirDrawingOrder) {
     RenderTarget target;
     SharedPtr<Viewport> a(new Viewport(0, 0, 1, 1));

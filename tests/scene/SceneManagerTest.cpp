@@ -17,24 +17,6 @@ protected:
     SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
 };
 
-TEST_F(SceneManagerTest, NodeIdsStartAtOneAndScenesShareOneCounter) {
-    EXPECT_EQ(3, scenes().getSubsystemId());
-    Branch first;
-    Branch second;
-    EXPECT_EQ(1u, first.getNodeId());
-    EXPECT_EQ(2u, second.getNodeId());
-
-    SceneGraph& graph = scenes().createSceneGraph();
-    Overlay& overlay = scenes().createOverlay();
-    SceneGraph& nextGraph = scenes().createSceneGraph();
-    EXPECT_EQ(1, graph.getSceneId());
-    EXPECT_EQ(2, overlay.getSceneId());
-    EXPECT_EQ(3, nextGraph.getSceneId());
-    // Each scene's root is a node too.
-    EXPECT_EQ(3u, graph.getRoot()->getNodeId());
-    EXPECT_TRUE(graph.getRoot()->isAttached());
-}
-
 TEST_F(SceneManagerTest, SceneWithoutCameraIsUpdatedInEveryPass) {
     SceneGraph& scene = scenes().createSceneGraph();
     TransformationNode place;
