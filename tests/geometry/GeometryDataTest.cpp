@@ -1,11 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "geometry/ElementData.h"
 #include "geometry/GeometryData.h"
 #include "geometry/GeometryDataGroup.h"
-#include "geometry/IndexedQuadStrip.h"
-#include "geometry/IndexedQuads.h"
-#include "geometry/IndexedTriangleStrip.h"
-#include "geometry/IndexedTriangles.h"
 #include "scene/BoundingBox.h"
 
 using namespace Velun;
@@ -62,39 +59,4 @@ TEST(GeometryDataTest, DestroyingTheGeometryFreesVolumesGroupsAndOneReference) {
     }
     EXPECT_EQ(2, deleted);
     EXPECT_EQ(1, vertices.getRefCount());
-}
-
-TEST(GeometryDataTest, IndexedElementsFixTheirTypeAndGrowth) {
-    IndexedTriangles triangles;
-    EXPECT_EQ(GeometryElement::Triangles, triangles.getElementType());
-    EXPECT_EQ(6u, triangles.getIndexList().getCapacity());
-    for (unsigned int i = 0; i < 3; ++i)
-        triangles.addTriangle(i, i + 1, i + 2);
-    EXPECT_EQ(9u, triangles.getIndexList().getCount());
-    EXPECT_EQ(12u, triangles.getIndexList().getCapacity());
-    EXPECT_EQ(4u, triangles.getIndexList().getIndex(8));
-
-    IndexedQuads quads(2);
-    quads.addQuad(0, 1, 2, 3);
-    EXPECT_EQ(GeometryElement::Quads, quads.getElementType());
-    EXPECT_EQ(10u, quads.getIndexList().getCapacity());
-    EXPECT_EQ(3u, quads.getIndexList().getIndex(3));
-
-    IndexedTriangleStrip strip;
-    strip.addVertice(5);
-    EXPECT_EQ(GeometryElement::TriangleStrip, strip.getElementType());
-    EXPECT_EQ(1u, strip.getIndexList().getCount());
-
-    IndexedQuadStrip quadStrip;
-    quadStrip.addQuad(0, 1);
-    EXPECT_EQ(GeometryElement::QuadStrip, quadStrip.getElementType());
-    EXPECT_EQ(2u, quadStrip.getIndexList().getCount());
-    for (unsigned int i = 0; i < 3; ++i)
-        quadStrip.addQuad(i, i);
-    EXPECT_EQ(8u, quadStrip.getIndexList().getCount());
-    EXPECT_EQ(18u, quadStrip.getIndexList().getCapacity());
-
-    // Seen the way a renderer sees them.
-    IndexElement& element = triangles;
-    EXPECT_EQ(DataType::UnsignedInt, element.getIndexList().getIndexType());
 }

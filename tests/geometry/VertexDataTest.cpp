@@ -34,22 +34,6 @@ TEST(VertexDataTest, GrowsByTheConstantStepAndAddVertexMakesItCurrent) {
     EXPECT_EQ(nullptr, data.getNormals());
 }
 
-TEST(VertexDataTest, WritesWithoutATargetAreIgnored) {
-    VertexData data;
-    data.setUseNormal(true);
-    data.initialize(2, 2);
-    data.setVertex(1, 2, 3);    // no vertex yet
-    data.setColor(1, 0, 0, 1);  // colours not in use
-    data.addVertex();
-    data.addVertex();
-    EXPECT_FALSE(data.setCurrentVertex(2));
-    EXPECT_EQ(1u, data.getCurrentVertex());
-    EXPECT_TRUE(data.setCurrentVertex(0));
-    data.setVertex(7, 8, 9);
-    EXPECT_FLOAT_EQ(7.0f, floats(data.getVertices())[0]);
-    EXPECT_EQ(nullptr, data.getColor());
-}
-
 TEST(VertexDataTest, NormalsAreStoredNormalised) {
     VertexData data;
     data.setUseNormal(true);

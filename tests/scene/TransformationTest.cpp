@@ -37,27 +37,6 @@ TEST(TransformationTest, LocalChoosesTheAxes) {
     expectPoint(place(scaled, Point(1, 0, 0)), 4, 4, 6);
 }
 
-TEST(TransformationTest, PrimitiveRotations) {
-    Transformation x, y, z, axis;
-    x.rotateX(static_cast<float>(M_PI / 2), false);
-    y.rotateY(static_cast<float>(M_PI / 2), false);
-    z.rotateZ(static_cast<float>(M_PI / 2), false);
-    axis.rotate(static_cast<float>(M_PI / 2), 0, 0, 5, false);
-    expectPoint(place(x, Point(0, 1, 0)), 0, 0, 1);
-    expectPoint(place(y, Point(0, 0, 1)), 1, 0, 0);
-    expectPoint(place(z, Point(1, 0, 0)), 0, 1, 0);
-    expectPoint(place(axis, Point(1, 0, 0)), 0, 1, 0);
-
-    // About the line through a and b: a stays, the rest turns around it.
-    for (bool local : {false, true}) {
-        Transformation line;
-        line.rotate(static_cast<float>(M_PI), Dorvan::TVector<float, 3>(1, 1, 0),
-                    Dorvan::TVector<float, 3>(1, 1, 1), local);
-        expectPoint(place(line, Point(1, 1, 5)), 1, 1, 5);
-        expectPoint(place(line, Point(2, 1, 0)), 0, 1, 0);
-    }
-}
-
 TEST(TransformationTest, MatrixCompositionAndInverse) {
     Transformation t;
     EXPECT_TRUE(t.getInverseTransformation().mIdentity);
