@@ -55,28 +55,6 @@ protected:
 
 }  // namespace
 
-TEST_F(ProcessManagerTest, NonBlockingCallsAreRefused) {
-    add(100, "a");
-    EXPECT_EQ(-1, mManager.run(false));
-    EXPECT_EQ(-1, mManager.update(false));
-    EXPECT_EQ(-1, mManager.updateSubsystem(100, false));
-    EXPECT_TRUE(mTrace.empty());
-    EXPECT_FALSE(mManager.isRunning());
-}
-
-TEST_F(ProcessManagerTest, StopOutsideTheLoopLeavesNoRequest) {
-    add(100, "a");
-    EXPECT_EQ(0, mManager.stop(false));
-    EXPECT_EQ(0, mManager.stop(true));
-    int passes = 0;
-    process(0).mAction = [&] {
-        if (++passes == 3)
-            mManager.stop(false);
-    };
-    EXPECT_EQ(0, mManager.run(true));
-    EXPECT_EQ(3, passes);
-}
-
 TEST_F(ProcessManagerTest, StopFromTheFirstSubsystemLetsThePassFinish) {
     add(100, "a");
     add(101, "b");
@@ -120,22 +98,6 @@ TEST_F(ProcessManagerTest, UpdateModesInAndOutOfTheLoop) {
     };
     mManager.run(true);
     EXPECT_EQ((std::vector<std::string>{"always", "loop", "request"}), mTrace);
-}
-
-TEST_F(ProcessManagerTest, ProcessModesAndExplicitSubsystemUpdates) {
-    TestSubsystem& idle = add(100, "idle");
-    idle.setProcessMode(Subsystem::ProcessNone);
-    TestSubsystem& manual = add(101, "manual");
-    manual.setUpdateMode(Subsystem::UpdateManual);
-    manual.setEnabled(false);
-    manual.setProcessMode(Subsystem::ProcessAlways);
-
-    mManager.update(true);
-    EXPECT_TRUE(mTrace.empty());
-    EXPECT_EQ(0, mManager.updateSubsystem(101, true));
-    EXPECT_EQ((std::vector<std::string>{"manual"}), mTrace);
-    EXPECT_EQ(0, mManager.updateSubsystem(100, true));
-    EXPECT_EQ(1u, mTrace.size());
 }
 
 TEST_F(ProcessManagerTest, RegistrationOrderAndRefusals) {
