@@ -172,18 +172,6 @@ TEST(TextureProxyTest, RowsAndSinglePixelsComposeAlike) {
     }
 }
 
-TEST(TextureProxyTest, FloatSourcesCompose) {
-    TextureInfo info(1, 1, 1, DataType::Float, Color::Rgb);
-    Dorvan::CowMemPtr<void> values;
-    values.alloc(info.getMemSize());
-    float* f = static_cast<float*>(values.get());
-    f[0] = 0.5f;
-    f[1] = 2.0f;
-    f[2] = -1.0f;
-    TextureProxy proxy(Source(new TextureData(info, values)), Source(), 1.0f, 0.0f, 3);
-    EXPECT_EQ((Bytes{127, 255, 0, 255}), pixel(proxy, 0, 0));
-}
-
 TEST(TextureProxyTest, CanvasCopiesClipAtTheEdgesAndStamp) {
     VelunTest::EngineClock clock;
     TextureProxy canvas(4, 4, Color(0.0f, 0.0f, 0.0f, 0.0f));
@@ -219,15 +207,6 @@ TEST(TextureProxyTest, CanvasCopiesClipAtTheEdgesAndStamp) {
     EXPECT_FALSE(canvas.copyRect(patch, 0, 0, 0, 0, 0, 0, 0, 1, 1));
     EXPECT_FALSE(canvas.copyRect(Source(), 0, 0, 0, 0, 0, 0, 1, 1, 1));
     EXPECT_FALSE(canvas.hasChanged(900));
-}
-
-TEST(TextureProxyTest, CopyOfAnotherFormatChangesNoPixelButStamps) {
-    VelunTest::EngineClock clock;
-    TextureProxy canvas(2, 2, Color(0.0f, 0.0f, 0.0f, 0.0f));
-    clock.setTime(50);
-    EXPECT_TRUE(canvas.copyRect(image(1, 1, Color::Rgb, {9, 9, 9}), 0, 0, 0, 0, 0, 0, 1, 1, 1));
-    EXPECT_EQ((Bytes{0, 0, 0, 0}), pixel(canvas, 0, 0));
-    EXPECT_TRUE(canvas.hasChanged(50));
 }
 
 TEST(TextureProxyTest, BlockShorterThanItsDescriptionReadsBlackBeyondItsEnd) {
