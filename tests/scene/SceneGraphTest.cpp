@@ -1,0 +1,257 @@
+
+#include <cmath>
+
+#include "SceneFixture.h"
+#include "core/ProcessManager.h"
+#include "scene/Camera.h"
+#include "scene/Frustrum.h"
+#include "scene/Light.h"
+#include "scene/Overlay.h"
+#include "scene/SceneGraph.h"
+#include "scene/SceneManager.h"
+#include "scene/SceneRoot.h"
+#include "scene/UpdateTraverser.h"
+#include "scene/View.h"
+
+using SceneTest::BoxLeaf;
+using Velun::Branch;
+using Velun::Node;
+using Velun::SceneRoot;
+using namespace Velun;
+using Dorvan::SharedPtr;
+
+namespace {
+
+class NodeTest : public SceneTest::EngineTest {};
+
+TEST_F(NodeTest, AttachRulesAndMarks) {
+    Branch top, group, other;
+    BoxLeaf first, second;
+    top.attachChild(group);
+    EXPECT_EQ(group.attachChild(second), 0);
+    EXPECT_EQ(group.attachChild(first), 1);
+    EXPECT_EQ(group.getAttachedChild(0), &second);
+    EXPECT_EQ(group.getAttachedChildCount(), 2);
+    EXPECT_TRUE(group.isAttachedChild(first.getNodeId()));
+    EXPECT_EQ(group.getAttachedChildById(first.getNodeId()), &first);
+    EXPECT_EQ(group.getAttachedChildById(other.getNodeId()), nullptr);
+    EXPECT_EQ(first.getParent(), &group);
+    EXPECT_EQ(group.getNodeStatus(), Node::StatusModified);
+    EXPECT_EQ(top.getNodeStatus(), Node::StatusModified);
+
+    // A node with a parent stays where it is.
+    Node::NodeStatus before = first.getNodeStatus();
+    EXPECT_EQ(other.attachChild(first), -1);
+    EXPECT_EQ(first.getParent(), &group);
+    EXPECT_EQ(first.getNodeStatus(), before);
+    EXPECT_EQ(other.getNodeStatus(), Node::StatusNew);
+
+    // No cycles: a group cannot go below itself.
+    EXPECT_EQ(group.attachChild(group), -1);
+    EXPECT_EQ(group.attachChild(top), -1);
+
+    // A node in a scene cannot be attached anywhere, even without a parent: the root.
+    SceneRoot scene(1);
+    EXPECT_EQ(scene.getRoot()->getParent(), nullptr);
+    EXPECT_EQ(other.attachChild(*scene.getRoot()), -1);
+    EXPECT_EQ(other.getAttachedChildCount(), 0);
+}
+
+TEST_F(NodeTest, DetachingLeavesTheChildAliveAndShiftsPositions) {
+    Branch group;
+    BoxLeaf a, b, c;
+    group.attachChild(a);
+    group.attachChild(b);
+    group.attachChild(c);
+    EXPECT_EQ(group.detachChild(9999999), nullptr);
+    EXPECT_EQ(group.detachChild(a.getNodeId()), &a);
+    EXPECT_EQ(a.getParent(), nullptr);
+    EXPECT_EQ(a.getNodeStatus(), Node::StatusNew);
+    EXPECT_EQ(group.getAttachedChild(0), &b);
+    EXPECT_EQ(group.getAttachedChild(1), &c);
+
+    SceneRoot scene(1);
+    scene.getRoot()->attachChild(group);
+    EXPECT_TRUE(b.isAttached());
+    group.detachChild(b.getNodeId());
+    EXPECT_FALSE(b.isAttached());
+    EXPECT_EQ(b.getNodeStatus(), Node::StatusModified);
+
+    EXPECT_TRUE(group.detachChilds());
+    EXPECT_EQ(group.getAttachedChildCount(), 0);
+    EXPECT_FALSE(c.isAttached());
+    EXPECT_EQ(c.getParent(), nullptr);
+    EXPECT_TRUE(group.detachChilds());
+    EXPECT_EQ(group.getNodeStatus(), Node::StatusModified);
+}
+
+TEST_F(NodeTest, ChangesReachTheAncestors) {
+    Branch top, middle;
+    BoxLeaf leaf;
+    top.attachChild(middle);
+    middle.attachChild(leaf);
+    for (Node* n : std::initializer_list<Node*>{&top, &middle})
+        n->finishUpdate();
+
+    // The leaf is still marked from before; its new change must reach the ancestors.
+    leaf.markModified();
+    leaf.markModified();
+    EXPECT_EQ(leaf.getNodeStatus(), Node::StatusModified);
+    EXPECT_EQ(middle.getNodeStatus(), Node::StatusChildModified);
+    EXPECT_EQ(top.getNodeStatus(), Node::StatusChildModified);
+    EXPECT_FALSE(middle.isModified(true));
+    EXPECT_TRUE(middle.isModified(false));
+
+    // A change of the node itself raises a child mark; a child mark never lowers it.
+    middle.markModified();
+    EXPECT_EQ(middle.getNodeStatus(), Node::StatusModified);
+    leaf.markModified();
+    EXPECT_EQ(middle.getNodeStatus(), Node::StatusModified);
+
+    top.finishUpdate();
+    EXPECT_FALSE(top.isModified(false));
+}
+
+TEST_F(NodeTest, DestroyedNodesLeaveTheirParentAndChildren) {
+    Branch parent;
+    BoxLeaf survivor;
+    {
+        Branch child;
+        parent.attachChild(child);
+        child.attachChild(survivor);
+        parent.finishUpdate();
+    }
+    EXPECT_EQ(parent.getAttachedChildCount(), 0);
+    EXPECT_EQ(parent.getNodeStatus(), Node::StatusModified);
+    EXPECT_EQ(survivor.getParent(), nullptr);
+    {
+        BoxLeaf leaf;
+        parent.attachChild(leaf);
+    }
+    EXPECT_EQ(parent.getAttachedChildCount(), 0);
+}
+
+}  // namespace
+
+namespace {
+
+class SceneManagerTest : public SceneTest::EngineTest {
+protected:
+    SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
+};
+
+TEST_F(SceneManagerTest, SceneWithoutCameraIsUpdatedInEveryPass) {
+    SceneGraph& scene = scenes().createSceneGraph();
+    TransformationNode place;
+    BoxLeaf box(Point(-1.0f, -1.0f, -1.0f), Point(1.0f, 1.0f, 1.0f));
+    place.setChild(box);
+    scene.getRoot()->attachChild(place);
+    ProcessManager& processes = VelunCore::getSingleton().getProcessManager();
+
+    place.translate(5.0f, 0.0f, 0.0f, false);
+    processes.updateSubsystem(3, true);
+    EXPECT_EQ(1, box.mVisits);
+    EXPECT_FLOAT_EQ(5.0f, box.getTransformedNode().getWorldTransformation()(0, 3));
+
+    place.translate(1.0f, 0.0f, 0.0f, false);
+    processes.updateSubsystem(3, true);
+    EXPECT_EQ(2, box.mVisits);
+    EXPECT_FLOAT_EQ(6.0f, box.getTransformedNode().getWorldTransformation()(0, 3));
+    scene.getRoot()->detachChilds();
+    place.detachChild();
+}
+
+TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes) {
+    SceneGraph& doomed = scenes().createSceneGraph();
+    SceneGraph& kept = scenes().createSceneGraph();
+    Branch group;
+    Light light;
+    group.attachChild(light);
+    doomed.getRoot()->attachChild(group);
+    ASSERT_TRUE(light.isAttached());
+
+    EXPECT_TRUE(scenes().deleteSceneGraph(doomed));
+    EXPECT_EQ(1, scenes().getSceneGraphCount());
+    EXPECT_EQ(&kept, scenes().getSceneGraph(0));
+    ASSERT_EQ(1u, scenes().getProcessList()->size());
+    EXPECT_EQ(&kept,
+              static_cast<SceneManager::UpdateAdapter*>(scenes().getProcessList()->at(0))->getSceneRoot());
+    EXPECT_FALSE(group.isAttached());
+    EXPECT_FALSE(light.isAttached());
+    EXPECT_EQ(nullptr, group.getParent());
+    EXPECT_EQ(&group, light.getParent());
+    group.detachChilds();
+}
+
+TEST_F(SceneManagerTest, ShutdownDestroysScenesAndDetachesTheirNodes) {
+    Camera* camera = new Camera();
+    Light* light = new Light();
+    SceneGraph& scene = scenes().createSceneGraph();
+    Overlay& hud = scenes().createOverlay();
+    scene.getRoot()->attachChild(*camera);
+    hud.getRoot()->attachChild(*light);
+    camera->setOverlay(hud);
+
+    VelunCore::getSingleton().shutdown();
+    EXPECT_FALSE(camera->isAttached());
+    EXPECT_FALSE(light->isAttached());
+    EXPECT_EQ(nullptr, camera->getOverlay());
+    EXPECT_EQ(nullptr, camera->getParent());
+    delete camera;
+    delete light;
+    VelunCore::getSingleton().startup();
+}
+
+}  // namespace
+
+namespace {
+
+class CameraTest : public SceneTest::EngineTest {
+protected:
+    SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
+};
+
+TEST_F(CameraTest, ViewSeesFromTheCameraWorldPlace) {
+    SceneGraph& scene = scenes().createSceneGraph();
+    TransformationNode place;
+    Camera camera;
+    place.translate(3.0f, 0.0f, 5.0f, false);
+    place.setChild(camera);
+    scene.getRoot()->attachChild(place);
+    scene.getUpdateTraverser()->run(0);
+
+    SharedPtr<RenderSettings> settings(new RenderSettings());
+    camera.getCamSettings().setRenderSettings(settings);
+    SharedPtr<View> view = camera.getView(1.5f);
+    ASSERT_FALSE(view.isNull());
+    EXPECT_EQ(&scene, &view->getSceneRoot());
+    EXPECT_EQ(settings, view->getRenderSettings());
+    EXPECT_FLOAT_EQ(1.5f, view->getFrustrum()->getAspect());
+    Dorvan::Matrix<float, 4> const& m = view->getFrustrum()->getViewMatrix();
+    EXPECT_FLOAT_EQ(-3.0f, m(0, 3));
+    EXPECT_FLOAT_EQ(-5.0f, m(2, 3));
+    EXPECT_NE(view.get(), camera.getView(1.5f).get());
+    scene.getRoot()->detachChilds();
+    place.detachChild();
+}
+
+TEST_F(CameraTest, DeletedOverlayIsForgotten) {
+    Camera camera;
+    Overlay& overlay = scenes().createOverlay();
+    camera.setOverlay(overlay);
+    EXPECT_TRUE(scenes().deleteOverlay(overlay));
+    EXPECT_EQ(nullptr, camera.getOverlay());
+    EXPECT_FALSE(camera.useOverlay());
+    EXPECT_TRUE(camera.getOverlayView(1.0f).isNull());
+}
+
+TEST_F(CameraTest, CameraMayEndBeforeItsOverlay) {
+    Overlay& overlay = scenes().createOverlay();
+    {
+        Camera camera;
+        camera.setOverlay(overlay);
+    }
+    EXPECT_TRUE(scenes().deleteOverlay(overlay));
+}
+
+}  // namespace
