@@ -1,17 +1,113 @@
 #include <gtest/gtest.h>
 
 #include "ObjectTestModels.h"
+#include "geometry/ElementData.h"
+#include "geometry/GeometryData.h"
+#include "geometry/GeometryDataGroup.h"
 #include "geometry/GeometryObject.h"
 #include "geometry/GeometryObjectFactory.h"
 #include "geometry/GeometrySubobject.h"
+#include "scene/BoundingBox.h"
 #include "scene/Branch.h"
 #include "scene/SceneRoot.h"
 #include "scene/TransformationNode.h"
 #include "scene/UpdateTraverser.h"
 
+using namespace Velun;
 using Dorvan::SharedPtr;
 using ObjectTestModels::makeBox;
-using namespace Velun;
+
+namespace {
+
+// A volume that tells when it is deleted.
+class TrackedBox : public BoundingBox {
+public:
+    explicit TrackedBox(int* deleted) : mDeleted(deleted) {}
+    ~TrackedBox() override { ++*mDeleted; }
+    int* mDeleted;
+};
+
+// An element that tells when it is deleted.
+class TrackedElement : public VertexElementData {
+public:
+    explicit TrackedElement(int* deleted) : VertexElementData(Points), mDeleted(deleted) {}
+    ~TrackedElement() override { ++*mDeleted; }
+    int* mDeleted;
+};
+
+}  // namespace
+
+TEST(GeometryDataTest, GroupsOwnTheirElements) {
+    int deleted = 0;
+    {
+        GeometryData geometry;
+        GeometryDataGroup& group = geometry.createGroup();
+        group.setMaterialIndex(4);
+        group.addElement(*new TrackedElement(&deleted));
+        group.addElement(*new TrackedElement(&deleted));
+        EXPECT_EQ(4u, group.getMaterialIndex());
+        ASSERT_EQ(2u, group.getElementList(0).size());
+        EXPECT_EQ(GeometryElement::Points, group.getElementList(0).get(0)->getElementType());
+        group.clearElements();
+        EXPECT_EQ(2, deleted);
+        EXPECT_EQ(0u, group.getElementList(0).size());
+        group.addElement(*new TrackedElement(&deleted));
+    }
+    EXPECT_EQ(3, deleted);
+}
+
+TEST(GeometryDataTest, DestroyingTheGeometryFreesVolumesGroupsAndOneReference) {
+    int deleted = 0;
+    Dorvan::SharedPtr<VertexData> vertices(new VertexData());
+    {
+        GeometryData geometry;
+        geometry.setIndexedVertexData(vertices);
+        TrackedBox* box = new TrackedBox(&deleted);
+        geometry.setBoundingVolume(box);
+        geometry.setPhysicsVolume(box);  // one volume in both roles is deleted once
+        geometry.createGroup().addElement(*new TrackedElement(&deleted));
+    }
+    EXPECT_EQ(2, deleted);
+    EXPECT_EQ(1, vertices.getRefCount());
+}
+
+namespace {
+
+typedef ObjectTestModels::EngineTest GeometrySubobjectTest;
+
+TEST_F(GeometrySubobjectTest, VolumesComeFromTheGeometry) {
+    GeometrySubobject part;
+    Drawable const& drawable = part;
+    EXPECT_EQ(part.getBoundingVolume(), nullptr);
+    EXPECT_EQ(drawable.getPhysicsVolume(), nullptr);
+    EXPECT_TRUE(part.getGeometry(0).isNull());
+
+    GeometryData* data = new GeometryData("box");
+    data->setBoundingVolume(new BoundingBox(Point(0, 0, 0), Point(1, 2, 3)));
+    BoundingBox* physics = new BoundingBox(Point(0, 0, 0), Point(1, 1, 1));
+    data->setPhysicsVolume(physics);
+    SharedPtr<Geometry> geometry(data);
+    part.setGeometry(geometry, 0);
+    EXPECT_EQ(part.getGeometry(0), geometry);
+    EXPECT_EQ(part.getGeometry(5), geometry) << "the index is reserved";
+    EXPECT_EQ(drawable.getGeometry(0), geometry);
+    EXPECT_EQ(drawable.getBoundingVolume(), data->getBoundingVolume());
+    EXPECT_EQ(drawable.getPhysicsVolume(), physics);
+}
+
+TEST_F(GeometrySubobjectTest, NewGeometryMarksTheNode) {
+    Velun::Branch group;
+    GeometrySubobject* part = new GeometrySubobject();
+    group.attachChild(*part);
+    part->finishUpdate();
+    group.finishUpdate();
+    part->setGeometry(makeBox(Point(0, 0, 0), Point(1, 1, 1)), 0);
+    EXPECT_EQ(part->getNodeStatus(), Node::StatusModified);
+    EXPECT_EQ(group.getNodeStatus(), Node::StatusChildModified);
+    delete part;
+}
+
+}  // namespace
 
 namespace {
 
