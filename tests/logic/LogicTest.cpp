@@ -280,7 +280,6 @@ TEST_F(VelocityModifierTest, MarksItsNodeInEveryFrameEvenAtZeroSpeed) {
 
 namespace {
 
-
 class FollowModifierTest : public ::testing::Test {
 protected:
     void SetUp() override {

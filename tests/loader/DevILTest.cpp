@@ -1,16 +1,19 @@
-#include "plugins/loader/devil/DevILTextureSourceLoader.h"
 
 #include <IL/il.h>
 #include <IL/ilu.h>
-
 #include <cstdint>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <sstream>
 
+#include "core/PluginManager.h"
+#include "geometry/GeometryObject.h"
 #include "loader/EngineFixture.h"
 #include "plugins/loader/devil/DevILPlugin.h"
 #include "plugins/loader/devil/DevILTextureData.h"
+#include "plugins/loader/devil/DevILTextureSourceLoader.h"
+#include "plugins/loader/ms3d/Ms3dPlugin.h"
 
 using namespace Velun;
 
@@ -121,29 +124,6 @@ TEST_F(DevILTextureSourceLoaderTest, ReadsPngInEveryLayout) {
     EXPECT_EQ(0, texel(*grey, 12, 12).r - texel(*grey, 12, 12).g);
 }
 
-TEST_F(DevILTextureSourceLoaderTest, AddressesPixelsRowByRow) {
-    Dorvan::SharedPtr<TextureSource> rgb = source("rgb.png");
-    ASSERT_TRUE(rgb);
-    const unsigned char* first = static_cast<const unsigned char*>(rgb->getPixel(0, 0, 0));
-    EXPECT_EQ(rgb->getTextureData(), first);
-    EXPECT_EQ(first + 16 * 3, rgb->getPixel(0, 1, 0));
-    EXPECT_EQ(first + (16 * 15 + 15) * 3, rgb->getPixel(15, 15, 0));
-    EXPECT_EQ(nullptr, rgb->getPixel(16, 0, 0));
-    EXPECT_EQ(nullptr, rgb->getPixel(0, 16, 0));
-    EXPECT_EQ(nullptr, rgb->getPixel(0, 0, 1));
-    EXPECT_FALSE(rgb->hasChanged(0));
-    EXPECT_FALSE(rgb->hasChanged(INT64_MAX));
-    unsigned char target[3];
-    EXPECT_FALSE(rgb->copyData(0, 0, 0, 1, 1, 1, target));
-
-    // Each access binds its own image, so two sources can be read in turn.
-    Dorvan::SharedPtr<TextureSource> bmp = source("quads.bmp");
-    ASSERT_TRUE(bmp);
-    EXPECT_EQ(255, texel(*rgb, 3, 3).r);
-    EXPECT_EQ(255, texel(*bmp, 3, 12).b);
-    EXPECT_EQ(255, texel(*rgb, 12, 3).g);
-}
-
 TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
     testing::internal::CaptureStderr();
     Dorvan::SharedPtr<TextureSource> missing = source("missing.png");
@@ -217,4 +197,27 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
     EXPECT_EQ(255, texel(*again, 3, 3).r);
     again = Dorvan::SharedPtr<TextureSource>();
     loader.shutdown();
+}
+
+namespace {
+
+class LoaderPluginsTest : public EngineFixture {};
+
+}  // namespace
+
+TEST_F(LoaderPluginsTest, SetupBringsBothLoadersInTheirPlaces) {
+    core.setup(true);
+    PluginManager& plugins = core.getPluginManager();
+    ASSERT_GE(plugins.getPluginCount(), 4u);
+    EXPECT_NE(nullptr, dynamic_cast<DevILPlugin*>(plugins.getPlugin(2)));
+    EXPECT_NE(nullptr, dynamic_cast<Ms3dPlugin*>(plugins.getPlugin(3)));
+    EXPECT_EQ(1u, core.getResourceManager().getTextureManager().getTextureSourceLoaderCount());
+    EXPECT_EQ(1u, core.getResourceManager().getObjectManager().getObjectLoaderCount());
+
+    // The user's way: a model below models/, its image below textures/.
+    std::unique_ptr<ObjectNode> jeep(core.getResourceManager().getObjectManager().createObject("jeep1.ms3d"));
+    GeometryObject* object = dynamic_cast<GeometryObject*>(jeep.get());
+    ASSERT_NE(nullptr, object);
+    ASSERT_TRUE(object->getDefaultMaterial(0));
+    EXPECT_TRUE(object->getDefaultMaterial(0)->getTexture(0));
 }

@@ -2,24 +2,128 @@
 
 #include <SDL.h>
 #include <SDL_syswm.h>
-
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "core/PluginManager.h"
 #include "core/ProcessManager.h"
+#include "core/TimerManager.h"
 #include "core/VelunCore.h"
 #include "input/InputEvent.h"
 #include "input/InputEventInfo.h"
 #include "input/InputManager.h"
 #include "input/InputProcessor.h"
+#include "input/InputProvider.h"
 #include "plugins/sdl/SDLInputProvider.h"
+#include "plugins/sdl/SDLPlugin.h"
+#include "plugins/sdl/SDLTimer.h"
 #include "support/Engine.h"
+#include "support/PassRecorder.h"
 
 using namespace Velun;
+
+namespace {
+
+class SDLPluginTest : public testing::Test {
+protected:
+    void SetUp() override { core.startup(); }
+    void TearDown() override {
+        core.shutdown();
+        if (SDL_WasInit(SDL_INIT_VIDEO))
+            SDL_QuitSubSystem(SDL_INIT_VIDEO);
+        if (SDL_WasInit(SDL_INIT_EVERYTHING) == 0)
+            SDL_Quit();
+    }
+    VelunCore& core = VelunCore::getSingleton();
+};
+
+// Stops the main loop when the window system asks the application to end.
+class QuitProcessor : public InputProcessor {
+public:
+    bool processEvent(InputEvent& event) override {
+        SysWMEventInfo* info = event.getSysWMEventInfo();
+        if (!info || info->getEventType() != SysWMEventInfo::SysWMQuit)
+            return false;
+        ++mQuits;
+        VelunCore::getSingleton().getProcessManager().stop(false);
+        return true;
+    }
+    int mQuits = 0;
+};
+
+}  // namespace
+
+TEST_F(SDLPluginTest, AQuitFromTheWindowSystemEndsTheMainLoopAfterThePass) {
+    if (!std::getenv("DISPLAY"))
+        GTEST_SKIP() << "SDL's event queue needs an X display (run under xvfb-run)";
+    core.setup(true);
+    // The render window starts SDL's video in an application; here the test does.
+    ASSERT_EQ(0, SDL_InitSubSystem(SDL_INIT_VIDEO)) << SDL_GetError();
+    SDL_Event pending;
+    while (SDL_PollEvent(&pending)) {
+    }
+
+    QuitProcessor quitter;
+    core.getInputManager().registerInputProcessor(quitter);
+    VelunTest::PassRecorder passes;
+
+    SDL_Event quit;
+    quit.type = SDL_QUIT;
+    ASSERT_EQ(0, SDL_PushEvent(&quit));
+    EXPECT_EQ(0, core.getProcessManager().run(true));
+    EXPECT_EQ(1, quitter.mQuits);
+    EXPECT_EQ(1u, passes.getPasses());
+}
+
+namespace {
+
+class SDLTimerTest : public testing::Test {
+protected:
+    void TearDown() override {
+        timer.shutdown();
+        if (SDL_WasInit(SDL_INIT_EVERYTHING) == 0)
+            SDL_Quit();
+    }
+    SDLTimer timer;
+};
+
+// A timestamp with the tick counts read just before and after it.
+struct Reading {
+    std::int64_t before, timestamp, after;
+};
+
+Reading read(SDLTimer& timer) {
+    Reading reading;
+    reading.before = SDL_GetTicks();
+    reading.timestamp = timer.getTimestamp();
+    reading.after = SDL_GetTicks();
+    return reading;
+}
+
+}  // namespace
+
+TEST_F(SDLTimerTest, TimestampFollowsTheTickCountAndNeverGoesDown) {
+    timer.initialize();
+    Reading first = read(timer);
+    std::int64_t previous = first.timestamp;
+    for (int i = 0; i < 2000; ++i) {
+        std::int64_t now = timer.getTimestamp();
+        ASSERT_GE(now, previous);
+        previous = now;
+    }
+    SDL_Delay(30);
+    timer.initialize();  // initialised already: the time goes on undisturbed
+    Reading second = read(timer);
+    // The timestamps differ by as many milliseconds as the tick count advanced.
+    EXPECT_GE(second.timestamp - first.timestamp, second.before - first.after);
+    EXPECT_LE(second.timestamp - first.timestamp, second.after - first.before);
+    EXPECT_GE(second.timestamp - first.timestamp, 30);
+}
 
 namespace {
 
