@@ -75,26 +75,6 @@ namespace {
 
 typedef ObjectTestModels::EngineTest GeometrySubobjectTest;
 
-TEST_F(GeometrySubobjectTest, VolumesComeFromTheGeometry) {
-    GeometrySubobject part;
-    Drawable const& drawable = part;
-    EXPECT_EQ(part.getBoundingVolume(), nullptr);
-    EXPECT_EQ(drawable.getPhysicsVolume(), nullptr);
-    EXPECT_TRUE(part.getGeometry(0).isNull());
-
-    GeometryData* data = new GeometryData("box");
-    data->setBoundingVolume(new BoundingBox(Point(0, 0, 0), Point(1, 2, 3)));
-    BoundingBox* physics = new BoundingBox(Point(0, 0, 0), Point(1, 1, 1));
-    data->setPhysicsVolume(physics);
-    SharedPtr<Geometry> geometry(data);
-    part.setGeometry(geometry, 0);
-    EXPECT_EQ(part.getGeometry(0), geometry);
-    EXPECT_EQ(part.getGeometry(5), geometry) << "the index is reserved";
-    EXPECT_EQ(drawable.getGeometry(0), geometry);
-    EXPECT_EQ(drawable.getBoundingVolume(), data->getBoundingVolume());
-    EXPECT_EQ(drawable.getPhysicsVolume(), physics);
-}
-
 TEST_F(GeometrySubobjectTest, NewGeometryMarksTheNode) {
     Velun::Branch group;
     GeometrySubobject* part = new GeometrySubobject();
@@ -111,46 +91,12 @@ TEST_F(GeometrySubobjectTest, NewGeometryMarksTheNode) {
 
 namespace {
 
-typedef Dorvan::Matrix<float, 4> Matrix4;
-
-void expectBox(BoundingBox const& box, Point const& lo, Point const& hi) {
-    ASSERT_EQ(box.getState(), Velun::BoundingVolume::StateBounded);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_NEAR(box.getMin()[i], lo[i], 1e-5f) << "min " << i;
-        EXPECT_NEAR(box.getMax()[i], hi[i], 1e-5f) << "max " << i;
-    }
-}
-
-BoundingBox const& worldBox(Node& node) { return node.getTransformedNode().getBoundingBox(); }
-
 typedef ObjectTestModels::EngineTest GeometryObjectTest;
 
 GeometrySubobject* newPart(SharedPtr<Geometry> geometry) {
     GeometrySubobject* part = new GeometrySubobject();
     part->setGeometry(geometry, 0);
     return part;
-}
-
-TEST_F(GeometryObjectTest, EachSubobjectGetsItsOwnTransformationNode) {
-    GeometryObject object("model");
-    EXPECT_EQ(object.getNodeType(), Node::TypeObject);
-    GeometrySubobject* a = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
-    GeometrySubobject* b = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
-    ASSERT_TRUE(object.addSubobject(*a));
-    ASSERT_TRUE(object.addSubobject(*b));
-
-    EXPECT_EQ(object.getAttachedChildCount(), 2);
-    EXPECT_EQ(object.getSubobjectCount(), 2u);
-    TransformationNode* node = dynamic_cast<TransformationNode*>(object.getAttachedChild(0));
-    ASSERT_TRUE(node);
-    EXPECT_EQ(node->getChild(), a);
-    EXPECT_EQ(a->getParent(), node);
-    EXPECT_EQ(object.getSubobject(b->getNodeId()), b);
-    EXPECT_EQ(object.getSubobjectAt(1), b);
-    EXPECT_EQ(object.getSubobjectAt(2), nullptr);
-    EXPECT_EQ(object.getSubobject(object.getNodeId()), nullptr);
-    EXPECT_EQ(object.getTransformation(*a), static_cast<Transformation*>(node));
-    EXPECT_EQ(object.getTransformation(a->getNodeId()), static_cast<Transformation*>(node));
 }
 
 TEST_F(GeometryObjectTest, SubobjectAlreadyInATreeIsRefused) {
@@ -236,25 +182,6 @@ protected:
     GeometrySubobject* mFirst;
     GeometrySubobject* mSecond;
 };
-
-TEST_F(GeometryObjectSceneTest, UpdatePassGivesWorldBoxesFromTheDrawables) {
-    update();
-    expectBox(worldBox(*mFirst), Point(10, 0, 0), Point(11, 1, 1));
-    expectBox(worldBox(*mSecond), Point(13, 0, 0), Point(14, 1, 1));
-    expectBox(worldBox(*mObject), Point(10, 0, 0), Point(14, 1, 1));
-    expectBox(worldBox(*mPlace), Point(10, 0, 0), Point(14, 1, 1));
-}
-
-TEST_F(GeometryObjectSceneTest, PartAddedToAnAttachedObjectIsPlacedAtTheNextPass) {
-    update();
-    GeometrySubobject* late = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
-    ASSERT_TRUE(mObject->addSubobject(*late));
-    EXPECT_TRUE(late->isAttached());
-    mObject->getTransformation(*late)->translate(0, 0, -4, false);
-    update();
-    expectBox(worldBox(*late), Point(10, 0, -4), Point(11, 1, -3));
-    expectBox(worldBox(*mObject), Point(10, 0, -4), Point(14, 1, 1));
-}
 
 TEST_F(GeometryObjectSceneTest, DeletingAnAttachedObjectTakesItsPartsOut) {
     update();

@@ -48,18 +48,6 @@ TEST(IndexDataTest, ShortAndByteListsStoreConvertedValues) {
     EXPECT_EQ(200u, static_cast<const std::uint8_t*>(bytes.getIndexList())[0]);
 }
 
-TEST(IndexDataTest, ACopySharesTheListUntilOneSideWrites) {
-    IndexData source;
-    source.initialize(4, 4);
-    source.addIndex(1);
-    IndexData copy(source);
-    EXPECT_EQ(source.getIndexList(), copy.getIndexList());
-    EXPECT_NE(source.getId(), copy.getId());
-    copy.setIndex(0, 2);
-    EXPECT_EQ(1u, source.getIndex(0));
-    EXPECT_EQ(2u, copy.getIndex(0));
-}
-
 namespace {
 
 const float* floats(const void* p) { return static_cast<const float*>(p); }
@@ -84,19 +72,6 @@ TEST(VertexDataTest, GrowsByTheConstantStepAndAddVertexMakesItCurrent) {
     // Only positions were in use.
     EXPECT_EQ(nullptr, data.getColor());
     EXPECT_EQ(nullptr, data.getNormals());
-}
-
-TEST(VertexDataTest, NormalsAreStoredNormalised) {
-    VertexData data;
-    data.setUseNormal(true);
-    data.initialize(1, 1);
-    data.addVertex();
-    data.setNormal(0, 3, 4);
-    const float* n = floats(data.getNormals());
-    EXPECT_FLOAT_EQ(0.0f, n[0]);
-    EXPECT_FLOAT_EQ(0.6f, n[1]);
-    EXPECT_FLOAT_EQ(0.8f, n[2]);
-    EXPECT_EQ(DataType::Float, data.getNormalType());
 }
 
 TEST(VertexDataTest, EveryAttributeLandsAtItsVertex) {

@@ -40,8 +40,6 @@ void expectNear(Matrix4 const& a, Matrix4 const& b, float tolerance) {
         EXPECT_NEAR(a.m[i], b.m[i], tolerance) << "element " << i;
 }
 
-void expectIdentity(Matrix4 const& m, float tolerance) { expectNear(m, Matrix4::identity(), tolerance); }
-
 TEST(MatrixTest, ConventionsHoldAgainstHandComputedProducts) {
     // A translation by (1, 2, 3) lives in m[3], m[7], m[11] and moves a point as M * p.
     Matrix4 t = fromRows({1, 0, 0, 1, 0, 1, 0, 2, 0, 0, 1, 3, 0, 0, 0, 1});
@@ -98,25 +96,6 @@ TEST(MatrixTest, IdentityShortCutsCarryTheFlag) {
     TVector<float, 4> v(1, 2, 3, 4);
     TVector<float, 4> w = id * v;
     EXPECT_EQ(w[3], 4);
-}
-
-TEST(MatrixTest, InverseTimesMatrixIsTheIdentity) {
-    Velun::Transformation t;
-    t.rotate(0.7f, 1, 2, 3, false);
-    expectIdentity(t.getInverseTransformation() * t.getLocalTransformation(), 1e-6f);
-    t.rotateX(1.1f, false);
-    t.rotateY(-0.4f, true);
-    t.rotateZ(2.5f, false);
-    expectIdentity(t.getInverseTransformation() * t.getLocalTransformation(), 1e-5f);
-
-    Velun::Transformation moved;
-    moved.translate(3, -4, 5, false);
-    expectIdentity(moved.getInverseTransformation() * moved.getLocalTransformation(), 1e-6f);
-
-    Velun::Transformation scaled;
-    scaled.scale(2, 0.5f, 4, false);
-    expectIdentity(scaled.getLocalTransformation().inverse() * scaled.getLocalTransformation(), 1e-6f);
-    EXPECT_FLOAT_EQ(scaled.getInverseTransformation().m[0], 0.5f);
 }
 
 }  // namespace
@@ -212,28 +191,6 @@ TEST(BoundingBoxTest, EmptyAndInfiniteVolumesInMerges) {
     EXPECT_FALSE(target.merge(BoundingBox(Point(1.5f, 1.5f, 1.5f), Point(2, 2, 2))));
 }
 
-TEST(BoundingBoxTest, MergeWithTransformBoundsTheTransformedCorners) {
-    Velun::Transformation t;
-    t.rotateZ(static_cast<float>(M_PI / 2), false);
-    t.translate(10, 0, 0, false);
-    BoundingBox local(Point(0, 0, 0), Point(2, 1, 1));
-    BoundingBox world;
-    EXPECT_TRUE(world.merge(local, t.getLocalTransformation()));
-    EXPECT_NEAR(world.getMin()[0], 9, 1e-5f);
-    EXPECT_NEAR(world.getMax()[0], 10, 1e-5f);
-    EXPECT_NEAR(world.getMin()[1], 0, 1e-5f);
-    EXPECT_NEAR(world.getMax()[1], 2, 1e-5f);
-
-    std::unique_ptr<BoundingVolume> moved(local.transformed(t.getLocalTransformation()));
-    BoundingBox const& movedBox = static_cast<BoundingBox const&>(*moved);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(movedBox.getMin()[i], world.getMin()[i]);
-        EXPECT_EQ(movedBox.getMax()[i], world.getMax()[i]);
-    }
-    std::unique_ptr<BoundingVolume> none(BoundingBox().transformed(t.getLocalTransformation()));
-    EXPECT_EQ(none->getState(), BoundingVolume::StateEmpty);
-}
-
 TEST(BoundingBoxTest, AffineMergeEqualsTheEightCornersExactly) {
     Velun::Transformation t;
     t.rotate(0.83f, 0.3f, -1.0f, 0.6f, false);
@@ -323,21 +280,6 @@ TEST(FrustrumTest, BoxAgainstFrustrum) {
     Frustrum cube = unitCube();
     EXPECT_EQ(BoundingBox(Point(1, -0.5f, -0.5f), Point(2, 0.5f, 0.5f)).intersects(cube), -1);
     EXPECT_EQ(BoundingBox(Point(0.5f, -0.5f, -0.5f), Point(2, 0.5f, 0.5f)).intersects(cube), 0);
-}
-
-TEST(FrustrumTest, FrustrumDistanceCullsAndOrdersByDepth) {
-    Frustrum f = perspective();
-    EXPECT_EQ(BoundingBox().getFrustrumDistance(f), -1.0f);
-    BoundingBox infinite;
-    infinite.setInfinite();
-    EXPECT_EQ(infinite.getFrustrumDistance(f), 0.0f);
-
-    float nearBox = BoundingBox(Point(-0.5f, -0.5f, -3), Point(0.5f, 0.5f, -2)).getFrustrumDistance(f);
-    float farBox = BoundingBox(Point(-0.5f, -0.5f, -30), Point(0.5f, 0.5f, -20)).getFrustrumDistance(f);
-    EXPECT_GT(nearBox, 0.0f);
-    EXPECT_GT(farBox, nearBox);
-    EXPECT_LT(BoundingBox(Point(50, -0.5f, -3), Point(51, 0.5f, -2)).getFrustrumDistance(f), 0.0f);
-    EXPECT_LT(BoundingBox(Point(-1, -1, 1), Point(1, 1, 2)).getFrustrumDistance(f), 0.0f);
 }
 
 }  // namespace

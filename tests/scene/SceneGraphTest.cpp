@@ -140,27 +140,6 @@ protected:
     SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
 };
 
-TEST_F(SceneManagerTest, SceneWithoutCameraIsUpdatedInEveryPass) {
-    SceneGraph& scene = scenes().createSceneGraph();
-    TransformationNode place;
-    BoxLeaf box(Point(-1.0f, -1.0f, -1.0f), Point(1.0f, 1.0f, 1.0f));
-    place.setChild(box);
-    scene.getRoot()->attachChild(place);
-    ProcessManager& processes = VelunCore::getSingleton().getProcessManager();
-
-    place.translate(5.0f, 0.0f, 0.0f, false);
-    processes.updateSubsystem(3, true);
-    EXPECT_EQ(1, box.mVisits);
-    EXPECT_FLOAT_EQ(5.0f, box.getTransformedNode().getWorldTransformation()(0, 3));
-
-    place.translate(1.0f, 0.0f, 0.0f, false);
-    processes.updateSubsystem(3, true);
-    EXPECT_EQ(2, box.mVisits);
-    EXPECT_FLOAT_EQ(6.0f, box.getTransformedNode().getWorldTransformation()(0, 3));
-    scene.getRoot()->detachChilds();
-    place.detachChild();
-}
-
 TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes) {
     SceneGraph& doomed = scenes().createSceneGraph();
     SceneGraph& kept = scenes().createSceneGraph();
@@ -210,30 +189,6 @@ class CameraTest : public SceneTest::EngineTest {
 protected:
     SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
 };
-
-TEST_F(CameraTest, ViewSeesFromTheCameraWorldPlace) {
-    SceneGraph& scene = scenes().createSceneGraph();
-    TransformationNode place;
-    Camera camera;
-    place.translate(3.0f, 0.0f, 5.0f, false);
-    place.setChild(camera);
-    scene.getRoot()->attachChild(place);
-    scene.getUpdateTraverser()->run(0);
-
-    SharedPtr<RenderSettings> settings(new RenderSettings());
-    camera.getCamSettings().setRenderSettings(settings);
-    SharedPtr<View> view = camera.getView(1.5f);
-    ASSERT_FALSE(view.isNull());
-    EXPECT_EQ(&scene, &view->getSceneRoot());
-    EXPECT_EQ(settings, view->getRenderSettings());
-    EXPECT_FLOAT_EQ(1.5f, view->getFrustrum()->getAspect());
-    Dorvan::Matrix<float, 4> const& m = view->getFrustrum()->getViewMatrix();
-    EXPECT_FLOAT_EQ(-3.0f, m(0, 3));
-    EXPECT_FLOAT_EQ(-5.0f, m(2, 3));
-    EXPECT_NE(view.get(), camera.getView(1.5f).get());
-    scene.getRoot()->detachChilds();
-    place.detachChild();
-}
 
 TEST_F(CameraTest, DeletedOverlayIsForgotten) {
     Camera camera;
