@@ -44,85 +44,17 @@ protected:
     DevILPlugin plugin;
 };
 
-// A texel's colour as bytes 0-255 whatever the component type and channel order.
+// A texel of an image of bytes in RGB or RGBA order.
 struct Rgba {
     int r, g, b, a;
 };
 
 Rgba texel(const TextureSource& image, unsigned int x, unsigned int y) {
-    const TextureInfo& info = image.getTextureInfo();
-    const void* pixel = image.getPixel(x, y, 0);
-    int v[4] = {0, 0, 0, 255};
-    for (unsigned int c = 0; c < info.getChannels(); ++c) {
-        if (info.getDataType() == DataType::UnsignedShort)
-            v[c] = static_cast<const std::uint16_t*>(pixel)[c] >> 8;
-        else
-            v[c] = static_cast<const std::uint8_t*>(pixel)[c];
-    }
-    Color::Format format = info.getColorFormat();
-    if (format == Color::Bgr || format == Color::Bgra)
-        std::swap(v[0], v[2]);
-    if (format == Color::Luminance)
-        v[1] = v[2] = v[0];
-    return Rgba{v[0], v[1], v[2], v[3]};
-}
-
-// Red top left, green top right, blue bottom left, white bottom right, 8x8 each;
-// `tolerance` allows for lossy compression.
-void expectQuads(const TextureSource& image, int tolerance, int rightAlpha = 255) {
-    const Rgba expected[4] = {
-        {255, 0, 0, 255}, {0, 255, 0, rightAlpha}, {0, 0, 255, 255}, {255, 255, 255, rightAlpha}};
-    const unsigned int at[4][2] = {{3, 3}, {12, 3}, {3, 12}, {12, 12}};
-    for (int i = 0; i < 4; ++i) {
-        Rgba got = texel(image, at[i][0], at[i][1]);
-        EXPECT_NEAR(expected[i].r, got.r, tolerance) << "texel " << at[i][0] << "," << at[i][1];
-        EXPECT_NEAR(expected[i].g, got.g, tolerance) << "texel " << at[i][0] << "," << at[i][1];
-        EXPECT_NEAR(expected[i].b, got.b, tolerance) << "texel " << at[i][0] << "," << at[i][1];
-        EXPECT_NEAR(expected[i].a, got.a, 1) << "texel " << at[i][0] << "," << at[i][1];
-    }
-}
-
-void expectInfo(const TextureSource& image, Color::Format format, unsigned int channels,
-                DataType::Type type) {
-    const TextureInfo& info = image.getTextureInfo();
-    EXPECT_EQ(16u, info.getWidth());
-    EXPECT_EQ(16u, info.getHeight());
-    EXPECT_EQ(1u, info.getDepth());
-    EXPECT_EQ(format, info.getColorFormat());
-    EXPECT_EQ(channels, info.getChannels());
-    EXPECT_EQ(type, info.getDataType());
+    const auto* p = static_cast<const std::uint8_t*>(image.getPixel(x, y, 0));
+    return Rgba{p[0], p[1], p[2], image.getTextureInfo().getChannels() == 4 ? p[3] : 255};
 }
 
 }  // namespace
-
-TEST_F(DevILTextureSourceLoaderTest, ReadsPngInEveryLayout) {
-    Dorvan::SharedPtr<TextureSource> rgb = source("rgb.png");
-    ASSERT_TRUE(rgb);
-    expectInfo(*rgb, Color::Rgb, 3, DataType::UnsignedByte);
-    expectQuads(*rgb, 0);
-
-    Dorvan::SharedPtr<TextureSource> rgba = source("rgba.png");
-    ASSERT_TRUE(rgba);
-    expectInfo(*rgba, Color::Rgba, 4, DataType::UnsignedByte);
-    expectQuads(*rgba, 0, 128);
-
-    // Palette images arrive expanded to their colours.
-    Dorvan::SharedPtr<TextureSource> palette = source("palette.png");
-    ASSERT_TRUE(palette);
-    expectInfo(*palette, Color::Rgb, 3, DataType::UnsignedByte);
-    expectQuads(*palette, 0);
-
-    Dorvan::SharedPtr<TextureSource> deep = source("deep.png");
-    ASSERT_TRUE(deep);
-    expectInfo(*deep, Color::Rgb, 3, DataType::UnsignedShort);
-    expectQuads(*deep, 0);
-
-    Dorvan::SharedPtr<TextureSource> grey = source("grey.png");
-    ASSERT_TRUE(grey);
-    expectInfo(*grey, Color::Luminance, 1, DataType::UnsignedByte);
-    EXPECT_EQ(255, texel(*grey, 12, 12).r);
-    EXPECT_EQ(0, texel(*grey, 12, 12).r - texel(*grey, 12, 12).g);
-}
 
 TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
     testing::internal::CaptureStderr();
@@ -174,7 +106,8 @@ TEST_F(DevILTextureSourceLoaderTest, DeliversARequestedDescription) {
     Dorvan::SharedPtr<TextureSource> same =
         core.getResourceManager().getTextureManager().getTextureSource("quads.tga", TextureInfo());
     ASSERT_TRUE(same);
-    expectInfo(*same, Color::Bgr, 3, DataType::UnsignedByte);
+    EXPECT_EQ(Color::Bgr, same->getTextureInfo().getColorFormat());
+    EXPECT_EQ(16u, same->getTextureInfo().getWidth());
 }
 
 TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {

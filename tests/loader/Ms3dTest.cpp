@@ -47,33 +47,6 @@ void putU16(std::vector<unsigned char>& bytes, std::size_t at, unsigned value) {
 
 }  // namespace
 
-TEST(Ms3dFileTest, KeepsWhatTheFileHolds) {
-    ms3dtest::Model model = twoTriangles();
-    model.triangles[1].n[0][0] = 0.5f;
-    model.triangles[1].s[2] = 0.25f;
-    model.triangles[1].t[2] = 0.75f;
-    model.vertices[3] = {4, 5, 6};
-    std::vector<unsigned char> bytes = ms3dtest::write(model);
-    Ms3dFile file;
-    ASSERT_EQ(Ms3dFile::Ok, file.read(bytes.data(), bytes.size()));
-    EXPECT_EQ(4, file.getVersion());
-    ASSERT_EQ(4u, file.getVertices().size());
-    EXPECT_EQ(6.0f, file.getVertices()[3].position[2]);
-    const Ms3dFile::Triangle& t = file.getTriangles()[1];
-    EXPECT_EQ(2, t.vertexIndices[0]);
-    EXPECT_EQ(3, t.vertexIndices[2]);
-    EXPECT_EQ(0.5f, t.normals[0][0]);
-    EXPECT_EQ(0.25f, t.s[2]);
-    EXPECT_EQ(0.75f, t.t[2]);
-    EXPECT_EQ(1, file.getGroups()[1].materialIndex);
-    EXPECT_EQ(1u, file.getGroups()[1].triangleIndices[0]);
-    EXPECT_EQ(".\\red.png", file.getMaterials()[0].texture);
-    EXPECT_EQ("", file.getMaterials()[1].texture);
-    EXPECT_EQ(1.0f, file.getMaterials()[0].diffuse[0]);
-    EXPECT_EQ(0.2f, file.getMaterials()[0].ambient[0]);
-    EXPECT_EQ(0.5f, file.getMaterials()[0].specular[1]);
-}
-
 TEST(Ms3dFileTest, RefusesEveryTruncation) {
     ms3dtest::Layout at;
     std::vector<unsigned char> bytes = ms3dtest::write(twoTriangles(), &at);
