@@ -9,12 +9,10 @@
 #include "core/SimpleLogger.h"
 #include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
-#include "foundation/HashMap.h"
 #include "foundation/IdMap.h"
 #include "foundation/LinkedMap.h"
 #include "foundation/OrderedMap.h"
 #include "foundation/SharedPtr.h"
-#include "foundation/Stack.h"
 #include "foundation/Vector.h"
 
 using namespace Dorvan;
@@ -60,17 +58,6 @@ TEST(LinkedMapTest, WalksInKeyOrderAndClears) {
     EXPECT_EQ("abc", order);
     map.clear();
     EXPECT_TRUE(map.isEmpty());
-}
-
-TEST(HashMapTest, BehavesLikeAMapWithoutOrder) {
-    HashMap<unsigned int, int*> map;
-    int value = 3;
-    EXPECT_EQ(nullptr, map.get(4));
-    EXPECT_EQ(1u, map.size());
-    map.put(9, &value);
-    EXPECT_EQ(&value, map[9]);
-    EXPECT_EQ(&value, map.remove(9));
-    EXPECT_FALSE(map.containsKey(9));
 }
 
 TEST(OrderedMapTest, KeepsInsertionOrderThroughRemovals) {
@@ -177,17 +164,6 @@ TEST(VectorTest, SearchesAndEditsByValue) {
     EXPECT_EQ(7, v.get(3));
     v.clear();
     EXPECT_TRUE(v.isEmpty());
-}
-
-TEST(StackTest, LastInFirstOut) {
-    Stack<int> stack;
-    EXPECT_TRUE(stack.isEmpty());
-    stack.push(1);
-    stack.push(2);
-    EXPECT_EQ(2u, stack.size());
-    EXPECT_EQ(2, stack.top());
-    stack.pop();
-    EXPECT_EQ(1, stack.top());
 }
 
 TEST(CowMemPtrTest, WriteDetachesAndReadNever) {

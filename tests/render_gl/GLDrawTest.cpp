@@ -245,15 +245,6 @@ TEST_F(GLLightingTest, DirectionalLightShadesByTheAngleToTheNormal) {
     EXPECT_TRUE(near(centre(), Rgb{headOn, headOn, headOn}));
 }
 
-TEST_F(GLLightingTest, TiltedLightGivesCosineOfTheAngle) {
-    addViewport(addCamera(true));
-    addDirectionalLight(float(M_PI / 3.0));  // 60 degrees off the normal
-    addLitQuad(0, true);
-    frame();
-    int const tilted = lit(0.5f);
-    EXPECT_TRUE(near(centre(), Rgb{tilted, tilted, tilted}));
-}
-
 TEST_F(GLLightingTest, DisabledLightLeavesOnlyTheGlobalAmbient) {
     addViewport(addCamera(true));
     addDirectionalLight(0.0f).setEnabled(false);

@@ -150,28 +150,6 @@ TEST(TextureProxyTest, OneChannelSourcesReadAsGrey) {
     EXPECT_EQ((Bytes{200, 200, 200, 34}), pixel(fromLuminanceAlpha, 0, 0));
 }
 
-TEST(TextureProxyTest, RowsAndSinglePixelsComposeAlike) {
-    std::vector<unsigned char> colours(5 * 3 * 4);
-    for (unsigned int i = 0; i < colours.size(); ++i)
-        colours[i] = static_cast<unsigned char>(i * 37 + 11);
-    std::vector<unsigned char> mask(7 * 2);
-    for (unsigned int i = 0; i < mask.size(); ++i)
-        mask[i] = static_cast<unsigned char>(i * 53);
-    const Color::Format formats[] = {Color::Rgba, Color::Rgb, Color::Luminance, Color::ColorIndex};
-    for (Color::Format format : formats) {
-        Source source = image(5, 3, format, colours);
-        Source alpha = image(7, 2, Color::ColorIndex, mask);
-        Source slowSource(new PixelByPixel(source));
-        for (unsigned int channel : {0u, 3u, 9u}) {
-            TextureProxy fast(source, alpha, 0.7f, 0.1f, channel);
-            TextureProxy slow(slowSource, alpha, 0.7f, 0.1f, channel);
-            ASSERT_EQ(fast.getTextureInfo(), slow.getTextureInfo());
-            EXPECT_EQ(0, std::memcmp(fast.getTextureData(), slow.getTextureData(), 5 * 3 * 4))
-                << "format " << format << ", channel " << channel;
-        }
-    }
-}
-
 TEST(TextureProxyTest, CanvasCopiesClipAtTheEdgesAndStamp) {
     VelunTest::EngineClock clock;
     TextureProxy canvas(4, 4, Color(0.0f, 0.0f, 0.0f, 0.0f));

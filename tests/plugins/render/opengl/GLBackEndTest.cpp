@@ -286,45 +286,6 @@ TEST_F(GLMaterialManagerTest, ACrossbarModeNamingNoUnitLogsTheModeAndTheGLError)
     EXPECT_TRUE(enabledOn(units - 1, GL_TEXTURE_2D)) << "the texture stays bound";
 }
 
-TEST_F(GLMaterialManagerTest, PointSpritesReplaceCoordinatesOnTheirUnitsAndAreResetAfterwards) {
-    ASSERT_TRUE(context->hasPointSprites());
-    VertexData data;
-    fill(data, 2);
-    SharedPtr<Material> sprites(new Material());
-    sprites->setUsePointSprites(true);
-    sprites->setSpriteSize(24.0f);
-    sprites->setTexture(0, texture(Texture::Modulate));
-    sprites->setTexture(1, texture(Texture::Modulate));
-    materials->applyMaterial(sprites);
-    materials->setupTextures(sprites, &data);
-    EXPECT_TRUE(glIsEnabled(GL_POINT_SPRITE));
-    EXPECT_EQ(24.0f, floatOf(GL_POINT_SIZE));
-    EXPECT_EQ(24.0f, floatOf(GL_POINT_SIZE_MAX));
-    EXPECT_FLOAT_EQ(0.01f, floatOf(GL_POINT_DISTANCE_ATTENUATION, 2));
-    for (unsigned int unit = 0; unit < 2; ++unit) {
-        glActiveTexture(GL_TEXTURE0 + unit);
-        GLint replace = 0;
-        glGetTexEnviv(GL_POINT_SPRITE, GL_COORD_REPLACE, &replace);
-        EXPECT_EQ(GL_TRUE, replace) << "unit " << unit;
-    }
-
-    SharedPtr<Material> plain(new Material());
-    plain->setTexture(0, texture(Texture::Modulate));
-    plain->setTexture(1, texture(Texture::Modulate));
-    materials->applyMaterial(plain);
-    materials->setupTextures(plain, &data);
-    EXPECT_FALSE(glIsEnabled(GL_POINT_SPRITE));
-    EXPECT_EQ(1.0f, floatOf(GL_POINT_SIZE));
-    EXPECT_EQ(0.0f, floatOf(GL_POINT_DISTANCE_ATTENUATION, 2));
-    EXPECT_GT(floatOf(GL_POINT_SIZE_MAX), 24.0f);
-    for (unsigned int unit = 0; unit < 2; ++unit) {
-        glActiveTexture(GL_TEXTURE0 + unit);
-        GLint replace = 1;
-        glGetTexEnviv(GL_POINT_SPRITE, GL_COORD_REPLACE, &replace);
-        EXPECT_EQ(GL_FALSE, replace) << "unit " << unit;
-    }
-}
-
 TEST_F(GLMaterialManagerTest, TexturesAreUploadedByStamp) {
     VertexData data;
     fill(data, 1);
@@ -511,16 +472,6 @@ namespace {
 class GLSDLRenderWindowTest : public GLTest::WindowTest {};
 
 }  // namespace
-
-TEST_F(GLSDLRenderWindowTest, WarpingMovesThePointerInsideTheWindow) {
-    EXPECT_TRUE(window->warpCursor(20, 30));
-    SDL_PumpEvents();
-    int x = -1;
-    int y = -1;
-    SDL_GetMouseState(&x, &y);
-    EXPECT_EQ(20, x);
-    EXPECT_EQ(30, y);
-}
 
 TEST_F(GLSDLRenderWindowTest, DestroyingTheWindowDeletesItsGLObjects) {
     VertexData data;
