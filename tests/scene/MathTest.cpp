@@ -191,22 +191,27 @@ TEST(BoundingBoxTest, EmptyAndInfiniteVolumesInMerges) {
     EXPECT_FALSE(target.merge(BoundingBox(Point(1.5f, 1.5f, 1.5f), Point(2, 2, 2))));
 }
 
-TEST(BoundingBoxTest, AffineMergeEqualsTheEightCornersExactly) {
+// Affine matrices take a short cut, projective ones transform and divide every corner.
+TEST(BoundingBoxTest, MergeWithATransformEqualsTheEightCornersExactly) {
     Velun::Transformation t;
     t.rotate(0.83f, 0.3f, -1.0f, 0.6f, false);
     t.scale(1.5f, -0.5f, 2.0f, true);
     t.translate(-3.25f, 7.5f, 0.125f, false);
-    Matrix4 const& m = t.getLocalTransformation();
-    BoundingBox local(Point(-1.1f, 0.2f, -0.7f), Point(0.9f, 1.3f, 2.2f));
-
-    BoundingBox fast;
-    fast.merge(local, m);
-    BoundingBox corners;
-    for (int i = 0; i < 8; ++i)
-        corners.merge(Point(m * local.getCorner(i)));
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(fast.getMin()[i], corners.getMin()[i]);
-        EXPECT_EQ(fast.getMax()[i], corners.getMax()[i]);
+    // w shrinks towards the far corner, which so becomes the largest in every axis.
+    Matrix4 projective = Matrix4::identity();
+    projective(3, 0) = projective(3, 1) = projective(3, 2) = -0.1f;
+    projective(3, 3) = 1.5f;
+    BoundingBox local(Point(0.2f, 0.2f, 0.1f), Point(0.9f, 1.3f, 2.2f));
+    for (Matrix4 const& m : {t.getLocalTransformation(), projective}) {
+        BoundingBox fast;
+        fast.merge(local, m);
+        BoundingBox corners;
+        for (int i = 0; i < 8; ++i)
+            corners.merge(Point(m * local.getCorner(i)));
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(fast.getMin()[i], corners.getMin()[i]);
+            EXPECT_EQ(fast.getMax()[i], corners.getMax()[i]);
+        }
     }
 }
 

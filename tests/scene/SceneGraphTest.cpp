@@ -200,6 +200,30 @@ TEST_F(CameraTest, DeletedOverlayIsForgotten) {
     EXPECT_TRUE(camera.getOverlayView(1.0f).isNull());
 }
 
+// The view looks from the camera's world place: its matrix is the inverse placement.
+TEST_F(CameraTest, ViewSeesFromTheCameraWorldPlace) {
+    SceneGraph& scene = scenes().createSceneGraph();
+    TransformationNode place;
+    Camera camera;
+    place.translate(3.0f, 0.0f, 5.0f, false);
+    place.rotateY(0.5f, true);
+    place.setChild(camera);
+    scene.getRoot()->attachChild(place);
+    scene.getUpdateTraverser()->run(0);
+    SharedPtr<View> view = camera.getView(1.5f);
+    ASSERT_FALSE(view.isNull());
+    EXPECT_EQ(&scene, &view->getSceneRoot());
+    EXPECT_FLOAT_EQ(1.5f, view->getFrustrum()->getAspect());
+    Point const origin(view->getFrustrum()->getViewMatrix() * Point(3.0f, 0.0f, 5.0f));
+    Point const ahead(view->getFrustrum()->getViewMatrix() *
+                      Point(3.0f - 2.0f * std::sin(0.5f), 0.0f, 5.0f - 2.0f * std::cos(0.5f)));
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NEAR(0.0f, origin[i], 1e-5f);
+    EXPECT_NEAR(-2.0f, ahead[2], 1e-5f);
+    scene.getRoot()->detachChilds();
+    place.detachChild();
+}
+
 TEST_F(CameraTest, CameraMayEndBeforeItsOverlay) {
     Overlay& overlay = scenes().createOverlay();
     {
