@@ -12,14 +12,11 @@
 #include <benchmark/benchmark.h>
 
 #if __has_include("draw_scene.h")
-#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <memory>
-#include <thread>
 #include <vector>
 
-#include "core/TimerManager.h"
 #include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
 #include "geometry/ElementData.h"
@@ -30,18 +27,9 @@
 #include "geometry/VertexData.h"
 #include "material/Material.h"
 #include "plugins/render/opengl/GLRenderContext.h"
-#include "plugins/render/opengl/GLRenderEngine.h"
-#include "plugins/render/opengl/GLScreenshot.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
-#include "render/RenderManager.h"
-#include "render/RenderTarget.h"
-#include "render/Viewport.h"
 #include "scene/BoundingBox.h"
 #include "scene/Branch.h"
-#include "scene/Camera.h"
-#include "scene/Light.h"
-#include "scene/SceneGraph.h"
-#include "scene/SceneManager.h"
 #include "scene/TransformationNode.h"
 #include "texture/Texture2D.h"
 #include "texture/TextureData.h"
@@ -49,6 +37,8 @@
 
 // After the engine's headers, which bring GLEW before any other GL header.
 #include "draw_scene.h"
+// After draw_scene.h, whose constants it uses.
+#include "PeerScene.h"
 
 namespace {
 
@@ -118,70 +108,16 @@ Dorvan::Matrix<float, 4> toMatrix(const float m[16]) {
     return r;
 }
 
-// A directional light shines from its node's +Z: turn +Z into the direction towards
-// the light (the peers' light direction, mirrored into right-handed eye space).
-Dorvan::Matrix<float, 4> lightRotation() {
-    const float* L = cubescene::kLightDir;
-    const float ll = std::sqrt(L[0] * L[0] + L[1] * L[1] + L[2] * L[2]);
-    const float z[3] = {-L[0] / ll, -L[1] / ll, L[2] / ll};
-    float x[3] = {z[2], 0, -z[0]};  // (0, 1, 0) x z
-    const float xl = std::sqrt(x[0] * x[0] + x[2] * x[2]);
-    x[0] /= xl;
-    x[2] /= xl;
-    const float y[3] = {z[1] * x[2] - z[2] * x[1], z[2] * x[0] - z[0] * x[2], z[0] * x[1] - z[1] * x[0]};
-    Dorvan::Matrix<float, 4> r = Dorvan::Matrix<float, 4>::identity();
-    for (int i = 0; i < 3; ++i) {
-        r.m[i * 4 + 0] = x[i];
-        r.m[i * 4 + 1] = y[i];
-        r.m[i * 4 + 2] = z[i];
-    }
-    r.mIdentity = false;
-    return r;
-}
-
-// The engine with one 256x256 window, made once for the whole program.
-struct Engine {
-    GLSDLRenderWindow* window = nullptr;
-    Engine() {
-        VelunCore& core = VelunCore::getSingleton();
-        core.startup();
-        core.setup(true);
-        // A loaded machine now and then refuses an X connection: try a few times.
-        for (int attempt = 0; attempt < 5 && !window; ++attempt) {
-            if (attempt > 0)
-                std::this_thread::sleep_for(std::chrono::milliseconds(200));
-            core.getRenderManager().initializeRenderer(false);
-            window = dynamic_cast<GLSDLRenderWindow*>(core.getRenderManager().createRenderWindow(
-                "cubes", cubescene::kWin, cubescene::kWin, false, 0, 0, nullptr));
-        }
-    }
-};
-
-Engine& engine() {
-    static Engine e;
+PeerScene::Engine& engine() {
+    static PeerScene::Engine e("cubes");
     return e;
 }
 
-// N cubes under one scene, a camera and a light; torn down with the benchmark run.
-class CubeScene {
+// N cubes in front of the camera; torn down with the benchmark run.
+class CubeScene : public PeerScene::Stage {
 public:
-    CubeScene(int n, bool ownData) : mScene(&VelunCore::getSingleton().getSceneManager().createSceneGraph()) {
-        mCamera = SharedPtr<Camera>(new Camera());
-        CameraSettings& settings = mCamera->getCamSettings();
-        settings.setFovY(cubescene::kFovYDeg);
-        settings.setNearDistance(cubescene::kNear);
-        settings.setFarDistance(cubescene::kFar);
-        mScene->getRoot()->attachChild(*mCamera);
-
-        mLightPlace.reset(new TransformationNode());
-        mLightPlace->setLocalTransformation(lightRotation());
-        mLight.reset(new Light());
-        mLight->setLightType(Light::Directional);
-        mLight->setAmbientColor(Color(0, 0, 0));
-        mLight->setSpecularColor(Color(0, 0, 0));
-        mLightPlace->setChild(*mLight);
-        mScene->getRoot()->attachChild(*mLightPlace);
-
+    CubeScene(int n, bool ownData) : Stage(*engine().window) {
+        root().attachChild(camera());
         SharedPtr<Material> material = makeMaterial();
         SharedPtr<Geometry> shared = makeCube();
         for (const cubescene::Cube& c : cubescene::make_cubes(n)) {
@@ -199,56 +135,12 @@ public:
             float m[16];
             cubescene::gl_model_matrix(c, m);
             object->getTransformation(*sub)->setLocalTransformation(toMatrix(m));
-            mScene->getRoot()->attachChild(*object);
+            root().attachChild(*object);
             mObjects.emplace_back(object);
         }
-
-        SharedPtr<RenderTarget> target(new RenderTarget());
-        SharedPtr<Viewport> viewport(new Viewport(0.0f, 0.0f, 1.0f, 1.0f));
-        viewport->attachCamera(mCamera);
-        target->attachViewport(viewport);
-        engine().window->attachRenderTarget(target);
-    }
-
-    ~CubeScene() {
-        engine().window->detachRenderTarget();
-        mObjects.clear();
-        mLight.reset();
-        mLightPlace.reset();
-        mCamera = SharedPtr<Camera>();
-        VelunCore::getSingleton().getSceneManager().deleteSceneGraph(*mScene);
-    }
-
-    // What the main loop does for this scene and window in one pass.
-    void frame() {
-        std::int64_t now = VelunCore::getSingleton().getTimerManager().getTimestamp();
-        mScene->getUpdateTraverser()->run(now);
-        if (cubescene::no_raster())
-            glEnable(cubescene::kRasterizerDiscard);
-        engine().window->render(now);
-        if (cubescene::no_raster())
-            glDisable(cubescene::kRasterizerDiscard);
-    }
-
-    // Fraction of the window that is not background, from a frame drawn but not swapped.
-    double coverage() {
-        GLSDLRenderWindow& window = *engine().window;
-        static_cast<GLRenderEngine*>(window.getRenderEngine())
-            ->renderTarget(window.getRenderTarget().get(), window.getGLRenderContext(), cubescene::kWin,
-                           cubescene::kWin);
-        std::vector<unsigned char> rgb;
-        GLScreenshot::readPixels(GL_BACK, 0, 0, cubescene::kWin, cubescene::kWin, rgb);
-        long covered = 0;
-        for (std::size_t i = 0; i < rgb.size(); i += 3)
-            covered += rgb[i] || rgb[i + 1] || rgb[i + 2];
-        return double(covered) / (cubescene::kWin * cubescene::kWin);
     }
 
 private:
-    SceneGraph* mScene;
-    SharedPtr<Camera> mCamera;
-    std::unique_ptr<TransformationNode> mLightPlace;
-    std::unique_ptr<Light> mLight;
     std::vector<std::unique_ptr<GeometryObject>> mObjects;
 };
 

@@ -6,6 +6,8 @@
 //   update_all_moved      every TransformationNode moved (moves untimed), then a pass
 //   cull_walk             a walk with a filter that tests each node's world box
 //                         against a frustum that sees about half of the scene
+//   point_query           a walk with a BoundingFilter for a point inside one leaf;
+//                         target: under 20 us
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -14,6 +16,7 @@
 
 #include "core/VelunCore.h"
 #include "scene/BoundingBox.h"
+#include "scene/BoundingFilter.h"
 #include "scene/Branch.h"
 #include "scene/Frustrum.h"
 #include "scene/Leaf.h"
@@ -182,5 +185,22 @@ void cull_walk(benchmark::State& state) {
     setPerNode(state, s.nodeCount);
 }
 BENCHMARK(cull_walk)->Unit(benchmark::kMicrosecond);
+
+// Inside one leaf of the middle of the scene: the walk tests the children of every
+// group it enters (about 130 filter calls) and handles the few nodes on the path.
+void point_query(benchmark::State& state) {
+    Scene& s = scene();
+    s.root.getUpdateTraverser()->run(0);
+    Traverser walk(*s.root.getRoot());
+    Dorvan::SharedPtr<CountHandler> counter(new CountHandler());
+    walk.addFilter(Dorvan::SharedPtr<Traverser::Filter>(new BoundingFilter(Point(554.4f, 0.25f, -296.97f))));
+    walk.addHandler(counter);
+    for (auto _ : state) {
+        walk.reset(false);
+        walk.walk(0, false);
+    }
+    state.counters["visited"] = static_cast<double>(counter->mCount);
+}
+BENCHMARK(point_query)->Unit(benchmark::kMicrosecond);
 
 }  // namespace

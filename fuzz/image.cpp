@@ -16,9 +16,8 @@
 
 namespace {
 
-// DDS is left out: DevIL 1.7.8's own DDS decoder crashes on damaged block data
-// (DecompressARGB), which no check before it can rule out.
-const char* const kTypes[] = {"png", "jpg", "tga", "bmp"};
+// Every file type the loader takes; scripts/fuzz.sh seeds them by this order.
+const char* const kTypes[] = {"png", "jpg", "tga", "bmp", "dds"};
 const std::size_t kTypeCount = sizeof kTypes / sizeof kTypes[0];
 
 Velun::DevILTextureSourceLoader* gLoader = nullptr;

@@ -13,16 +13,18 @@ seconds=${2:-${FUZZ_SECONDS:-60}}
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DVELUN_BUILD_FUZZ=ON -DVELUN_SANITIZE=ON -DVELUN_BUILD_TESTS=OFF -DVELUN_BUILD_EXAMPLES=OFF \
   -DCMAKE_CXX_FLAGS=-fsanitize=fuzzer-no-link -DCMAKE_C_FLAGS=-fsanitize=fuzzer-no-link >/dev/null
-cmake --build "$build" -j "$(nproc)" --target fuzz_ms3d fuzz_image
+cmake --build "$build" -j "$(nproc)" --target fuzz_ms3d fuzz_image fuzz_dds
 
 corpus="$build/fuzz-corpus"
 rm -rf "$corpus"
-mkdir -p "$corpus/ms3d" "$corpus/image"
+mkdir -p "$corpus/ms3d" "$corpus/image" "$corpus/dds"
 cp "$root"/fuzz/seeds/ms3d/*.ms3d "$root"/tests/data/models/*.ms3d "$corpus/ms3d/"
-# The image target reads a type byte first: 0 png, 1 jpg, 2 tga, 3 bmp.
-types=(png jpg tga bmp)
+cp "$root"/fuzz/seeds/image/*.dds "$root"/tests/data/images/*.dds "$corpus/dds/"
+# The image target reads a type byte first: 0 png, 1 jpg, 2 tga, 3 bmp, 4 dds.
+types=(png jpg tga bmp dds)
 for i in "${!types[@]}"; do
-  for file in "$root"/tests/data/images/*."${types[$i]}" "$root"/tests/data/textures/*."${types[$i]}"; do
+  for file in "$root"/tests/data/images/*."${types[$i]}" "$root"/tests/data/textures/*."${types[$i]}" \
+      "$root"/fuzz/seeds/image/*."${types[$i]}"; do
     [ -e "$file" ] || continue
     { printf "\\x0$i"; cat "$file"; } > "$corpus/image/$(basename "$file")"
   done
@@ -30,7 +32,7 @@ done
 
 export LSAN_OPTIONS="suppressions=$root/fuzz/lsan.supp:print_suppressions=0"
 status=0
-for target in ms3d image; do
+for target in ms3d image dds; do
   log="$build/fuzz-$target.log"
   echo "== fuzz_$target for ${seconds}s"
   if "$build/fuzz/fuzz_$target" "$corpus/$target" -max_total_time="$seconds" -print_final_stats=1 \

@@ -1,6 +1,7 @@
 #include "Shapes.h"
 
 #include <cmath>
+#include <functional>
 #include <vector>
 
 #include "foundation/CowMemPtr.h"
@@ -62,18 +63,41 @@ SharedPtr<Geometry> makeFaces(const std::vector<Face>& faces, const BoundingBox&
     return SharedPtr<Geometry>(geometry);
 }
 
-SharedPtr<Texture> makeTexture(int size, const std::vector<unsigned char>& rgb) {
-    TextureInfo info;
-    info.setWidth(size);
-    info.setHeight(size);
-    info.setDepth(1);
-    info.setDataType(DataType::UnsignedByte);
-    info.setColorFormat(Color::Rgb);
-    Dorvan::CowMemPtr<void> pixels;
-    pixels.alloc(static_cast<unsigned int>(rgb.size()));
-    std::copy(rgb.begin(), rgb.end(), static_cast<unsigned char*>(pixels.get()));
+}  // namespace
 
-    SharedPtr<Texture> texture(new Texture2D(SharedPtr<TextureSource>(new TextureData(info, pixels))));
+SharedPtr<TextureSource> makeImage(int width, int height, Color::Format format,
+                                   const std::function<void(int x, int y, float* channels)>& paint,
+                                   bool sixteenBits) {
+    TextureInfo info;
+    info.setWidth(width);
+    info.setHeight(height);
+    info.setDepth(1);
+    info.setDataType(sixteenBits ? DataType::UnsignedShort : DataType::UnsignedByte);
+    info.setColorFormat(format);
+    const unsigned int channels = info.getChannels();
+    const size_t count = static_cast<size_t>(width) * height * channels;
+    Dorvan::CowMemPtr<void> pixels;
+    pixels.alloc(static_cast<unsigned int>(count * (sixteenBits ? 2 : 1)));
+    unsigned char* bytes = static_cast<unsigned char*>(pixels.get());
+    unsigned short* shorts = static_cast<unsigned short*>(pixels.get());
+    float c[4];
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            paint(x, y, c);
+            size_t at = (static_cast<size_t>(y) * width + x) * channels;
+            for (unsigned int i = 0; i < channels; ++i) {
+                float v = std::fmin(1.0f, std::fmax(0.0f, c[i]));
+                if (sixteenBits)
+                    shorts[at + i] = static_cast<unsigned short>(std::lround(v * 65535.0f));
+                else
+                    bytes[at + i] = static_cast<unsigned char>(std::lround(v * 255.0f));
+            }
+        }
+    return SharedPtr<TextureSource>(new TextureData(info, pixels));
+}
+
+SharedPtr<Texture> makeTexture(SharedPtr<TextureSource> image) {
+    SharedPtr<Texture> texture(new Texture2D(image));
     texture->setMagFilter(Texture::Linear);
     texture->setMinFilter(Texture::Trilinear);
     texture->setGenerateMipMaps(true);
@@ -82,11 +106,14 @@ SharedPtr<Texture> makeTexture(int size, const std::vector<unsigned char>& rgb) 
     return texture;
 }
 
-unsigned char toByte(float v) {
-    return static_cast<unsigned char>(std::lround(std::fmin(1.0f, std::fmax(0.0f, v)) * 255));
+float grain(int x, int y, int seed) {
+    unsigned int h = static_cast<unsigned int>(x) * 73856093u ^ static_cast<unsigned int>(y) * 19349663u ^
+                     static_cast<unsigned int>(seed) * 83492791u;
+    h ^= h >> 13;
+    h *= 0x5bd1e995u;
+    h ^= h >> 15;
+    return static_cast<float>(h & 0xFFFF) / 65535.0f;
 }
-
-}  // namespace
 
 SharedPtr<Geometry> makeQuad(float x0, float y0, float x1, float y1, float uvScale, int divisions) {
     std::vector<Face> faces;
@@ -105,8 +132,18 @@ SharedPtr<Geometry> makeQuad(float x0, float y0, float x1, float y1, float uvSca
 }
 
 SharedPtr<Geometry> makeColoredQuad(float x0, float y0, float x1, float y1, Color color) {
-    Face face = {{{x0, y0, 0}, {x1, y0, 0}, {x1, y1, 0}, {x0, y1, 0}}, {0, 0, 1}};
-    return makeFaces({face}, BoundingBox(Point(x0, y0, -0.01f), Point(x1, y1, 0.01f)), &color);
+    return makeColoredQuads({{x0, y0, x1, y1}}, color);
+}
+
+SharedPtr<Geometry> makeColoredQuads(const std::vector<Rect>& rects, Color color) {
+    std::vector<Face> faces;
+    BoundingBox box;
+    for (const Rect& r : rects) {
+        faces.push_back({{{r.x0, r.y0, 0}, {r.x1, r.y0, 0}, {r.x1, r.y1, 0}, {r.x0, r.y1, 0}}, {0, 0, 1}});
+        box.merge(Point(r.x0, r.y0, -0.01f));
+        box.merge(Point(r.x1, r.y1, 0.01f));
+    }
+    return makeFaces(faces, box, &color);
 }
 
 SharedPtr<Geometry> makeBox(float hx, float hy, float hz, bool inside) {
@@ -128,39 +165,18 @@ SharedPtr<Geometry> makeBox(float hx, float hy, float hz, bool inside) {
     return makeFaces(faces, BoundingBox(Point(-hx, -hy, -hz), Point(hx, hy, hz)));
 }
 
-SharedPtr<Texture> makeCheckerTexture(int size, int cells, Color a, Color b) {
-    std::vector<unsigned char> rgb(static_cast<size_t>(size) * size * 3);
-    int cell = size / cells;
-    for (int y = 0; y < size; ++y)
-        for (int x = 0; x < size; ++x) {
-            const Color& c = ((x / cell + y / cell) % 2) ? a : b;
-            // A little grain, so the ground does not look like plastic.
-            float grain = 0.92f + 0.08f * static_cast<float>((x * 7919 + y * 104729) % 97) / 96.0f;
-            unsigned char* p = &rgb[(static_cast<size_t>(y) * size + x) * 3];
-            p[0] = toByte(c.r * grain);
-            p[1] = toByte(c.g * grain);
-            p[2] = toByte(c.b * grain);
-        }
-    return makeTexture(size, rgb);
-}
-
 SharedPtr<Texture> makeCrateTexture(int size) {
-    std::vector<unsigned char> rgb(static_cast<size_t>(size) * size * 3);
-    int border = size / 10;
-    int plank = size / 5;
-    for (int y = 0; y < size; ++y)
-        for (int x = 0; x < size; ++x) {
-            bool frame = x < border || y < border || x >= size - border || y >= size - border;
-            bool seam = (y % plank) < 2;
-            float wood = 0.85f + 0.15f * std::sin(static_cast<float>(x) * 0.35f +
-                                                  static_cast<float>(y / plank) * 2.0f);
-            float shade = frame ? 0.55f : (seam ? 0.45f : wood);
-            unsigned char* p = &rgb[(static_cast<size_t>(y) * size + x) * 3];
-            p[0] = toByte(0.72f * shade);
-            p[1] = toByte(0.50f * shade);
-            p[2] = toByte(0.28f * shade);
-        }
-    return makeTexture(size, rgb);
+    const int border = size / 10, plank = size / 5;
+    return makeTexture(makeImage(size, size, Color::Rgb, [=](int x, int y, float* c) {
+        bool frame = x < border || y < border || x >= size - border || y >= size - border;
+        bool seam = (y % plank) < 2;
+        float wood =
+            0.85f + 0.15f * std::sin(static_cast<float>(x) * 0.35f + static_cast<float>(y / plank) * 2.0f);
+        float shade = frame ? 0.55f : (seam ? 0.45f : wood);
+        c[0] = 0.72f * shade;
+        c[1] = 0.50f * shade;
+        c[2] = 0.28f * shade;
+    }));
 }
 
 }  // namespace Showcase

@@ -5,6 +5,7 @@
 #include "plugins/loader/ms3d/Ms3dPlugin.h"
 #include "plugins/render/opengl/GLRenderPlugin.h"
 #include "plugins/sdl/SDLPlugin.h"
+#include "plugins/sound/fmod/FmodPlugin.h"
 
 namespace Velun {
 
@@ -21,10 +22,8 @@ Plugin* createPlugin() {
 // The render engine comes first because the first renderer registered becomes the
 // default one.
 Plugin* (*const kPluginFactories[])() = {
-    &createPlugin<GLRenderPlugin>,
-    &createPlugin<SDLPlugin>,
-    &createPlugin<DevILPlugin>,
-    &createPlugin<Ms3dPlugin>,
+    &createPlugin<GLRenderPlugin>, &createPlugin<SDLPlugin>,  &createPlugin<DevILPlugin>,
+    &createPlugin<Ms3dPlugin>,     &createPlugin<FmodPlugin>,
 };
 
 }  // namespace

@@ -14,7 +14,7 @@ void TimerManager::registerTimerPlugin(TimerPlugin& plugin) {
     if (!plugin.isInitialized() && !plugin.initialize())
         return;
     mPlugins.add(&plugin);
-    _chooseServices();
+    chooseServices();
 }
 
 void TimerManager::unregisterTimerPlugin(TimerPlugin& plugin) {
@@ -22,11 +22,11 @@ void TimerManager::unregisterTimerPlugin(TimerPlugin& plugin) {
     if (index < 0)
         return;
     mPlugins.removeAt(static_cast<unsigned int>(index));
-    _chooseServices();
+    chooseServices();
 }
 
 // Each service goes to the first plug-in, in order of registration, that offers it.
-void TimerManager::_chooseServices() {
+void TimerManager::chooseServices() {
     mTimestampPlugin = nullptr;
     mHighresPlugin = nullptr;
     mTimerPlugin = nullptr;

@@ -40,7 +40,7 @@ private:
     TimerManager(const TimerManager&) = delete;
     TimerManager& operator=(const TimerManager&) = delete;
 
-    void _chooseServices();
+    void chooseServices();
 
     Dorvan::Vector<TimerPlugin*> mPlugins;
     TimerPlugin* mTimestampPlugin;

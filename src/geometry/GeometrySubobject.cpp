@@ -9,10 +9,17 @@ GeometrySubobject::GeometrySubobject(std::string const& name) : Leaf(TypeObject,
 GeometrySubobject::GeometrySubobject(std::string const& name, std::string const& uniqueName)
     : Leaf(TypeObject, name, uniqueName) {}
 
-GeometrySubobject::~GeometrySubobject() {}
+GeometrySubobject::~GeometrySubobject() {
+    if (mGeometry)
+        mGeometry->unregisterNode(*this);
+}
 
 void GeometrySubobject::setGeometry(Dorvan::SharedPtr<Geometry> geometry, int) {
+    if (mGeometry)
+        mGeometry->unregisterNode(*this);
     mGeometry = geometry;
+    if (mGeometry)
+        mGeometry->registerNode(*this);
     markModified();
 }
 

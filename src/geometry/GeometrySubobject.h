@@ -23,7 +23,8 @@ public:
     ~GeometrySubobject() override;
 
     // Replaces the geometry (the int is reserved) and marks the node, so that the next
-    // update pass refreshes its world volume.
+    // update pass refreshes its world volume. The node registers with the geometry, which
+    // marks it again whenever its volume changes.
     void setGeometry(Dorvan::SharedPtr<Geometry> geometry, int index);
     Dorvan::SharedPtr<Geometry> const getGeometry(int index) const override;
     Dorvan::SharedPtr<Geometry> getGeometry(int index) override;

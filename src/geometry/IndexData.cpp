@@ -29,6 +29,8 @@ void IndexData::initialize(int capacity, int growth) {
     mIndexList.alloc(DataType::getSize(mIndexType) * mCapacity);
 }
 
+void IndexData::setGrowth(int growth) { mGrowth = growth > 0 ? static_cast<unsigned int>(growth) : 0; }
+
 void IndexData::deleteData() { mIndexList.setNull(); }
 
 unsigned int IndexData::addIndex(unsigned int value) {

@@ -44,6 +44,9 @@ public:
 
     unsigned int getCapacity() const { return mCapacity; }
     unsigned int getGrowth() const { return mGrowth; }
+    // Indices added per growth from now on (at least one); an owner that appends many
+    // indices raises it with the capacity, so filling costs amortised constant time.
+    void setGrowth(int growth);
 
 private:
     bool store(unsigned int position, unsigned int value);

@@ -9,16 +9,18 @@ namespace Velun {
 namespace {
 
 const unsigned int kFloatSize = 4;
+const unsigned int kTexCoordFloats = 2;
+
+// Floats per vertex of each Part but the texture coordinates, whose count depends on
+// the layers.
+const unsigned int kFloatsPerVertex[] = {3, 4, 3, 3, 1, kTexCoordFloats};
 
 }  // namespace
 
 VertexData::VertexData()
-    : AbstractGeometryData(true), mCount(0), mCapacity(0), mGrowth(0), mCurrent(NoVertex),
-      mVertexType(DataType::Float), mColorType(DataType::Float), mSecondaryColorType(DataType::Float),
-      mNormalType(DataType::Float), mFogCoordinateType(DataType::Float), mTexCoordinateType(DataType::Float),
-      mUseVertex(true), mUseColor(false), mUseSecondaryColor(false), mUseNormal(false),
-      mUseFogCoordinates(false), mUseTexCoordinates(false), mNumVertex(3), mNumColor(4),
-      mNumSecondaryColor(3), mNumTexCoord(2) {}
+    : AbstractGeometryData(true), mCount(0), mCapacity(0), mGrowth(0), mCurrent(NoVertex) {
+    attribute(Part::Vertex).mUsed = true;
+}
 
 VertexData::VertexData(const VertexData& other) = default;
 
@@ -28,99 +30,84 @@ VertexData& VertexData::operator=(const VertexData& other) = default;
 
 unsigned int VertexData::getCount() const { return mCount; }
 
-const void* VertexData::getVertices() const { return mVertices.get(); }
+const void* VertexData::getVertices() const { return attribute(Part::Vertex).mValues.get(); }
 
-const void* VertexData::getColor() const { return mColors.get(); }
+const void* VertexData::getColor() const { return attribute(Part::Color).mValues.get(); }
 
-const void* VertexData::getSecondaryColor() const { return mSecondaryColors.get(); }
+const void* VertexData::getSecondaryColor() const { return attribute(Part::SecondaryColor).mValues.get(); }
 
-const void* VertexData::getNormals() const { return mNormals.get(); }
+const void* VertexData::getNormals() const { return attribute(Part::Normal).mValues.get(); }
 
-const void* VertexData::getFogCoordinates() const { return mFogCoordinates.get(); }
+const void* VertexData::getFogCoordinates() const { return attribute(Part::FogCoordinate).mValues.get(); }
 
 const void* VertexData::getTexCoordinates(unsigned int layer) const {
-    const unsigned char* base = static_cast<const unsigned char*>(mTexCoordinates.get());
+    const unsigned char* base =
+        static_cast<const unsigned char*>(attribute(Part::TexCoordinate).mValues.get());
     if (!base)
         return nullptr;
-    return base + layer * mNumTexCoord * kFloatSize;
+    return base + layer * kTexCoordFloats * kFloatSize;
 }
 
-int VertexData::getNumVertex() const { return mNumVertex; }
+int VertexData::getNumVertex() const { return kFloatsPerVertex[static_cast<unsigned int>(Part::Vertex)]; }
 
-int VertexData::getNumColor() const { return mNumColor; }
+int VertexData::getNumColor() const { return kFloatsPerVertex[static_cast<unsigned int>(Part::Color)]; }
 
-int VertexData::getNumSecondaryColor() const { return mNumSecondaryColor; }
+int VertexData::getNumSecondaryColor() const {
+    return kFloatsPerVertex[static_cast<unsigned int>(Part::SecondaryColor)];
+}
 
-int VertexData::getNumTexCoord(unsigned int) const { return mNumTexCoord; }
+int VertexData::getNumTexCoord(unsigned int) const { return kTexCoordFloats; }
 
 unsigned int VertexData::getNumTexLayer() const { return mTextureIndices.size(); }
 
 const Dorvan::Vector<unsigned int>& VertexData::getTexturesIndices() const { return mTextureIndices; }
 
-DataType::Type VertexData::typeIfPresent(bool use, DataType::Type type,
-                                         const Dorvan::CowMemPtr<void>& array) const {
-    if (!use || (mCount > 0 && array.isNull()))
+DataType::Type VertexData::typeOf(Part part) const {
+    const Attribute& array = attribute(part);
+    if (!array.mUsed || (mCount > 0 && array.mValues.isNull()))
         return DataType::None;
-    return type;
+    return DataType::Float;
 }
 
-DataType::Type VertexData::getVertexType() const { return typeIfPresent(mUseVertex, mVertexType, mVertices); }
+DataType::Type VertexData::getVertexType() const { return typeOf(Part::Vertex); }
 
-DataType::Type VertexData::getColorType() const { return typeIfPresent(mUseColor, mColorType, mColors); }
+DataType::Type VertexData::getColorType() const { return typeOf(Part::Color); }
 
-DataType::Type VertexData::getSecondaryColorType() const {
-    return typeIfPresent(mUseSecondaryColor, mSecondaryColorType, mSecondaryColors);
-}
+DataType::Type VertexData::getSecondaryColorType() const { return typeOf(Part::SecondaryColor); }
 
-DataType::Type VertexData::getNormalType() const { return typeIfPresent(mUseNormal, mNormalType, mNormals); }
+DataType::Type VertexData::getNormalType() const { return typeOf(Part::Normal); }
 
-DataType::Type VertexData::getFogCoordinateType() const {
-    return typeIfPresent(mUseFogCoordinates, mFogCoordinateType, mFogCoordinates);
-}
+DataType::Type VertexData::getFogCoordinateType() const { return typeOf(Part::FogCoordinate); }
 
-DataType::Type VertexData::getTexCoordinateType(unsigned int) const {
-    return typeIfPresent(mUseTexCoordinates, mTexCoordinateType, mTexCoordinates);
-}
+DataType::Type VertexData::getTexCoordinateType(unsigned int) const { return typeOf(Part::TexCoordinate); }
 
 unsigned int VertexData::getStride(Part part) const {
     if (part == Part::TexCoordinate)
-        return mTextureIndices.size() * mNumTexCoord * kFloatSize;
+        return floatsPerVertex(part) * kFloatSize;
     return 0;
 }
 
-void VertexData::setUseVertex(bool use) { mUseVertex = use; }
+void VertexData::setUseVertex(bool use) { attribute(Part::Vertex).mUsed = use; }
 
-void VertexData::setUseColor(bool use) { mUseColor = use; }
+void VertexData::setUseColor(bool use) { attribute(Part::Color).mUsed = use; }
 
-void VertexData::setUseSecondaryColor(bool use) { mUseSecondaryColor = use; }
+void VertexData::setUseSecondaryColor(bool use) { attribute(Part::SecondaryColor).mUsed = use; }
 
-void VertexData::setUseNormal(bool use) { mUseNormal = use; }
+void VertexData::setUseNormal(bool use) { attribute(Part::Normal).mUsed = use; }
 
-void VertexData::setUseFogCoordinates(bool use) { mUseFogCoordinates = use; }
+void VertexData::setUseFogCoordinates(bool use) { attribute(Part::FogCoordinate).mUsed = use; }
 
-void VertexData::setUseTexCoordinates(bool use) { mUseTexCoordinates = use; }
+void VertexData::setUseTexCoordinates(bool use) { attribute(Part::TexCoordinate).mUsed = use; }
 
 void VertexData::addTextureIndex(unsigned int index) { mTextureIndices.add(index); }
 
-unsigned int VertexData::vertexBytes() const {
-    return DataType::getSize(mVertexType) * mNumVertex * mCapacity;
+unsigned int VertexData::floatsPerVertex(Part part) const {
+    if (part == Part::TexCoordinate)
+        return kTexCoordFloats * mTextureIndices.size();
+    return kFloatsPerVertex[static_cast<unsigned int>(part)];
 }
 
-unsigned int VertexData::colorBytes() const { return DataType::getSize(mColorType) * mNumColor * mCapacity; }
-
-unsigned int VertexData::secondaryColorBytes() const {
-    return DataType::getSize(mSecondaryColorType) * mNumSecondaryColor * mCapacity;
-}
-
-unsigned int VertexData::normalBytes() const { return DataType::getSize(mNormalType) * 3 * mCapacity; }
-
-unsigned int VertexData::fogBytes() const { return DataType::getSize(mFogCoordinateType) * mCapacity; }
-
-unsigned int VertexData::texCoordBytes() const {
-    return DataType::getSize(mTexCoordinateType) * mTextureIndices.size() * mNumTexCoord * mCapacity;
-}
-
-void VertexData::allocate(Dorvan::CowMemPtr<void>& array, unsigned int bytes) { array.alloc(bytes); }
+unsigned int VertexData::bytes(Part part) const { return kFloatSize * floatsPerVertex(part) * mCapacity; }
 
 void VertexData::initialize(int capacity, int growth) {
     mCapacity = capacity > 0 ? static_cast<unsigned int>(capacity) : 0;
@@ -128,32 +115,17 @@ void VertexData::initialize(int capacity, int growth) {
     mCount = 0;
     mCurrent = NoVertex;
     deleteData();
-    if (mUseVertex)
-        allocate(mVertices, vertexBytes());
-    if (mUseColor)
-        allocate(mColors, colorBytes());
-    if (mUseSecondaryColor)
-        allocate(mSecondaryColors, secondaryColorBytes());
-    if (mUseNormal)
-        allocate(mNormals, normalBytes());
-    if (mUseFogCoordinates)
-        allocate(mFogCoordinates, fogBytes());
-    if (mUseTexCoordinates)
-        allocate(mTexCoordinates, texCoordBytes());
+    for (unsigned int i = 0; i < kPartCount; ++i) {
+        if (mAttributes[i].mUsed)
+            mAttributes[i].mValues.alloc(bytes(static_cast<Part>(i)));
+    }
 }
+
+void VertexData::setGrowth(int growth) { mGrowth = growth > 0 ? static_cast<unsigned int>(growth) : 0; }
 
 void VertexData::deleteData() {
-    mVertices.setNull();
-    mColors.setNull();
-    mSecondaryColors.setNull();
-    mNormals.setNull();
-    mFogCoordinates.setNull();
-    mTexCoordinates.setNull();
-}
-
-void VertexData::grow(Dorvan::CowMemPtr<void>& array, unsigned int bytes) {
-    if (!array.isNull())
-        array.resize(bytes);
+    for (Attribute& array : mAttributes)
+        array.mValues.setNull();
 }
 
 unsigned int VertexData::addVertex() {
@@ -161,12 +133,10 @@ unsigned int VertexData::addVertex() {
     if (mCount > mCapacity) {
         // A growth of 0 still grows, so no write ever lands past the arrays.
         mCapacity += mGrowth > 0 ? mGrowth : 1;
-        grow(mVertices, vertexBytes());
-        grow(mColors, colorBytes());
-        grow(mSecondaryColors, secondaryColorBytes());
-        grow(mNormals, normalBytes());
-        grow(mFogCoordinates, fogBytes());
-        grow(mTexCoordinates, texCoordBytes());
+        for (unsigned int i = 0; i < kPartCount; ++i) {
+            if (!mAttributes[i].mValues.isNull())
+                mAttributes[i].mValues.resize(bytes(static_cast<Part>(i)));
+        }
     }
     mCurrent = mCount - 1;
     return mCurrent;
@@ -181,27 +151,35 @@ bool VertexData::setCurrentVertex(unsigned int i) {
     return false;
 }
 
-float* VertexData::writable(Dorvan::CowMemPtr<void>& array, DataType::Type type) {
-    if (mCurrent == NoVertex || mCurrent >= mCapacity || type != DataType::Float || array.isNull())
+float* VertexData::writable(Part part) {
+    Dorvan::CowMemPtr<void>& values = attribute(part).mValues;
+    if (mCurrent == NoVertex || mCurrent >= mCapacity || values.isNull())
         return nullptr;
-    return static_cast<float*>(array.get());
+    return static_cast<float*>(values.get());
+}
+
+float* VertexData::getVertexArray() {
+    Attribute& positions = attribute(Part::Vertex);
+    if (!positions.mUsed || positions.mValues.isNull())
+        return nullptr;
+    return static_cast<float*>(positions.mValues.get());
 }
 
 void VertexData::setVertex(float x, float y, float z) {
-    float* data = writable(mVertices, mVertexType);
+    float* data = writable(Part::Vertex);
     if (!data)
         return;
-    float* v = data + mNumVertex * mCurrent;
+    float* v = data + getNumVertex() * mCurrent;
     v[0] = x;
     v[1] = y;
     v[2] = z;
 }
 
 void VertexData::setColor(float r, float g, float b, float a) {
-    float* data = writable(mColors, mColorType);
+    float* data = writable(Part::Color);
     if (!data)
         return;
-    float* c = data + mNumColor * mCurrent;
+    float* c = data + getNumColor() * mCurrent;
     c[0] = r;
     c[1] = g;
     c[2] = b;
@@ -211,29 +189,37 @@ void VertexData::setColor(float r, float g, float b, float a) {
 void VertexData::setColor(const Color& color) { setColor(color.r, color.g, color.b, color.a); }
 
 void VertexData::setSecondaryColor(float r, float g, float b) {
-    float* data = writable(mSecondaryColors, mSecondaryColorType);
+    float* data = writable(Part::SecondaryColor);
     if (!data)
         return;
-    float* c = data + mNumSecondaryColor * mCurrent;
+    float* c = data + getNumSecondaryColor() * mCurrent;
     c[0] = r;
     c[1] = g;
     c[2] = b;
 }
 
 void VertexData::setNormal(float x, float y, float z) {
-    float* data = writable(mNormals, mNormalType);
+    float* data = writable(Part::Normal);
     if (!data)
         return;
-    double length = std::sqrt(static_cast<double>(x * x + y * y + z * z));
-    float scale = 1.0f / static_cast<float>(length);
+    // In double, so that tiny components neither vanish nor overflow the scale.
+    double length =
+        std::sqrt(static_cast<double>(x) * x + static_cast<double>(y) * y + static_cast<double>(z) * z);
     float* n = data + 3 * mCurrent;
-    n[0] = x * scale;
-    n[1] = y * scale;
-    n[2] = z * scale;
+    if (!(length > 0.0) || !std::isfinite(length)) {
+        // A normal without a direction stores +z rather than NaN.
+        n[0] = 0.0f;
+        n[1] = 0.0f;
+        n[2] = 1.0f;
+        return;
+    }
+    n[0] = static_cast<float>(x / length);
+    n[1] = static_cast<float>(y / length);
+    n[2] = static_cast<float>(z / length);
 }
 
 void VertexData::setFogCoordinate(float f) {
-    float* data = writable(mFogCoordinates, mFogCoordinateType);
+    float* data = writable(Part::FogCoordinate);
     if (!data)
         return;
     data[mCurrent] = f;
@@ -243,12 +229,12 @@ void VertexData::setTexCoordinate(float u, float v, unsigned int layer) {
     unsigned int layers = mTextureIndices.size();
     if (layer >= layers)
         return;
-    float* data = writable(mTexCoordinates, mTexCoordinateType);
+    float* data = writable(Part::TexCoordinate);
     if (!data)
         return;
     // The texture index list may have grown after initialize: stay inside the array.
-    unsigned int offset = (layers * mCurrent + layer) * mNumTexCoord;
-    if ((offset + 2) * kFloatSize > mTexCoordinates.getByteSize())
+    unsigned int offset = (layers * mCurrent + layer) * kTexCoordFloats;
+    if ((offset + 2) * kFloatSize > attribute(Part::TexCoordinate).mValues.getByteSize())
         return;
     float* t = data + offset;
     t[0] = u;

@@ -64,12 +64,12 @@ public:
     void setUseNormal(bool use);
     void setUseFogCoordinates(bool use);
     void setUseTexCoordinates(bool use);
-    bool isUsingVertex() const { return mUseVertex; }
-    bool isUsingColor() const { return mUseColor; }
-    bool isUsingSecondaryColor() const { return mUseSecondaryColor; }
-    bool isUsingNormal() const { return mUseNormal; }
-    bool isUsingFogCoordinates() const { return mUseFogCoordinates; }
-    bool isUsingTexCoordinates() const { return mUseTexCoordinates; }
+    bool isUsingVertex() const { return isUsing(Part::Vertex); }
+    bool isUsingColor() const { return isUsing(Part::Color); }
+    bool isUsingSecondaryColor() const { return isUsing(Part::SecondaryColor); }
+    bool isUsingNormal() const { return isUsing(Part::Normal); }
+    bool isUsingFogCoordinates() const { return isUsing(Part::FogCoordinate); }
+    bool isUsingTexCoordinates() const { return isUsing(Part::TexCoordinate); }
 
     // Adds a texture layer that uses the given texture index; call before initialize.
     void addTextureIndex(unsigned int index);
@@ -86,55 +86,46 @@ public:
     unsigned int getCurrentVertex() const { return mCurrent; }
     unsigned int getCapacity() const { return mCapacity; }
     unsigned int getGrowth() const { return mGrowth; }
+    // Vertices added per growth from now on (at least one); an owner that appends many
+    // vertices raises it with the capacity, so filling costs amortised constant time.
+    void setGrowth(int growth);
+
+    // The position array for bulk writes (getNumVertex floats per vertex, detached from
+    // copies), or null when positions are not in use. Valid until the next
+    // addVertex or initialize.
+    float* getVertexArray();
 
     void setVertex(float x, float y, float z);
     void setColor(float r, float g, float b, float a);
     void setColor(const Color& color);
     void setSecondaryColor(float r, float g, float b);
-    // Stored normalised.
+    // Stored normalised; a zero-length or non-finite normal is stored as (0, 0, 1).
     void setNormal(float x, float y, float z);
     void setFogCoordinate(float f);
     void setTexCoordinate(float u, float v, unsigned int layer);
 
 private:
-    unsigned int vertexBytes() const;
-    unsigned int colorBytes() const;
-    unsigned int secondaryColorBytes() const;
-    unsigned int normalBytes() const;
-    unsigned int fogBytes() const;
-    unsigned int texCoordBytes() const;
-    void allocate(Dorvan::CowMemPtr<void>& array, unsigned int bytes);
-    void grow(Dorvan::CowMemPtr<void>& array, unsigned int bytes);
-    float* writable(Dorvan::CowMemPtr<void>& array, DataType::Type type);
-    DataType::Type typeIfPresent(bool use, DataType::Type type, const Dorvan::CowMemPtr<void>& array) const;
+    // One array per Part; every value is a float.
+    struct Attribute {
+        bool mUsed = false;
+        Dorvan::CowMemPtr<void> mValues;
+    };
+    static const unsigned int kPartCount = 6;
+
+    Attribute& attribute(Part part) { return mAttributes[static_cast<unsigned int>(part)]; }
+    const Attribute& attribute(Part part) const { return mAttributes[static_cast<unsigned int>(part)]; }
+    bool isUsing(Part part) const { return attribute(part).mUsed; }
+    unsigned int floatsPerVertex(Part part) const;
+    unsigned int bytes(Part part) const;
+    float* writable(Part part);
+    DataType::Type typeOf(Part part) const;
 
     unsigned int mCount;
     unsigned int mCapacity;
     unsigned int mGrowth;
     unsigned int mCurrent;
-    DataType::Type mVertexType;
-    DataType::Type mColorType;
-    DataType::Type mSecondaryColorType;
-    DataType::Type mNormalType;
-    DataType::Type mFogCoordinateType;
-    DataType::Type mTexCoordinateType;
-    bool mUseVertex;
-    bool mUseColor;
-    bool mUseSecondaryColor;
-    bool mUseNormal;
-    bool mUseFogCoordinates;
-    bool mUseTexCoordinates;
-    int mNumVertex;
-    int mNumColor;
-    int mNumSecondaryColor;
-    int mNumTexCoord;
     Dorvan::Vector<unsigned int> mTextureIndices;
-    Dorvan::CowMemPtr<void> mVertices;
-    Dorvan::CowMemPtr<void> mColors;
-    Dorvan::CowMemPtr<void> mSecondaryColors;
-    Dorvan::CowMemPtr<void> mNormals;
-    Dorvan::CowMemPtr<void> mFogCoordinates;
-    Dorvan::CowMemPtr<void> mTexCoordinates;
+    Attribute mAttributes[kPartCount];
 };
 
 }  // namespace Velun

@@ -27,7 +27,7 @@ InputManager::~InputManager() {
         unregisterInputProvider(*mProviders.valueAt(0));
     while (mProcessors.size() > 0)
         unregisterInputProcessor(*mProcessors.valueAt(0));
-    _purgeAdapters();
+    purgeAdapters();
 }
 
 void InputManager::registerInputProvider(InputProvider& provider) {
@@ -51,10 +51,10 @@ void InputManager::unregisterInputProvider(InputProvider& provider) {
         return;
     mProviders.remove(id);
     provider.mRegisteredWith = nullptr;
-    _removeAdapter(provider);
+    removeAdapter(provider);
 }
 
-void InputManager::_removeAdapter(InputProvider& provider) {
+void InputManager::removeAdapter(InputProvider& provider) {
     for (std::vector<Process*>::iterator it = mProcesses.begin(); it != mProcesses.end(); ++it) {
         PollingAdapter* adapter = static_cast<PollingAdapter*>(*it);
         if (adapter->mProvider != &provider)
@@ -70,7 +70,7 @@ void InputManager::_removeAdapter(InputProvider& provider) {
     }
 }
 
-void InputManager::_purgeAdapters() {
+void InputManager::purgeAdapters() {
     if (!mHasDetachedAdapters || mPollDepth > 0)
         return;
     std::vector<Process*> kept;
@@ -144,7 +144,7 @@ InputProcessor* InputManager::getInputProcessorAt(unsigned int position) {
 }
 
 std::vector<Process*>* InputManager::getProcessList() {
-    _purgeAdapters();
+    purgeAdapters();
     return &mProcesses;
 }
 

@@ -72,8 +72,8 @@ private:
     InputManager(const InputManager&) = delete;
     InputManager& operator=(const InputManager&) = delete;
 
-    void _removeAdapter(InputProvider& provider);
-    void _purgeAdapters();
+    void removeAdapter(InputProvider& provider);
+    void purgeAdapters();
 
     Dorvan::IdMap<InputProvider*, int> mProviders;
     Dorvan::IdMap<InputProcessor*, int> mProcessors;

@@ -31,8 +31,12 @@ public:
     // Draws one frame of the attached target.
     virtual void render(std::int64_t timestamp) = 0;
 
+    // Draw calls the back end issued for the last frame drawn: for statistics and HUDs.
+    unsigned int getDrawCallCount() const { return mDrawCallCount; }
+
 protected:
     TargetRenderer(int id, int width, int height);
+    void setDrawCallCount(unsigned int count) { mDrawCallCount = count; }
 
 private:
     TargetRenderer(const TargetRenderer&);
@@ -42,6 +46,7 @@ private:
     int mWidth;
     int mHeight;
     Dorvan::SharedPtr<RenderTarget> mRenderTarget;
+    unsigned int mDrawCallCount = 0;
 };
 
 }  // namespace Velun

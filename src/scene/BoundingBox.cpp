@@ -17,8 +17,22 @@ Point BoundingBox::getCorner(int i) const {
     return Point(i & 4 ? mMax[0] : mMin[0], i & 2 ? mMax[1] : mMin[1], i & 1 ? mMax[2] : mMin[2]);
 }
 
-int BoundingBox::intersects(BoundingVolume const&, Dorvan::Matrix<float, 4> const&) const {
-    return mState == StateEmpty ? -1 : 1;
+int BoundingBox::intersects(BoundingVolume const& other, Dorvan::Matrix<float, 4> const& otherToThis) const {
+    if (mState == StateEmpty)
+        return -1;
+    if (other.getVolumeType() != VolumeBox)
+        return 1;
+    BoundingBox const& box = static_cast<BoundingBox const&>(other);
+    if (box.mState == StateEmpty)
+        return -1;
+    if (mState == StateInfinite)
+        return 1;
+    if (box.mState == StateInfinite)
+        return 0;
+    // The box around other's eight corners in this box's space.
+    BoundingBox placed;
+    placed.mergeBox(box, otherToThis);
+    return overlaps(placed) ? 0 : -1;
 }
 
 int BoundingBox::intersects(BoundingVolume const& other) const {
@@ -31,11 +45,14 @@ int BoundingBox::intersects(BoundingVolume const& other) const {
         return -1;
     if (otherState == StateInfinite)
         return 0;
-    BoundingBox const& box = static_cast<BoundingBox const&>(other);
+    return overlaps(static_cast<BoundingBox const&>(other)) ? 0 : -1;
+}
+
+bool BoundingBox::overlaps(BoundingBox const& box) const {
     for (int i = 0; i < 3; ++i)
         if (box.mMax[i] < mMin[i] || box.mMin[i] > mMax[i])
-            return -1;
-    return 0;
+            return false;
+    return true;
 }
 
 // For each plane the largest and smallest distance over the corners come from the
@@ -76,23 +93,47 @@ bool BoundingBox::contains(Point const& p) const {
     return true;
 }
 
+// Each plane's distance is that of the corner the signs of its normal pick: on each
+// axis the larger of the products with the box's two extents. The planes go four at
+// a time, with the products summed in the same order as one by one: -1 if any plane
+// has that corner on or behind it, else the near plane's distance.
 float BoundingBox::getFrustrumDistance(Frustrum const& frustum) const {
     if (mState == StateEmpty)
         return -1.0f;
     if (mState == StateInfinite)
         return 0.0f;
-    Plane const* planes = frustum.getPlanes();
+    float const* c = frustum.getPlaneComponents();
+#if VELUN_BOUNDING_BOX_SSE
+    __m128 const low = _mm_loadu_ps(mMin.m), high = _mm_loadu_ps(mMax.m);
+    __m128 const lx = _mm_shuffle_ps(low, low, 0x00), hx = _mm_shuffle_ps(high, high, 0x00);
+    __m128 const ly = _mm_shuffle_ps(low, low, 0x55), hy = _mm_shuffle_ps(high, high, 0x55);
+    __m128 const lz = _mm_shuffle_ps(low, low, 0xaa), hz = _mm_shuffle_ps(high, high, 0xaa);
+    __m128 distances[2];
+    int behind = 0;
+    for (int half = 0; half < 2; ++half) {
+        __m128 a = _mm_loadu_ps(c + half * 4), b = _mm_loadu_ps(c + 8 + half * 4);
+        __m128 cc = _mm_loadu_ps(c + 16 + half * 4), d = _mm_loadu_ps(c + 24 + half * 4);
+        __m128 sum = _mm_add_ps(_mm_max_ps(_mm_mul_ps(a, lx), _mm_mul_ps(a, hx)),
+                                _mm_max_ps(_mm_mul_ps(b, ly), _mm_mul_ps(b, hy)));
+        sum = _mm_add_ps(sum, _mm_max_ps(_mm_mul_ps(cc, lz), _mm_mul_ps(cc, hz)));
+        distances[half] = _mm_add_ps(sum, d);
+        behind |= _mm_movemask_ps(_mm_cmple_ps(distances[half], _mm_setzero_ps()));
+    }
+    if (behind)
+        return -1.0f;
+    return _mm_cvtss_f32(_mm_shuffle_ps(distances[1], distances[1], 0x01));
+#else
     float highest = 0.0f;
     for (int p = 0; p < 6; ++p) {
-        Dorvan::TVector<float, 4> const& c = planes[p].getCoefficients();
-        float x = c[0] >= 0.0f ? mMax[0] : mMin[0];
-        float y = c[1] >= 0.0f ? mMax[1] : mMin[1];
-        float z = c[2] >= 0.0f ? mMax[2] : mMin[2];
-        highest = c[0] * x + c[1] * y + c[2] * z + c[3];
+        float x = c[p] >= 0.0f ? mMax[0] : mMin[0];
+        float y = c[8 + p] >= 0.0f ? mMax[1] : mMin[1];
+        float z = c[16 + p] >= 0.0f ? mMax[2] : mMin[2];
+        highest = c[p] * x + c[8 + p] * y + c[16 + p] * z + c[24 + p];
         if (highest <= 0.0f)
             return -1.0f;
     }
     return highest;
+#endif
 }
 
 bool BoundingBox::merge(Point const& p) {

@@ -27,8 +27,8 @@ public:
     void setInfinite() override { mState = StateInfinite; }
     int getState() const override { return mState; }
 
-    // Exact tests with a transformation are not available: -1 when this box is empty,
-    // otherwise 1.
+    // `other` as the box around its eight corners taken through `otherToThis`: -1 when
+    // either box is empty or they lie apart, 1 when this box is infinite, else 0.
     int intersects(BoundingVolume const& other, Dorvan::Matrix<float, 4> const& otherToThis) const override;
     int intersects(BoundingVolume const& other) const override;
     int intersects(Frustrum const& frustum) const override;
@@ -148,6 +148,8 @@ private:
         return moved;
 #endif
     }
+    // Whether the bounded boxes touch on all three axes.
+    VELUN_NO_EXPORT bool overlaps(BoundingBox const& box) const;
     // The general case: each corner divided by its w.
     VELUN_NO_EXPORT bool mergeCorners(BoundingBox const& other, Dorvan::Matrix<float, 4> const& transform);
     VELUN_NO_EXPORT bool merge(BoundingVolume const& other, Dorvan::Matrix<float, 4> const* transform);

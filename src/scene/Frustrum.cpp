@@ -54,6 +54,9 @@ Frustrum::Frustrum(Dorvan::Matrix<float, 4> const& view, CameraSettings::Project
     mPlanes[PlaneNear] = rows[3] + rows[2];
     for (int i = 0; i < 6; ++i)
         mPlanes[i].normalize();
+    for (int i = 0; i < 8; ++i)
+        for (int c = 0; c < 4; ++c)
+            mPlaneComponents[c * 8 + i] = mPlanes[i < 6 ? i : PlaneNear].getCoefficients()[c];
 }
 
 Frustrum::~Frustrum() {}

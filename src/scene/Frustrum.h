@@ -48,6 +48,10 @@ public:
     // keep their sign and order but are no world units.
     Plane const* getPlanes() const { return mPlanes; }
     Plane const& getPlane(int index) const { return mPlanes[index]; }
+    // The same coefficients by component, for testing four planes at once: a of the
+    // six planes from offset 0, b from 8, c from 16, d from 24; entries 6 and 7 of
+    // each repeat the near plane.
+    float const* getPlaneComponents() const { return mPlaneComponents; }
 
 private:
     CameraSettings::ProjectionMode mProjectionMode;
@@ -63,6 +67,7 @@ private:
     float mTop;
     float mBottom;
     Plane mPlanes[6];
+    float mPlaneComponents[32];
 };
 
 }  // namespace Velun

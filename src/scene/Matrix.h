@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstring>
+
 #include "scene/TVector.h"
 
 namespace Dorvan {
@@ -17,6 +19,13 @@ public:
     // Leaves the elements unset: call setIdentity or assign before reading.
     Matrix() {}
     virtual ~Matrix() {}
+    // One block copy: the update pass copies a matrix into every node it places.
+    Matrix(Matrix const& other) : mIdentity(other.mIdentity) { std::memcpy(m, other.m, sizeof(m)); }
+    Matrix& operator=(Matrix const& other) {
+        std::memcpy(m, other.m, sizeof(m));
+        mIdentity = other.mIdentity;
+        return *this;
+    }
 
     static Matrix identity() {
         Matrix r;

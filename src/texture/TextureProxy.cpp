@@ -25,11 +25,19 @@ struct ComponentRead {
     const unsigned char* table;
 };
 
-// Which byte of a pixel getPixelColor reads for red, green, blue and alpha; -1 where it
-// gives the constant 1.0.
+// Component offsets that stand for a constant rather than a byte of the pixel.
+const int kConstantOne = -1;
+const int kConstantZero = -2;
+
+// Which byte of a pixel getPixelColor reads for red, green, blue and alpha; kConstantOne
+// where it gives the constant 1.0.
 struct ByteLayout {
     int component[4];
 };
+
+// The tables a byte composition maps input bytes through, as filled by
+// TextureProxy::fillValueTables.
+enum ValueTable { ColorValues, AlphaValues, ColorOne, AlphaOne, AlphaZero, ValueTableCount };
 
 // The output component tables of a byte composition as 32-bit words with the byte in
 // its place in memory, so that one pixel is the OR of four lookups and one store.
@@ -89,13 +97,13 @@ bool byteLayout(const TextureInfo& info, ByteLayout& layout) {
     if (info.getDataType() != DataType::UnsignedByte || channels == 0)
         return false;
     if (channels >= 3)
-        layout = {{0, 1, 2, channels >= 4 ? 3 : -1}};
+        layout = {{0, 1, 2, channels >= 4 ? 3 : kConstantOne}};
     else if (channels == 2)
         layout = {{0, 0, 0, 1}};
     else if (info.getColorFormat() == Color::Luminance)
-        layout = {{0, 0, 0, -1}};
+        layout = {{0, 0, 0, kConstantOne}};
     else
-        layout = {{-1, -1, -1, 0}};
+        layout = {{kConstantOne, kConstantOne, kConstantOne, 0}};
     return true;
 }
 
@@ -106,10 +114,133 @@ bool holdsWholeImage(const TextureSource& source) {
     return !data || data->getData().getByteSize() >= source.getTextureInfo().getMemSize();
 }
 
+// The two images of a byte composition: colours from one, alpha from the other (the
+// same image without an alpha source), with the byte each output component reads.
+struct ByteImages {
+    const TextureInfo* colorInfo;
+    const TextureInfo* alphaInfo;
+    const unsigned char* colorBytes;
+    const unsigned char* alphaBytes;
+    ByteLayout colorLayout;
+    int alphaComponent;
+    bool separateAlpha;
+};
+
+// False when either image is not a whole block of bytes the tables can read.
+bool findByteImages(const TextureSource& source, const TextureSource* alphaSource, unsigned int alphaChannel,
+                    ByteImages& images) {
+    const TextureInfo& colorInfo = source.getTextureInfo();
+    const TextureInfo& alphaInfo = alphaSource ? alphaSource->getTextureInfo() : colorInfo;
+    ByteLayout alphaLayout;
+    if (!byteLayout(colorInfo, images.colorLayout) || !byteLayout(alphaInfo, alphaLayout))
+        return false;
+    images.colorInfo = &colorInfo;
+    images.alphaInfo = &alphaInfo;
+    images.colorBytes = static_cast<const unsigned char*>(source.getTextureData());
+    images.alphaBytes =
+        alphaSource ? static_cast<const unsigned char*>(alphaSource->getTextureData()) : images.colorBytes;
+    images.separateAlpha = alphaSource != nullptr;
+    if (!images.colorBytes || !images.alphaBytes || alphaInfo.getWidth() == 0 || alphaInfo.getHeight() == 0 ||
+        alphaInfo.getDepth() == 0 || !holdsWholeImage(source) ||
+        (alphaSource && !holdsWholeImage(*alphaSource)))
+        return false;
+    // A colour-index image reads as grey from its value, opaque.
+    if (colorInfo.getColorFormat() == Color::ColorIndex) {
+        int grey = images.colorLayout.component[3];
+        images.colorLayout = {{grey, grey, grey, kConstantOne}};
+    }
+    images.alphaComponent = images.colorLayout.component[3];
+    if (alphaSource)
+        images.alphaComponent = alphaChannel < 4 ? alphaLayout.component[alphaChannel] : kConstantZero;
+    return true;
+}
+
+void chooseReads(const ByteImages& images, const unsigned char (*values)[256], ComponentRead* reads) {
+    for (int c = 0; c < 3; ++c) {
+        int offset = images.colorLayout.component[c];
+        reads[c] = offset < 0 ? ComponentRead{0, values[ColorOne]}
+                              : ComponentRead{static_cast<unsigned int>(offset), values[ColorValues]};
+    }
+    if (images.alphaComponent == kConstantZero)
+        reads[3] = ComponentRead{0, values[AlphaZero]};
+    else if (images.alphaComponent == kConstantOne)
+        reads[3] = ComponentRead{0, values[AlphaOne]};
+    else
+        reads[3] = ComponentRead{static_cast<unsigned int>(images.alphaComponent), values[AlphaValues]};
+}
+
+// Byte offset of each output column's alpha pixel within its row; empty when both images
+// have one size, so that column x reads alpha pixel x.
+std::vector<std::size_t> alphaColumns(const ByteImages& images) {
+    const TextureInfo& color = *images.colorInfo;
+    const TextureInfo& alpha = *images.alphaInfo;
+    std::vector<std::size_t> columns;
+    if (alpha.getWidth() == color.getWidth() && alpha.getHeight() == color.getHeight() &&
+        alpha.getDepth() == color.getDepth())
+        return columns;
+    const float xs = static_cast<float>(alpha.getWidth()) / color.getWidth();
+    columns.resize(color.getWidth());
+    for (unsigned int x = 0; x < color.getWidth(); ++x)
+        columns[x] = static_cast<unsigned int>(x * xs) * alpha.getPixelSize();
+    return columns;
+}
+
+void composeImage(const ByteImages& images, const WordTables& tables, unsigned char* out) {
+    const TextureInfo& color = *images.colorInfo;
+    const TextureInfo& alpha = *images.alphaInfo;
+    const unsigned int width = color.getWidth(), height = color.getHeight(), depth = color.getDepth();
+    const std::size_t colorPixel = color.getPixelSize(), alphaPixel = alpha.getPixelSize();
+    const std::vector<std::size_t> columns = alphaColumns(images);
+    const bool resample = !columns.empty();
+    const std::size_t* column = resample ? columns.data() : nullptr;
+    const float ys = static_cast<float>(alpha.getHeight()) / height;
+    const float zs = static_cast<float>(alpha.getDepth()) / depth;
+    for (unsigned int z = 0; z < depth; ++z) {
+        unsigned int sz = resample ? static_cast<unsigned int>(z * zs) : z;
+        for (unsigned int y = 0; y < height; ++y, out += std::size_t(width) * 4) {
+            unsigned int sy = resample ? static_cast<unsigned int>(y * ys) : y;
+            const unsigned char* colorRow =
+                images.colorBytes + (static_cast<std::size_t>(z) * height + y) * width * colorPixel;
+            const unsigned char* alphaRow =
+                images.separateAlpha
+                    ? images.alphaBytes + (static_cast<std::size_t>(sz) * alpha.getHeight() + sy) *
+                                              alpha.getWidth() * alphaPixel
+                    : colorRow;
+            switch (colorPixel) {
+            case 3:
+                composeRowFor<3>(colorRow, alphaRow, column, width, colorPixel, alphaPixel, tables, out);
+                break;
+            case 4:
+                composeRowFor<4>(colorRow, alphaRow, column, width, colorPixel, alphaPixel, tables, out);
+                break;
+            default:
+                composeRowFor<0>(colorRow, alphaRow, column, width, colorPixel, alphaPixel, tables, out);
+                break;
+            }
+        }
+    }
+}
+
 // The image must fit the unsigned sizes the engine describes pixels with.
 bool fitsMemSize(unsigned int width, unsigned int height, unsigned int depth) {
     std::uint64_t bytes = static_cast<std::uint64_t>(width) * height * depth * 4;
     return bytes <= std::numeric_limits<unsigned int>::max();
+}
+
+// Channel 0 red, 1 green, 2 blue, 3 alpha; 0 for any other.
+float channelOf(const Color& color, unsigned int channel) {
+    switch (channel) {
+    case 0:
+        return color.r;
+    case 1:
+        return color.g;
+    case 2:
+        return color.b;
+    case 3:
+        return color.a;
+    default:
+        return 0.0f;
+    }
 }
 
 void logTooLarge(unsigned int width, unsigned int height, unsigned int depth) {
@@ -195,17 +326,17 @@ void TextureProxy::updateData(Dorvan::SharedPtr<TextureSource> source,
     if (!source)
         return;
 
-    const TextureInfo& info1 = source->getTextureInfo();
-    if (!fitsMemSize(info1.getWidth(), info1.getHeight(), info1.getDepth())) {
-        logTooLarge(info1.getWidth(), info1.getHeight(), info1.getDepth());
+    const TextureInfo& colorInfo = source->getTextureInfo();
+    if (!fitsMemSize(colorInfo.getWidth(), colorInfo.getHeight(), colorInfo.getDepth())) {
+        logTooLarge(colorInfo.getWidth(), colorInfo.getHeight(), colorInfo.getDepth());
         return;
     }
     mInfo.setChannels(4);
     mInfo.setColorFormat(Color::Rgba);
     mInfo.setDataType(DataType::UnsignedByte);
-    mInfo.setWidth(info1.getWidth());
-    mInfo.setHeight(info1.getHeight());
-    mInfo.setDepth(info1.getDepth());
+    mInfo.setWidth(colorInfo.getWidth());
+    mInfo.setHeight(colorInfo.getHeight());
+    mInfo.setDepth(colorInfo.getDepth());
     mData = static_cast<unsigned char*>(std::malloc(mInfo.getMemSize()));
     if (!mData || mInfo.getMemSize() == 0)
         return;
@@ -219,117 +350,44 @@ void TextureProxy::updateData(Dorvan::SharedPtr<TextureSource> source,
 // below at a fraction of its cost.
 bool TextureProxy::composeBytes(const TextureSource& source, const TextureSource* alphaSource, float scale,
                                 float bias, unsigned int alphaChannel) {
-    const TextureInfo& info1 = source.getTextureInfo();
-    const TextureInfo& info2 = alphaSource ? alphaSource->getTextureInfo() : info1;
-    ByteLayout layout1;
-    ByteLayout layout2;
-    if (!byteLayout(info1, layout1) || !byteLayout(info2, layout2))
+    ByteImages images;
+    if (!findByteImages(source, alphaSource, alphaChannel, images))
         return false;
-    const unsigned char* data1 = static_cast<const unsigned char*>(source.getTextureData());
-    const unsigned char* data2 =
-        alphaSource ? static_cast<const unsigned char*>(alphaSource->getTextureData()) : data1;
-    if (!data1 || !data2 || info2.getWidth() == 0 || info2.getHeight() == 0 || info2.getDepth() == 0 ||
-        !holdsWholeImage(source) || (alphaSource && !holdsWholeImage(*alphaSource)))
-        return false;
-
-    unsigned char colorTable[256];
-    unsigned char alphaTable[256];
-    for (unsigned int i = 0; i < 256; ++i) {
-        colorTable[i] = getPixelValue(i * kByteScale, scale, bias);
-        alphaTable[i] = getPixelValue(i * kByteScale, 1.0f, 0.0f);
-    }
-    unsigned char colorOne[256];
-    unsigned char alphaOne[256];
-    unsigned char alphaZero[256];
-    std::memset(colorOne, getPixelValue(1.0f, scale, bias), sizeof(colorOne));
-    std::memset(alphaOne, getPixelValue(1.0f, 1.0f, 0.0f), sizeof(alphaOne));
-    std::memset(alphaZero, getPixelValue(0.0f, 1.0f, 0.0f), sizeof(alphaZero));
-
-    // A colour-index image reads as grey from its value, opaque.
-    if (info1.getColorFormat() == Color::ColorIndex) {
-        int grey = layout1.component[3];
-        layout1 = {{grey, grey, grey, -1}};
-    }
+    unsigned char values[ValueTableCount][256];
+    fillValueTables(scale, bias, values);
     ComponentRead reads[4];
-    for (int c = 0; c < 3; ++c) {
-        int offset = layout1.component[c];
-        reads[c] = offset < 0 ? ComponentRead{0, colorOne}
-                              : ComponentRead{static_cast<unsigned int>(offset), colorTable};
-    }
-    int alphaOffset = layout1.component[3];
-    if (alphaSource)
-        alphaOffset = alphaChannel < 4 ? layout2.component[alphaChannel] : -2;
-    if (alphaOffset == -2)
-        reads[3] = ComponentRead{0, alphaZero};
-    else if (alphaOffset < 0)
-        reads[3] = ComponentRead{0, alphaOne};
-    else
-        reads[3] = ComponentRead{static_cast<unsigned int>(alphaOffset), alphaTable};
-
-    const unsigned int width = info1.getWidth();
-    const unsigned int height = info1.getHeight();
-    const unsigned int depth = info1.getDepth();
-    const std::size_t pixel1 = info1.getPixelSize();
-    const std::size_t pixel2 = info2.getPixelSize();
-    const bool resample =
-        info2.getWidth() != width || info2.getHeight() != height || info2.getDepth() != depth;
-    const float xs = static_cast<float>(info2.getWidth()) / width;
-    const float ys = static_cast<float>(info2.getHeight()) / height;
-    const float zs = static_cast<float>(info2.getDepth()) / depth;
-
-    // Byte offset of each column's alpha pixel within its row, when resampling.
-    std::vector<std::size_t> alphaColumn;
-    if (resample) {
-        alphaColumn.resize(width);
-        for (unsigned int x = 0; x < width; ++x)
-            alphaColumn[x] = static_cast<unsigned int>(x * xs) * pixel2;
-    }
-    const std::size_t* column = resample ? alphaColumn.data() : nullptr;
-    const WordTables tables(reads);
-
-    unsigned char* out = mData;
-    for (unsigned int z = 0; z < depth; ++z) {
-        unsigned int sz = resample ? static_cast<unsigned int>(z * zs) : z;
-        for (unsigned int y = 0; y < height; ++y) {
-            unsigned int sy = resample ? static_cast<unsigned int>(y * ys) : y;
-            const unsigned char* row1 = data1 + (static_cast<std::size_t>(z) * height + y) * width * pixel1;
-            const unsigned char* row2 =
-                data2 + (static_cast<std::size_t>(sz) * info2.getHeight() + sy) * info2.getWidth() * pixel2;
-            if (!alphaSource)
-                row2 = row1;
-            switch (pixel1) {
-            case 3:
-                composeRowFor<3>(row1, row2, column, width, pixel1, pixel2, tables, out);
-                break;
-            case 4:
-                composeRowFor<4>(row1, row2, column, width, pixel1, pixel2, tables, out);
-                break;
-            default:
-                composeRowFor<0>(row1, row2, column, width, pixel1, pixel2, tables, out);
-                break;
-            }
-            out += std::size_t(width) * 4;
-        }
-    }
+    chooseReads(images, values, reads);
+    composeImage(images, WordTables(reads), mData);
     return true;
+}
+
+void TextureProxy::fillValueTables(float scale, float bias, unsigned char (*values)[256]) const {
+    for (unsigned int i = 0; i < 256; ++i) {
+        values[ColorValues][i] = getPixelValue(i * kByteScale, scale, bias);
+        values[AlphaValues][i] = getPixelValue(i * kByteScale, 1.0f, 0.0f);
+    }
+    std::memset(values[ColorOne], getPixelValue(1.0f, scale, bias), 256);
+    std::memset(values[AlphaOne], getPixelValue(1.0f, 1.0f, 0.0f), 256);
+    std::memset(values[AlphaZero], getPixelValue(0.0f, 1.0f, 0.0f), 256);
 }
 
 void TextureProxy::composePixels(const TextureSource& source, const TextureSource* alphaSource, float scale,
                                  float bias, unsigned int alphaChannel) {
-    const TextureInfo& info1 = source.getTextureInfo();
-    const TextureInfo& info2 = alphaSource ? alphaSource->getTextureInfo() : info1;
-    const bool resample = info2.getWidth() != info1.getWidth() || info2.getHeight() != info1.getHeight() ||
-                          info2.getDepth() != info1.getDepth();
-    const bool indexed = info1.getColorFormat() == Color::ColorIndex;
-    const float xs = static_cast<float>(info2.getWidth()) / info1.getWidth();
-    const float ys = static_cast<float>(info2.getHeight()) / info1.getHeight();
-    const float zs = static_cast<float>(info2.getDepth()) / info1.getDepth();
+    const TextureInfo& colorInfo = source.getTextureInfo();
+    const TextureInfo& alphaInfo = alphaSource ? alphaSource->getTextureInfo() : colorInfo;
+    const bool resample = alphaInfo.getWidth() != colorInfo.getWidth() ||
+                          alphaInfo.getHeight() != colorInfo.getHeight() ||
+                          alphaInfo.getDepth() != colorInfo.getDepth();
+    const bool indexed = colorInfo.getColorFormat() == Color::ColorIndex;
+    const float xs = static_cast<float>(alphaInfo.getWidth()) / colorInfo.getWidth();
+    const float ys = static_cast<float>(alphaInfo.getHeight()) / colorInfo.getHeight();
+    const float zs = static_cast<float>(alphaInfo.getDepth()) / colorInfo.getDepth();
 
     unsigned char* out = mData;
-    for (unsigned int z = 0; z < info1.getDepth(); ++z) {
-        for (unsigned int y = 0; y < info1.getHeight(); ++y) {
-            for (unsigned int x = 0; x < info1.getWidth(); ++x, out += 4) {
-                Color color = info1.getPixelColor(source.getPixel(x, y, z));
+    for (unsigned int z = 0; z < colorInfo.getDepth(); ++z) {
+        for (unsigned int y = 0; y < colorInfo.getHeight(); ++y) {
+            for (unsigned int x = 0; x < colorInfo.getWidth(); ++x, out += 4) {
+                Color color = colorInfo.getPixelColor(source.getPixel(x, y, z));
                 if (indexed)
                     color = Color(color.a, color.a, color.a, 1.0f);
                 if (alphaSource) {
@@ -339,24 +397,8 @@ void TextureProxy::composePixels(const TextureSource& source, const TextureSourc
                         sy = static_cast<unsigned int>(y * ys);
                         sz = static_cast<unsigned int>(z * zs);
                     }
-                    Color second = info2.getPixelColor(alphaSource->getPixel(sx, sy, sz));
-                    switch (alphaChannel) {
-                    case 0:
-                        color.a = second.r;
-                        break;
-                    case 1:
-                        color.a = second.g;
-                        break;
-                    case 2:
-                        color.a = second.b;
-                        break;
-                    case 3:
-                        color.a = second.a;
-                        break;
-                    default:
-                        color.a = 0.0f;
-                        break;
-                    }
+                    color.a =
+                        channelOf(alphaInfo.getPixelColor(alphaSource->getPixel(sx, sy, sz)), alphaChannel);
                 }
                 out[0] = getPixelValue(color.r, scale, bias);
                 out[1] = getPixelValue(color.g, scale, bias);

@@ -56,6 +56,9 @@ protected:
 private:
     bool composeBytes(const TextureSource& source, const TextureSource* alphaSource, float scale, float bias,
                       unsigned int alphaChannel);
+    // The byte tables of a composition with `scale` and `bias`: values of colour and of
+    // alpha bytes, then constant colour 1, alpha 1 and alpha 0.
+    void fillValueTables(float scale, float bias, unsigned char (*values)[256]) const;
     void composePixels(const TextureSource& source, const TextureSource* alphaSource, float scale, float bias,
                        unsigned int alphaChannel);
 

@@ -194,4 +194,23 @@ TEST_F(GeometryObjectSceneTest, DeletingAnAttachedObjectTakesItsPartsOut) {
     EXPECT_EQ(mScene.getRoot()->getAttachedChildCount(), 1);
 }
 
+TEST_F(GeometrySubobjectTest, AChangedVolumeMarksTheNodesThatShowIt) {
+    SharedPtr<Geometry> first = makeBox(Point(0, 0, 0), Point(1, 1, 1));
+    SharedPtr<Geometry> second = makeBox(Point(0, 0, 0), Point(2, 2, 2));
+    GeometrySubobject* part = new GeometrySubobject();
+    part->setGeometry(first, 0);
+    part->finishUpdate();
+    first->volumeChanged();
+    EXPECT_EQ(part->getNodeStatus(), Node::StatusModified);
+
+    part->setGeometry(second, 0);
+    part->finishUpdate();
+    first->volumeChanged();
+    EXPECT_EQ(part->getNodeStatus(), Node::StatusUpdated) << "no longer shows the first";
+    second->volumeChanged();
+    EXPECT_EQ(part->getNodeStatus(), Node::StatusModified);
+    delete part;
+    second->volumeChanged();  // the deleted node is no longer registered (ASan)
+}
+
 }  // namespace

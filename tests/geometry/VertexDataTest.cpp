@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 #include "geometry/IndexData.h"
 #include "geometry/VertexData.h"
@@ -72,6 +73,24 @@ TEST(VertexDataTest, GrowsByTheConstantStepAndAddVertexMakesItCurrent) {
     // Only positions were in use.
     EXPECT_EQ(nullptr, data.getColor());
     EXPECT_EQ(nullptr, data.getNormals());
+}
+
+TEST(VertexDataTest, NormalsAreStoredNormalisedAndNeverNaN) {
+    const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
+    const float cases[][6] = {{0, 3, 4, 0, 0.6f, 0.8f}, {1e-40f, 0, 0, 1, 0, 0},
+                              {0, 0, 0, 0, 0, 1},       {nan, 1, 0, 0, 0, 1},
+                              {inf, 0, 0, 0, 0, 1},     {3e38f, 3e38f, 0, 0.70710677f, 0.70710677f, 0}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c[0] << " " << c[1] << " " << c[2]);
+        VertexData data;
+        data.setUseNormal(true);
+        data.initialize(1, 1);
+        data.addVertex();
+        data.setNormal(c[0], c[1], c[2]);
+        const float* n = floats(data.getNormals());
+        for (int i = 0; i < 3; ++i)
+            EXPECT_FLOAT_EQ(c[3 + i], n[i]);
+    }
 }
 
 TEST(VertexDataTest, EveryAttributeLandsAtItsVertex) {

@@ -154,3 +154,24 @@ TEST_F(LoaderPluginsTest, SetupBringsBothLoadersInTheirPlaces) {
     ASSERT_TRUE(object->getDefaultMaterial(0));
     EXPECT_TRUE(object->getDefaultMaterial(0)->getTexture(0));
 }
+
+TEST_F(DevILTextureSourceLoaderTest, TakesFilesByTheirType) {
+    DevILTextureSourceLoader loader;
+    for (const char* type : {"png", "jpg", "jpeg", "tga", "bmp", "dds", "PNG", "Jpg"})
+        EXPECT_TRUE(loader.canLoad(resource(type))) << type;
+    for (const char* type : {"ms3d", "wav", "txt", "", "gif", "pcx", "psd", "tif"})
+        EXPECT_FALSE(loader.canLoad(resource(type))) << type;
+    EXPECT_FALSE(loader.canConvert(TextureInfo(), false));
+    EXPECT_FALSE(loader.convert(Dorvan::SharedPtr<TextureSource>(), TextureInfo(), false));
+
+    TextureInfo palette;
+    palette.setColorFormat(Color::ColorIndex);
+    EXPECT_TRUE(loader.canLoad(resource("png"), TextureInfo()));
+    EXPECT_FALSE(loader.canLoad(resource("png"), palette));
+    EXPECT_FALSE(loader.canLoad(resource("wav"), TextureInfo()));
+
+    // A name no loader takes is nobody's error.
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(source("notes.txt"));
+    EXPECT_EQ("", testing::internal::GetCapturedStderr());
+}

@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <sstream>
 
@@ -339,4 +340,31 @@ TEST_F(Ms3dObjectLoaderTest, RefusesDamagedFilesWithOneLine) {
     EXPECT_EQ("Error loading ms3d file .\\models\\index.ms3d: triangle 0 uses vertex 9 (vertex count 4)\n",
               firstLine(lines));
     EXPECT_FALSE(core.getResourceManager().getObjectManager().isLoaded("index.ms3d"));
+}
+
+TEST(Ms3dFileTest, RefusesPositionsAndTextureCoordinatesThatAreNotFinite) {
+    const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
+    struct Case {
+        void (*damage)(ms3dtest::Model&, float);
+        float value;
+        const char* error;
+    };
+    const Case cases[] = {
+        {[](ms3dtest::Model& m, float v) { m.vertices[2].y = v; }, nan,
+         "vertex 2 has a position that is not a finite number"},
+        {[](ms3dtest::Model& m, float v) { m.vertices[0].z = v; }, -inf,
+         "vertex 0 has a position that is not a finite number"},
+        {[](ms3dtest::Model& m, float v) { m.triangles[1].t[2] = v; }, inf,
+         "triangle 1 has a texture coordinate that is not a finite number"},
+        {[](ms3dtest::Model& m, float v) { m.triangles[0].s[0] = v; }, nan,
+         "triangle 0 has a texture coordinate that is not a finite number"},
+    };
+    for (const Case& c : cases) {
+        ms3dtest::Model model = twoTriangles();
+        c.damage(model, c.value);
+        std::vector<unsigned char> bytes = ms3dtest::write(model);
+        Ms3dFile file;
+        EXPECT_EQ(Ms3dFile::Malformed, file.read(bytes.data(), bytes.size()));
+        EXPECT_EQ(c.error, file.getError());
+    }
 }

@@ -304,4 +304,24 @@ TEST_F(GLLightingTest, FogBlendsTowardsTheFogColourWithDistance) {
     EXPECT_TRUE(near(pixel(Width / 2 + 19, Height / 2), Rgb{255, 0, 0}, 0));
 }
 
+TEST_F(GLGeometryRendererTest, SecondaryColoursAddToTheirOwnQuadOnly) {
+    addViewport(addCamera());
+    QuadSpec shape;
+    shape.x0 = -2;
+    shape.x1 = 0;
+    shape.colors = true;
+    shape.color = Color(0.5f, 0, 0);
+    shape.secondaryColors = true;
+    shape.secondaryColor = Color(0, 0, 1);
+    addQuad(root(), 0, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
+    shape.x0 = 0;
+    shape.x1 = 2;
+    shape.secondaryColors = false;
+    addQuad(root(), 0, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
+    frame();
+    savePicture("secondary_colour");
+    EXPECT_TRUE(near(pixel(Width / 2 - 8, Height / 2), Rgb{128, 0, 255}));
+    EXPECT_TRUE(near(pixel(Width / 2 + 8, Height / 2), Rgb{128, 0, 0}));
+}
+
 }  // namespace RenderGLTest

@@ -227,9 +227,27 @@ TEST(BoundingBoxTest, IntersectsOtherBoxes) {
     EXPECT_EQ(box.intersects(infinite), 0);
     EXPECT_EQ(infinite.intersects(box), 1);
     EXPECT_EQ(BoundingBox().intersects(box), -1);
+}
 
-    EXPECT_EQ(box.intersects(box, Matrix4::identity()), 1);
-    EXPECT_EQ(BoundingBox().intersects(box, Matrix4::identity()), -1);
+Matrix4 turnedAndMoved(float angle, float x) {
+    Velun::Transformation t;
+    t.rotateZ(angle, false);
+    t.translate(x, 0, 0, false);
+    return t.getLocalTransformation();
+}
+
+TEST(BoundingBoxTest, IntersectsABoxPlacedByAMatrix) {
+    BoundingBox box(Point(0, 0, 0), Point(1, 1, 1)), empty, infinite;
+    infinite.setInfinite();
+    EXPECT_EQ(box.intersects(box, turnedAndMoved(0, 0.5f)), 0);
+    EXPECT_EQ(box.intersects(box, turnedAndMoved(0, -1.5f)), -1);
+    // Turned 45 degrees, the unit box reaches 0.71 left of its origin.
+    EXPECT_EQ(box.intersects(box, turnedAndMoved(0.785398f, 1.6f)), 0);
+    EXPECT_EQ(box.intersects(box, turnedAndMoved(0.785398f, 1.8f)), -1);
+    EXPECT_EQ(empty.intersects(box, Matrix4::identity()), -1);
+    EXPECT_EQ(infinite.intersects(empty, Matrix4::identity()), -1);
+    EXPECT_EQ(infinite.intersects(box, turnedAndMoved(0, 9)), 1);
+    EXPECT_EQ(box.intersects(infinite, turnedAndMoved(0, 9)), 0);
 }
 
 }  // namespace

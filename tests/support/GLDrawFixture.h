@@ -70,6 +70,8 @@ struct QuadSpec {
     bool normals = false;
     bool colors = false;
     Velun::Color color = Velun::Color(1, 1, 1, 1);
+    bool secondaryColors = false;
+    Velun::Color secondaryColor;
     unsigned int layers = 0;  // texture layers, coordinates 0..1 over the quad
 };
 
@@ -79,6 +81,7 @@ inline SharedPtr<Velun::Geometry> makeQuad(QuadSpec const& shape) {
     vertices->setUseVertex(true);
     vertices->setUseNormal(shape.normals);
     vertices->setUseColor(shape.colors);
+    vertices->setUseSecondaryColor(shape.secondaryColors);
     vertices->setUseTexCoordinates(shape.layers > 0);
     for (unsigned int l = 0; l < shape.layers; ++l)
         vertices->addTextureIndex(l);
@@ -93,6 +96,9 @@ inline SharedPtr<Velun::Geometry> makeQuad(QuadSpec const& shape) {
             vertices->setNormal(0, 0, 1);
         if (shape.colors)
             vertices->setColor(shape.color);
+        if (shape.secondaryColors)
+            vertices->setSecondaryColor(shape.secondaryColor.r, shape.secondaryColor.g,
+                                        shape.secondaryColor.b);
         for (unsigned int l = 0; l < shape.layers; ++l)
             vertices->setTexCoordinate(uv[i][0], uv[i][1], l);
     }

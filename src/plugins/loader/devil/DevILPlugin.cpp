@@ -1,33 +1,25 @@
 #include "plugins/loader/devil/DevILPlugin.h"
 
 #include "core/ResourceManager.h"
-#include "core/VelunCore.h"
 #include "plugins/loader/devil/DevILTextureSourceLoader.h"
 #include "texture/TextureManager.h"
 
 namespace Velun {
 
-DevILPlugin::DevILPlugin() : mLoader(nullptr) {}
+namespace {
 
-DevILPlugin::~DevILPlugin() { unregisterPlugin(); }
-
-int DevILPlugin::registerPlugin() {
-    if (mLoader)
-        return 0;
-    mLoader = new DevILTextureSourceLoader();
-    VelunCore::getSingleton().getResourceManager().getTextureManager().registerTextureSourceLoader(*mLoader);
-    return 0;
+ResourceLoader* attachImageLoader(ResourceManager& resources) {
+    DevILTextureSourceLoader* loader = new DevILTextureSourceLoader();
+    resources.getTextureManager().registerTextureSourceLoader(*loader);
+    return loader;
 }
 
-int DevILPlugin::unregisterPlugin() {
-    if (!mLoader)
-        return 0;
-    if (ResourceManager* resources = VelunCore::getSingleton().findResourceManager())
-        resources->getTextureManager().unregisterTextureSourceLoader(*mLoader);
-    mLoader->shutdown();
-    delete mLoader;
-    mLoader = nullptr;
-    return 0;
+void detachImageLoader(ResourceManager& resources, ResourceLoader& loader) {
+    resources.getTextureManager().unregisterTextureSourceLoader(static_cast<TextureSourceLoader&>(loader));
 }
+
+}  // namespace
+
+DevILPlugin::DevILPlugin() : LoaderPlugin({&attachImageLoader, &detachImageLoader}) {}
 
 }  // namespace Velun

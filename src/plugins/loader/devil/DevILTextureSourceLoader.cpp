@@ -2,14 +2,17 @@
 
 #include <IL/ilu.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdint>
+#include <cstring>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <vector>
 
 #include "core/NativePath.h"
 #include "core/VelunCore.h"
+#include "plugins/loader/devil/DdsFile.h"
 #include "plugins/loader/devil/DevILSession.h"
 #include "plugins/loader/devil/DevILTextureData.h"
 
@@ -171,24 +174,21 @@ bool jpegSegmentsFit(const std::string& path) {
     return false;
 }
 
-// Whether a DDS file holds at least the pixels its header announces. The densest
-// format, DXT1, takes half a byte a pixel, so more pixels than twice the data bytes
-// is a lie; DevIL would trust it and allocate gigabytes before reading.
-bool ddsSizeFits(const std::string& path) {
+// The file types the loader reads; every one of them is fuzzed. DevIL knows more, but
+// the engine does not trust its readers of the others with damaged files.
+struct ReadType {
+    const char* extension;
+    ILenum type;
+};
+const ReadType kReadTypes[] = {{"png", IL_PNG}, {"jpg", IL_JPG}, {"jpeg", IL_JPG},
+                               {"tga", IL_TGA}, {"bmp", IL_BMP}, {"dds", IL_DDS}};
+
+bool readBytes(const std::string& path, std::vector<unsigned char>& bytes) {
     std::ifstream in(path, std::ios::binary);
-    in.seekg(0, std::ios::end);
-    std::streamoff size = in.tellg();
-    unsigned char header[28];
-    in.seekg(0);
-    if (size < 128 || !in.read(reinterpret_cast<char*>(header), sizeof header))
+    if (!in)
         return false;
-    auto word = [&header](int at) {
-        return std::uint64_t(header[at]) | std::uint64_t(header[at + 1]) << 8 |
-               std::uint64_t(header[at + 2]) << 16 | std::uint64_t(header[at + 3]) << 24;
-    };
-    std::uint64_t height = word(12), width = word(16), depth = word(24);
-    std::uint64_t pixels = width * height * (depth ? depth : 1);
-    return width && height && pixels <= 2 * std::uint64_t(size - 128) + 16;
+    bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    return true;
 }
 
 }  // namespace
@@ -217,10 +217,13 @@ bool DevILTextureSourceLoader::shutdown() {
 }
 
 ILenum DevILTextureSourceLoader::typeOfExtension(const std::string& extension) {
-    if (extension.empty())
-        return IL_TYPE_UNKNOWN;
-    std::string name = "image." + extension;
-    return ilTypeFromExt(name.c_str());
+    for (const ReadType& read : kReadTypes) {
+        if (extension.size() == std::strlen(read.extension) &&
+            std::equal(extension.begin(), extension.end(), read.extension,
+                       [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; }))
+            return read.type;
+    }
+    return IL_TYPE_UNKNOWN;
 }
 
 bool DevILTextureSourceLoader::canLoad(const NameMapper::ResourceInfo& resource, const TextureInfo& info) {
@@ -234,13 +237,53 @@ bool DevILTextureSourceLoader::canLoad(const NameMapper::ResourceInfo& resource)
 bool DevILTextureSourceLoader::canConvert(const TextureInfo&, bool) { return false; }
 
 void DevILTextureSourceLoader::logErrors(const NameMapper::ResourceInfo& resource, ILenum code) {
-    Dorvan::SharedPtr<Dorvan::Logger> logger = VelunCore::getLogger(kChannel);
     while (code != IL_NO_ERROR) {
-        std::ostringstream text;
-        text << "Error opening " << resource.mFileName << ": " << iluErrorString(code);
-        logger->error(text.str());
+        logError(resource, iluErrorString(code));
         code = ilGetError();
     }
+}
+
+void DevILTextureSourceLoader::logError(const NameMapper::ResourceInfo& resource, const std::string& error) {
+    VelunCore::getLogger(kChannel)->error("Error opening " + resource.mFileName + ": " + error);
+}
+
+Dorvan::SharedPtr<DdsTextureData>
+DevILTextureSourceLoader::loadDds(const NameMapper::ResourceInfo& resource) {
+    std::vector<unsigned char> bytes;
+    if (!readBytes(toNativePath(resource.mFileName), bytes)) {
+        logError(resource, iluErrorString(IL_COULD_NOT_OPEN_FILE));
+        return Dorvan::SharedPtr<DdsTextureData>();
+    }
+    DdsFile file;
+    if (!file.read(bytes.data(), bytes.size())) {
+        logError(resource, file.getError());
+        return Dorvan::SharedPtr<DdsTextureData>();
+    }
+    return Dorvan::SharedPtr<DdsTextureData>(new DdsTextureData(file));
+}
+
+ILuint DevILTextureSourceLoader::loadDdsImage(const NameMapper::ResourceInfo& resource) {
+    Dorvan::SharedPtr<DdsTextureData> dds = loadDds(resource);
+    if (!dds)
+        return 0;
+    if (!mInitialized)
+        initialize();
+    while (ilGetError() != IL_NO_ERROR) {
+    }
+    const TextureInfo& info = dds->getTextureInfo();
+    ILuint image = 0;
+    ilGenImages(1, &image);
+    ilBindImage(image);
+    // DevIL copies the pixels.
+    ilTexImage(info.getWidth(), info.getHeight(), 1, static_cast<ILubyte>(info.getChannels()),
+               toILFormat(info.getColorFormat()), IL_UNSIGNED_BYTE, const_cast<void*>(dds->getTextureData()));
+    ILenum code = ilGetError();
+    if (code != IL_NO_ERROR) {
+        logErrors(resource, code);
+        ilDeleteImages(1, &image);
+        return 0;
+    }
+    return image;
 }
 
 ILuint DevILTextureSourceLoader::loadImage(const NameMapper::ResourceInfo& resource) {
@@ -256,12 +299,12 @@ ILuint DevILTextureSourceLoader::loadImage(const NameMapper::ResourceInfo& resou
     ILboolean loaded = IL_FALSE;
     ILenum code = IL_NO_ERROR;
     ILenum type = typeOfExtension(resource.mFileType);
-    if ((type == IL_PNG && !pngChunksFit(path)) || (type == IL_JPG && !jpegSegmentsFit(path)) ||
-        (type == IL_DDS && !ddsSizeFits(path))) {
+    if ((type == IL_PNG && !pngChunksFit(path)) || (type == IL_JPG && !jpegSegmentsFit(path))) {
         std::ifstream exists(path, std::ios::binary);
         code = exists ? IL_INVALID_FILE_HEADER : IL_COULD_NOT_OPEN_FILE;
     } else {
-        loaded = ilLoadImage(path.c_str());
+        // By the type the loader chose: DevIL never picks another reader from the content.
+        loaded = ilLoad(type, path.c_str());
         code = ilGetError();
     }
     if (code == IL_NO_ERROR && !loaded)
@@ -290,6 +333,8 @@ ILuint DevILTextureSourceLoader::loadImage(const NameMapper::ResourceInfo& resou
 }
 
 Dorvan::SharedPtr<TextureSource> DevILTextureSourceLoader::load(const NameMapper::ResourceInfo& resource) {
+    if (typeOfExtension(resource.mFileType) == IL_DDS)
+        return loadDds(resource);
     ILuint image = loadImage(resource);
     if (!image)
         return Dorvan::SharedPtr<TextureSource>();
@@ -300,7 +345,8 @@ Dorvan::SharedPtr<TextureSource> DevILTextureSourceLoader::load(const NameMapper
                                                                 const TextureInfo& info) {
     if (!canDeliver(info))
         return Dorvan::SharedPtr<TextureSource>();
-    ILuint image = loadImage(resource);
+    ILuint image =
+        typeOfExtension(resource.mFileType) == IL_DDS ? loadDdsImage(resource) : loadImage(resource);
     if (!image)
         return Dorvan::SharedPtr<TextureSource>();
     ILenum format = info.getColorFormat() == Color::None ? ilGetInteger(IL_IMAGE_FORMAT)

@@ -131,53 +131,70 @@ void GLGeometryRenderer::setupVertexArrays(VertexDataSet* set, std::int64_t stam
     if (set == mArraySet)
         return;
     mArraySet = set;
-    const bool bufferable = set->isBufferable();
-    const bool buffers = mContext->usesVertexBuffers();
+    setupPositionArray(*set, stamp);
+    setupColorArrays(*set, stamp);
+    setupNormalArray(*set, stamp);
+    setupFogCoordinateArray(*set, stamp);
+}
+
+const void* GLGeometryRenderer::placeArray(VertexDataSet& set, Part part, const void* pointer,
+                                           std::int64_t stamp) {
     // Uploads into a buffer object when it can, else points at the client memory with
     // no array buffer bound (a stale binding would turn the pointer into an offset).
-    auto place = [&](Part part, const void* pointer) -> const void* {
-        if (bufferable && mContext->updateVertexBuffer(*set, part, stamp))
-            return nullptr;
-        if (buffers)
-            glBindBuffer(GL_ARRAY_BUFFER, 0);
-        return pointer;
-    };
+    if (set.isBufferable() && mContext->updateVertexBuffer(set, part, stamp))
+        return nullptr;
+    if (mContext->usesVertexBuffers())
+        glBindBuffer(GL_ARRAY_BUFFER, 0);
+    return pointer;
+}
 
-    const void* pointer = set->getVertices();
+void GLGeometryRenderer::setupPositionArray(VertexDataSet& set, std::int64_t stamp) {
+    const void* pointer = set.getVertices();
     mContext->setClientStateEnabled(GL_VERTEX_ARRAY, pointer != nullptr);
-    if (pointer) {
-        pointer = place(Part::Vertex, pointer);
-        glVertexPointer(set->getNumVertex(), mContext->toGLType(set->getVertexType()),
-                        set->getStride(Part::Vertex), pointer);
-    }
+    if (pointer)
+        glVertexPointer(set.getNumVertex(), mContext->toGLType(set.getVertexType()),
+                        set.getStride(Part::Vertex), placeArray(set, Part::Vertex, pointer, stamp));
+}
 
-    pointer = set->getColor();
+void GLGeometryRenderer::setupColorArrays(VertexDataSet& set, std::int64_t stamp) {
+    const void* pointer = set.getColor();
     mContext->setClientStateEnabled(GL_COLOR_ARRAY, pointer != nullptr);
-    if (pointer) {
-        pointer = place(Part::Color, pointer);
-        glColorPointer(set->getNumColor(), mContext->toGLType(set->getColorType()),
-                       set->getStride(Part::Color), pointer);
-    }
+    if (pointer)
+        glColorPointer(set.getNumColor(), mContext->toGLType(set.getColorType()), set.getStride(Part::Color),
+                       placeArray(set, Part::Color, pointer, stamp));
 
-    pointer = set->getNormals();
+    pointer = set.getSecondaryColor();
+    const bool secondary = pointer != nullptr;
+    mContext->setClientStateEnabled(GL_SECONDARY_COLOR_ARRAY, secondary);
+    // Off without the array: the current secondary colour is whatever the last array
+    // left. Lit faces take their secondary colour from the lighting instead.
+    mContext->setEnabled(GL_COLOR_SUM, secondary);
+    if (secondary)
+        glSecondaryColorPointer(set.getNumSecondaryColor(), mContext->toGLType(set.getSecondaryColorType()),
+                                set.getStride(Part::SecondaryColor),
+                                placeArray(set, Part::SecondaryColor, pointer, stamp));
+}
+
+void GLGeometryRenderer::setupNormalArray(VertexDataSet& set, std::int64_t stamp) {
+    const void* pointer = set.getNormals();
     mContext->setClientStateEnabled(GL_NORMAL_ARRAY, pointer != nullptr);
     if (pointer) {
-        pointer = place(Part::Normal, pointer);
-        glNormalPointer(mContext->toGLType(set->getNormalType()), set->getStride(Part::Normal), pointer);
+        glNormalPointer(mContext->toGLType(set.getNormalType()), set.getStride(Part::Normal),
+                        placeArray(set, Part::Normal, pointer, stamp));
     } else {
         // Without normals a face lights as if it faced its own +Z, not with the
         // normal of whatever was drawn before.
         glNormal3f(0.0f, 0.0f, 1.0f);
     }
+}
 
-    pointer = set->getFogCoordinates();
+void GLGeometryRenderer::setupFogCoordinateArray(VertexDataSet& set, std::int64_t stamp) {
+    const void* pointer = set.getFogCoordinates();
     const bool fogCoordinates = pointer != nullptr;
     mContext->setClientStateEnabled(GL_FOG_COORD_ARRAY, fogCoordinates);
-    if (fogCoordinates) {
-        pointer = place(Part::FogCoordinate, pointer);
-        glFogCoordPointer(mContext->toGLType(set->getFogCoordinateType()),
-                          set->getStride(Part::FogCoordinate), pointer);
-    }
+    if (fogCoordinates)
+        glFogCoordPointer(mContext->toGLType(set.getFogCoordinateType()), set.getStride(Part::FogCoordinate),
+                          placeArray(set, Part::FogCoordinate, pointer, stamp));
     // Fog reads the set's coordinates while it has them, the fragment depth otherwise.
     GLint fogSource = fogCoordinates ? GL_FOG_COORD : GL_FRAGMENT_DEPTH;
     if (fogSource != mFogSource) {

@@ -1,5 +1,6 @@
 #pragma once
 #include "foundation/SharedPtr.h"
+#include "geometry/VertexDataSet.h"
 #include "velun_export.h"
 #include <GL/glew.h>
 #include <cstdint>
@@ -15,7 +16,6 @@ class IndexElement;
 class Material;
 class ObjectNode;
 class RenderSettings;
-class VertexDataSet;
 class VertexElement;
 
 // Turns one Drawable into client-array set-up and draw calls. Lives for one view pass,
@@ -46,6 +46,13 @@ public:
     static GLenum toGLPrimitive(int elementType);
 
 private:
+    const void* placeArray(VertexDataSet& set, VertexDataSet::Part part, const void* pointer,
+                           std::int64_t stamp);
+    void setupPositionArray(VertexDataSet& set, std::int64_t stamp);
+    // Primary and secondary colours; the secondary ones are added to unlit faces.
+    void setupColorArrays(VertexDataSet& set, std::int64_t stamp);
+    void setupNormalArray(VertexDataSet& set, std::int64_t stamp);
+    void setupFogCoordinateArray(VertexDataSet& set, std::int64_t stamp);
     void updatePolygonMode();
     void setupTextures(Dorvan::SharedPtr<Material> const& material, VertexDataSet* set);
 

@@ -2,6 +2,7 @@
 
 #include <GL/glu.h>
 
+#include <initializer_list>
 #include <sstream>
 
 #include "core/TimerManager.h"
@@ -9,6 +10,7 @@
 #include "geometry/Drawable.h"
 #include "geometry/VertexDataSet.h"
 #include "material/Material.h"
+#include "plugins/render/opengl/GLError.h"
 #include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/GLSceneManager.h"
 #include "scene/ObjectNode.h"
@@ -18,11 +20,7 @@ namespace Velun {
 
 namespace {
 
-void logGLError(std::string const& prefix, GLenum code) {
-    std::ostringstream text;
-    text << prefix << gluErrorString(code);
-    VelunCore::getLogger("glmaterialmanager")->error(text.str());
-}
+const char* const kChannel = "glmaterialmanager";
 
 void sendMaterialColor(GLenum name, Color const& color) {
     GLfloat const values[] = {color.r, color.g, color.b, color.a};
@@ -73,6 +71,109 @@ const GLenum kCubeFaces[] = {GL_TEXTURE_CUBE_MAP_POSITIVE_X, GL_TEXTURE_CUBE_MAP
                              GL_TEXTURE_CUBE_MAP_POSITIVE_Z, GL_TEXTURE_CUBE_MAP_NEGATIVE_Z};
 
 const GLenum kTextureTargets[] = {GL_TEXTURE_1D, GL_TEXTURE_2D, GL_TEXTURE_3D, GL_TEXTURE_CUBE_MAP};
+
+// Filters, mipmap levels, wrap modes and border colour of the bound texture.
+void sendSampling(GLenum target, Texture const& texture) {
+    glTexParameteri(target, GL_TEXTURE_MIN_FILTER, toGLMinFilter(texture));
+    glTexParameteri(target, GL_TEXTURE_MAG_FILTER,
+                    texture.getMagFilter() == Texture::Nearest ? GL_NEAREST : GL_LINEAR);
+    if (texture.getMinFilter() == Texture::MipMap) {
+        glTexParameteri(target, GL_TEXTURE_BASE_LEVEL, static_cast<GLint>(texture.getMinMipMapLevel()));
+        glTexParameteri(target, GL_TEXTURE_MAX_LEVEL, static_cast<GLint>(texture.getMaxMipMapLevel()));
+    }
+    GLenum const wraps[] = {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T, GL_TEXTURE_WRAP_R};
+    unsigned int const channels = texture.getChannels();
+    for (unsigned int channel = 0; channel < channels && channel < 3; ++channel)
+        glTexParameteri(target, wraps[channel], toGLWrap(texture.getWrapMode(channel, 0)));
+    Color const& border = texture.getBorderColor();
+    GLfloat const borderColor[] = {border.r, border.g, border.b, border.a};
+    glTexParameterfv(target, GL_TEXTURE_BORDER_COLOR, borderColor);
+}
+
+// The modes GL has an environment mode of its own for; 0 for the others (Inherit
+// keeps what the unit has, the rest are combinations).
+GLfloat toGLEnvMode(Texture::TexMode mode) {
+    switch (mode) {
+    case Texture::Modulate:
+        return GL_MODULATE;
+    case Texture::Replace:
+        return GL_REPLACE;
+    case Texture::Blend:
+        return GL_BLEND;
+    case Texture::Add:
+        return GL_ADD;
+    case Texture::Decal:
+        return GL_DECAL;
+    default:
+        return 0;
+    }
+}
+
+// A combiner argument: where the value comes from and which part of it is taken.
+struct Argument {
+    GLfloat source;
+    GLfloat operand;
+};
+
+void combineRgb(GLfloat function, std::initializer_list<Argument> arguments) {
+    setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
+    setEnv(GL_COMBINE_RGB, function);
+    int n = 0;
+    for (Argument const& argument : arguments)
+        setRgbArgument(n++, argument.source, argument.operand);
+}
+
+void combineAlpha(GLfloat function, std::initializer_list<Argument> arguments) {
+    setEnv(GL_COMBINE_ALPHA, function);
+    int n = 0;
+    for (Argument const& argument : arguments)
+        setAlphaArgument(n++, argument.source, argument.operand);
+}
+
+// The combiner set-up of the modes that mix units, vertex colour or a constant.
+void sendCombination(Texture const& texture, GLenum previousUnit) {
+    Argument const texel{GL_TEXTURE, GL_SRC_COLOR};
+    Argument const texelAlpha{GL_TEXTURE, GL_SRC_ALPHA};
+    Argument const previous{GL_PREVIOUS, GL_SRC_COLOR};
+    Argument const previousAlpha{GL_PREVIOUS, GL_SRC_ALPHA};
+    switch (texture.getTexMode()) {
+    case Texture::PassPrevious:
+        combineRgb(GL_REPLACE, {previous});
+        combineAlpha(GL_REPLACE, {previousAlpha});
+        break;
+    case Texture::ModulateColor:
+        combineRgb(GL_MODULATE, {texel, previous});
+        combineAlpha(GL_REPLACE, {previousAlpha});
+        break;
+    case Texture::InterpolateByTexture:
+        // Blends the unit before this one with the result so far, by this texture.
+        combineRgb(GL_INTERPOLATE, {{static_cast<GLfloat>(previousUnit), GL_SRC_COLOR}, previous, texel});
+        break;
+    case Texture::InterpolateByVertexAlpha:
+        combineRgb(GL_INTERPOLATE, {texel, previous, {GL_PRIMARY_COLOR, GL_SRC_ALPHA}});
+        combineAlpha(GL_REPLACE, {texelAlpha});
+        break;
+    case Texture::InterpolateByNextAlpha:
+        // The unit after this one (previous + 2) holds the mask.
+        combineRgb(GL_INTERPOLATE, {texel, previous, {static_cast<GLfloat>(previousUnit + 2), GL_SRC_ALPHA}});
+        combineAlpha(GL_REPLACE, {texelAlpha});
+        break;
+    case Texture::InterpolateByTextureAlpha:
+        combineRgb(GL_INTERPOLATE, {texel, previous, texelAlpha});
+        combineAlpha(GL_INTERPOLATE, {texelAlpha, previousAlpha, texelAlpha});
+        break;
+    case Texture::ModulateConstant: {
+        Color const constant = texture.getConstantColor();
+        GLfloat const color[] = {constant.r, constant.g, constant.b, constant.a};
+        glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, color);
+        combineRgb(GL_MODULATE, {texel, {GL_CONSTANT, GL_SRC_COLOR}});
+        combineAlpha(GL_MODULATE, {texelAlpha, {GL_CONSTANT, GL_SRC_ALPHA}});
+        break;
+    }
+    default:
+        break;
+    }
+}
 
 }  // namespace
 
@@ -333,7 +434,7 @@ bool GLMaterialManager::updateTextureData(GLenum target, Texture& texture, bool 
 
     GLenum const code = glGetError();
     if (code != GL_NO_ERROR) {
-        logGLError("GL Error while updating texture data: ", code);
+        logGLError(kChannel, "GL Error while updating texture data: ", code);
         return false;
     }
     return true;
@@ -370,125 +471,26 @@ void GLMaterialManager::loadTextureData(GLenum target, TextureSource& source, un
     mContext->countTextureLoad();
     GLenum const code = glGetError();
     if (code != GL_NO_ERROR)
-        logGLError("GL Error while loading texture data: ", code);
+        logGLError(kChannel, "GL Error while loading texture data: ", code);
 }
 
 void GLMaterialManager::updateTextureParameters(GLenum target, Texture& texture, GLenum previousUnit) {
-    glTexParameteri(target, GL_TEXTURE_MIN_FILTER, toGLMinFilter(texture));
-    glTexParameteri(target, GL_TEXTURE_MAG_FILTER,
-                    texture.getMagFilter() == Texture::Nearest ? GL_NEAREST : GL_LINEAR);
-    if (texture.getMinFilter() == Texture::MipMap) {
-        glTexParameteri(target, GL_TEXTURE_BASE_LEVEL, static_cast<GLint>(texture.getMinMipMapLevel()));
-        glTexParameteri(target, GL_TEXTURE_MAX_LEVEL, static_cast<GLint>(texture.getMaxMipMapLevel()));
-    }
-    unsigned int const channels = texture.getChannels();
-    if (channels > 0)
-        glTexParameteri(target, GL_TEXTURE_WRAP_S, toGLWrap(texture.getWrapMode(0, 0)));
-    if (channels > 1)
-        glTexParameteri(target, GL_TEXTURE_WRAP_T, toGLWrap(texture.getWrapMode(1, 0)));
-    if (channels > 2)
-        glTexParameteri(target, GL_TEXTURE_WRAP_R, toGLWrap(texture.getWrapMode(2, 0)));
-    Color const& border = texture.getBorderColor();
-    GLfloat const borderColor[] = {border.r, border.g, border.b, border.a};
-    glTexParameterfv(target, GL_TEXTURE_BORDER_COLOR, borderColor);
+    sendSampling(target, texture);
     GLenum code = glGetError();
     if (code != GL_NO_ERROR) {
-        logGLError("GL Error while updating Texture parameter: ", code);
+        logGLError(kChannel, "GL Error while updating Texture parameter: ", code);
         return;
     }
-
     Texture::TexMode const mode = texture.getTexMode();
-    GLfloat const previous = static_cast<GLfloat>(previousUnit);
-    switch (mode) {
-    case Texture::Modulate:
-        setEnv(GL_TEXTURE_ENV_MODE, GL_MODULATE);
-        break;
-    case Texture::Replace:
-        setEnv(GL_TEXTURE_ENV_MODE, GL_REPLACE);
-        break;
-    case Texture::Blend:
-        setEnv(GL_TEXTURE_ENV_MODE, GL_BLEND);
-        break;
-    case Texture::Add:
-        setEnv(GL_TEXTURE_ENV_MODE, GL_ADD);
-        break;
-    case Texture::Decal:
-        setEnv(GL_TEXTURE_ENV_MODE, GL_DECAL);
-        break;
-    case Texture::Inherit:
-        break;
-    case Texture::PassPrevious:
-        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-        setEnv(GL_COMBINE_RGB, GL_REPLACE);
-        setRgbArgument(0, GL_PREVIOUS, GL_SRC_COLOR);
-        setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
-        setAlphaArgument(0, GL_PREVIOUS, GL_SRC_ALPHA);
-        break;
-    case Texture::ModulateColor:
-        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-        setEnv(GL_COMBINE_RGB, GL_MODULATE);
-        setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
-        setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
-        setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
-        setAlphaArgument(0, GL_PREVIOUS, GL_SRC_ALPHA);
-        break;
-    case Texture::InterpolateByTexture:
-        // Blends the unit before this one with the result so far, by this texture.
-        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-        setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
-        setRgbArgument(0, previous, GL_SRC_COLOR);
-        setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
-        setRgbArgument(2, GL_TEXTURE, GL_SRC_COLOR);
-        break;
-    case Texture::InterpolateByVertexAlpha:
-        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-        setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
-        setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
-        setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
-        setRgbArgument(2, GL_PRIMARY_COLOR, GL_SRC_ALPHA);
-        setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
-        setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
-        break;
-    case Texture::InterpolateByNextAlpha:
-        // The unit after this one (previous + 2) holds the mask.
-        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-        setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
-        setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
-        setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
-        setRgbArgument(2, static_cast<GLfloat>(previousUnit + 2), GL_SRC_ALPHA);
-        setEnv(GL_COMBINE_ALPHA, GL_REPLACE);
-        setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
-        break;
-    case Texture::InterpolateByTextureAlpha:
-        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-        setEnv(GL_COMBINE_RGB, GL_INTERPOLATE);
-        setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
-        setRgbArgument(1, GL_PREVIOUS, GL_SRC_COLOR);
-        setRgbArgument(2, GL_TEXTURE, GL_SRC_ALPHA);
-        setEnv(GL_COMBINE_ALPHA, GL_INTERPOLATE);
-        setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
-        setAlphaArgument(1, GL_PREVIOUS, GL_SRC_ALPHA);
-        setAlphaArgument(2, GL_TEXTURE, GL_SRC_ALPHA);
-        break;
-    case Texture::ModulateConstant: {
-        Color const constant = texture.getConstantColor();
-        GLfloat const color[] = {constant.r, constant.g, constant.b, constant.a};
-        glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, color);
-        setEnv(GL_TEXTURE_ENV_MODE, GL_COMBINE);
-        setEnv(GL_COMBINE_RGB, GL_MODULATE);
-        setRgbArgument(0, GL_TEXTURE, GL_SRC_COLOR);
-        setRgbArgument(1, GL_CONSTANT, GL_SRC_COLOR);
-        setEnv(GL_COMBINE_ALPHA, GL_MODULATE);
-        setAlphaArgument(0, GL_TEXTURE, GL_SRC_ALPHA);
-        setAlphaArgument(1, GL_CONSTANT, GL_SRC_ALPHA);
-        break;
-    }
-    }
+    if (GLfloat const simple = toGLEnvMode(mode))
+        setEnv(GL_TEXTURE_ENV_MODE, simple);
+    else
+        sendCombination(texture, previousUnit);
     code = glGetError();
     if (code != GL_NO_ERROR) {
         std::ostringstream prefix;
         prefix << "GL Error while updating Texture mode [" << static_cast<int>(mode) << "]: ";
-        logGLError(prefix.str(), code);
+        logGLError(kChannel, prefix.str(), code);
     }
 }
 

@@ -1,16 +1,16 @@
 #include "plugins/render/opengl/GLObjectRenderer.h"
 
+#include <algorithm>
+
 #include "core/TimerManager.h"
 #include "core/VelunCore.h"
 #include "geometry/Drawable.h"
 #include "material/Material.h"
+#include "plugins/render/opengl/GLError.h"
 #include "plugins/render/opengl/GLMaterialManager.h"
 #include "plugins/render/opengl/GLSceneManager.h"
 #include "scene/Node.h"
 #include "scene/ObjectNode.h"
-#include <GL/glu.h>
-#include <algorithm>
-#include <sstream>
 
 namespace Velun {
 
@@ -66,11 +66,8 @@ void GLObjectRenderer::renderDrawable(Drawable* drawable, ObjectNode* object) {
     mSceneManager->setWorldTransformation(node->getTransformedNode().getWorldTransformation());
     mGeometryRenderer.drawDrawable(drawable, object, mStamp);
     GLenum code = glGetError();
-    if (code != GL_NO_ERROR) {
-        std::ostringstream text;
-        text << "GL Error: " << gluErrorString(code);
-        VelunCore::getLogger("render.opengl.GLObjectRenderer")->error(text.str());
-    }
+    if (code != GL_NO_ERROR)
+        logGLError("render.opengl.GLObjectRenderer", "GL Error: ", code);
 }
 
 }  // namespace Velun

@@ -1,11 +1,8 @@
 #include "plugins/render/opengl/GLRenderContext.h"
 
-#include <GL/glu.h>
-
-#include <sstream>
-
 #include "core/ResourceManager.h"
 #include "core/VelunCore.h"
+#include "plugins/render/opengl/GLError.h"
 #include "plugins/render/opengl/GLRenderEngine.h"
 #include "texture/Texture.h"
 #include "texture/TextureInfo.h"
@@ -14,11 +11,45 @@ namespace Velun {
 
 namespace {
 
-void logGLError(char const* prefix, GLenum code) {
-    std::ostringstream text;
-    text << prefix << gluErrorString(code);
-    VelunCore::getLogger("glrendercontext")->error(text.str());
+using Part = VertexDataSet::Part;
+
+// Where an attribute's values lie in a set and how many bytes they take.
+struct AttributeArray {
+    void const* data;
+    unsigned int size;
+};
+
+AttributeArray findAttribute(VertexDataSet const& set, Part part) {
+    unsigned int const count = set.getCount();
+    switch (part) {
+    case Part::Vertex:
+        return {set.getVertices(), DataType::getSize(set.getVertexType()) * set.getNumVertex() * count};
+    case Part::Color:
+        return {set.getColor(), DataType::getSize(set.getColorType()) * set.getNumColor() * count};
+    case Part::SecondaryColor:
+        return {set.getSecondaryColor(),
+                DataType::getSize(set.getSecondaryColorType()) * set.getNumSecondaryColor() * count};
+    case Part::Normal:
+        return {set.getNormals(), DataType::getSize(set.getNormalType()) * 3 * count};
+    case Part::FogCoordinate:
+        return {set.getFogCoordinates(), DataType::getSize(set.getFogCoordinateType()) * count};
+    case Part::TexCoordinate:
+        // All layers share one buffer, addressed from layer 0.
+        return {set.getTexCoordinates(0), DataType::getSize(set.getTexCoordinateType(0)) *
+                                              set.getNumTexCoord(0) * set.getNumTexLayer() * count};
+    }
+    return {nullptr, 0};
 }
+
+// Indexed by Part.
+char const* const kLoadErrors[] = {
+    "GL Error while loading buffer: ",
+    "GL Error while loading color buffer: ",
+    "GL Error while loading secondary color buffer: ",
+    "GL Error while loading normal buffer: ",
+    "GL Error while loading fog coord buffer: ",
+    "GL Error while loading tex coord buffer: ",
+};
 
 // Sets made outside a context have nobody to ask whether GL is usable; they delete
 // their names only when GL has been set up in this process.
@@ -35,20 +66,26 @@ void deleteBuffersDirectly(unsigned int const* names, unsigned int count) {
 
 GLRenderContext* GLRenderContext::sCurrent = nullptr;
 
-GLRenderContext::DataIdSet::DataIdSet(unsigned int providerId)
-    : ResourceData(providerId), mVertexBuffer(0), mColorBuffer(0), mNormalBuffer(0), mTexCoordBuffer(0),
-      mFogCoordBuffer(0), mSecondaryColorBuffer(0), mVertexStamp(0), mColorStamp(0), mNormalStamp(0),
-      mTexCoordStamp(0), mFogCoordStamp(0), mSecondaryColorStamp(0), mOwner(nullptr) {}
+GLRenderContext::DataIdSet::DataIdSet(unsigned int providerId) : ResourceData(providerId), mOwner(nullptr) {}
 
 GLRenderContext::DataIdSet::~DataIdSet() {
-    unsigned int const names[] = {mVertexBuffer,   mColorBuffer,    mNormalBuffer,
-                                  mTexCoordBuffer, mFogCoordBuffer, mSecondaryColorBuffer};
+    unsigned int names[kPartCount];
+    unsigned int const count = collectBuffers(names);
     if (GLRenderContext* owner = mOwner) {
         owner->forgetDataIdSet(this);
-        owner->releaseBuffers(names, 6);
+        owner->releaseBuffers(names, count);
     } else {
-        deleteBuffersDirectly(names, 6);
+        deleteBuffersDirectly(names, count);
     }
+}
+
+unsigned int GLRenderContext::DataIdSet::collectBuffers(unsigned int* names) const {
+    unsigned int count = 0;
+    for (Entry const& entry : mEntries) {
+        if (entry.mBuffer != 0)
+            names[count++] = entry.mBuffer;
+    }
+    return count;
 }
 
 GLRenderContext::IndexIdSet::IndexIdSet(unsigned int providerId, unsigned int bufferId, std::int64_t stamp)
@@ -236,102 +273,62 @@ bool GLRenderContext::loadAttribute(unsigned int& bufferId, void const* data, un
         bufferId = createBuffer(size, data, bufferId);
     GLenum code = glGetError();
     if (code != GL_NO_ERROR) {
-        logGLError(errorPrefix, code);
+        logGLError("glrendercontext", errorPrefix, code);
         return false;
     }
     return true;
 }
 
-bool GLRenderContext::updateVertexBuffer(VertexDataSet& set, VertexDataSet::Part part, std::int64_t stamp) {
-    if (!mUseVertexBuffers)
-        return false;
+GLRenderContext::DataIdSet& GLRenderContext::findOrMakeDataIdSet(VertexDataSet& set) {
     DataIdSet* ids = static_cast<DataIdSet*>(set.getResourceData(mProviderId));
     if (!ids) {
         ids = new DataIdSet(mProviderId);
         set.setResourceData(*ids);
         adopt(ids);
     }
-    unsigned int const count = set.getCount();
-    unsigned int* buffer = nullptr;
-    std::int64_t* attributeStamp = nullptr;
-    void const* data = nullptr;
-    unsigned int size = 0;
-    char const* prefix = nullptr;
-    switch (part) {
-    case VertexDataSet::Part::Vertex:
-        buffer = &ids->mVertexBuffer;
-        attributeStamp = &ids->mVertexStamp;
-        data = set.getVertices();
-        size = DataType::getSize(set.getVertexType()) * set.getNumVertex() * count;
-        prefix = "GL Error while loading buffer: ";
-        break;
-    case VertexDataSet::Part::Color:
-        buffer = &ids->mColorBuffer;
-        attributeStamp = &ids->mColorStamp;
-        data = set.getColor();
-        size = DataType::getSize(set.getColorType()) * set.getNumColor() * count;
-        prefix = "GL Error while loading color buffer: ";
-        break;
-    case VertexDataSet::Part::SecondaryColor:
-        buffer = &ids->mSecondaryColorBuffer;
-        attributeStamp = &ids->mSecondaryColorStamp;
-        data = set.getSecondaryColor();
-        size = DataType::getSize(set.getSecondaryColorType()) * set.getNumSecondaryColor() * count;
-        prefix = "GL Error while loading secondary color buffer: ";
-        break;
-    case VertexDataSet::Part::Normal:
-        buffer = &ids->mNormalBuffer;
-        attributeStamp = &ids->mNormalStamp;
-        data = set.getNormals();
-        size = DataType::getSize(set.getNormalType()) * count * 3;
-        prefix = "GL Error while loading normal buffer: ";
-        break;
-    case VertexDataSet::Part::FogCoordinate:
-        buffer = &ids->mFogCoordBuffer;
-        attributeStamp = &ids->mFogCoordStamp;
-        data = set.getFogCoordinates();
-        size = DataType::getSize(set.getFogCoordinateType()) * count;
-        prefix = "GL Error while loading fog coord buffer: ";
-        break;
-    case VertexDataSet::Part::TexCoordinate:
-        // All layers share one buffer, addressed from layer 0.
-        buffer = &ids->mTexCoordBuffer;
-        attributeStamp = &ids->mTexCoordStamp;
-        data = set.getTexCoordinates(0);
-        size = DataType::getSize(set.getTexCoordinateType(0)) * set.getNumTexCoord(0) * set.getNumTexLayer() *
-               count;
-        prefix = "GL Error while loading tex coord buffer: ";
-        break;
-    default:
+    return *ids;
+}
+
+bool GLRenderContext::updateVertexBuffer(VertexDataSet& set, Part part, std::int64_t stamp) {
+    if (!mUseVertexBuffers || static_cast<unsigned int>(part) >= DataIdSet::kPartCount)
         return false;
-    }
-    bool const changed = set.hasChanged(*attributeStamp);
-    if (!loadAttribute(*buffer, data, size, changed, prefix))
+    DataIdSet::Entry& entry = findOrMakeDataIdSet(set).entry(part);
+    AttributeArray const array = findAttribute(set, part);
+    bool const changed = set.hasChanged(entry.mStamp);
+    if (!loadAttribute(entry.mBuffer, array.data, array.size, changed,
+                       kLoadErrors[static_cast<unsigned int>(part)]))
         return false;
-    *attributeStamp = stamp;
+    entry.mStamp = stamp;
     return true;
 }
 
 bool GLRenderContext::updateIndexBuffer(IndexDataSet& set, std::int64_t stamp) {
-    if (!mUseIndexBuffers)
+    void const* indices = set.getIndexList();
+    if (!mUseIndexBuffers || !indices)
         return false;
-    unsigned int const size = DataType::getSize(set.getIndexType()) * set.getCount();
     IndexIdSet* ids = static_cast<IndexIdSet*>(set.getResourceData(mProviderId));
     if (!ids) {
-        unsigned int id = 0;
-        glGenBuffers(1, &id);
-        glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, id);
-        glBufferData(GL_ELEMENT_ARRAY_BUFFER, size, set.getIndexList(), GL_STATIC_DRAW);
-        ++mBufferLoads;
-        ids = new IndexIdSet(mProviderId, id, stamp);
+        ids = new IndexIdSet(mProviderId, 0, stamp);
         set.setResourceData(*ids);
         adopt(ids);
-        return true;
     }
+    // As for vertex buffers: a name the driver no longer knows is filled again.
+    bool const known = ids->mBufferId != 0 && glIsBuffer(ids->mBufferId);
+    if (ids->mBufferId == 0)
+        glGenBuffers(1, &ids->mBufferId);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, ids->mBufferId);
-    if (set.hasChanged(ids->mTimeStamp)) {
-        glBufferData(GL_ELEMENT_ARRAY_BUFFER, size, set.getIndexList(), GL_STATIC_DRAW);
+    if (!known || set.hasChanged(ids->mTimeStamp)) {
+        glBufferData(GL_ELEMENT_ARRAY_BUFFER, DataType::getSize(set.getIndexType()) * set.getCount(), indices,
+                     GL_STATIC_DRAW);
         ++mBufferLoads;
+    }
+    GLenum const code = glGetError();
+    if (code != GL_NO_ERROR) {
+        logGLError("glrendercontext", "GL Error while loading index buffer: ", code);
+        // The next draw starts again from a fresh name rather than a half-loaded one.
+        releaseBuffers(&ids->mBufferId, 1);
+        ids->mBufferId = 0;
+        return false;
     }
     ids->mTimeStamp = stamp;
     return true;
@@ -360,11 +357,8 @@ unsigned int GLRenderContext::getBufferCount() const {
     unsigned int count = 0;
     for (ResourceData* data : mIdSets) {
         if (DataIdSet* ids = dynamic_cast<DataIdSet*>(data)) {
-            unsigned int const names[] = {ids->mVertexBuffer,   ids->mColorBuffer,
-                                          ids->mNormalBuffer,   ids->mTexCoordBuffer,
-                                          ids->mFogCoordBuffer, ids->mSecondaryColorBuffer};
-            for (unsigned int name : names)
-                count += name != 0 ? 1 : 0;
+            unsigned int names[DataIdSet::kPartCount];
+            count += ids->collectBuffers(names);
         } else if (IndexIdSet* ids = dynamic_cast<IndexIdSet*>(data)) {
             count += ids->mBufferId != 0 ? 1 : 0;
         }

@@ -31,53 +31,35 @@ class TextureInfo;
 // context deletes every name it still holds when it ends.
 class VELUN_EXPORT GLRenderContext : public RenderContext {
 public:
-    // Buffer names and upload stamps of one vertex data set in one context.
+    // Buffer names and upload stamps of one vertex data set in one context, one entry per
+    // attribute.
     class VELUN_EXPORT DataIdSet : public ResourceData {
     public:
         explicit DataIdSet(unsigned int providerId);
         ~DataIdSet() override;
 
-        unsigned int getVertexBuffer() const { return mVertexBuffer; }
-        void setVertexBuffer(unsigned int id) { mVertexBuffer = id; }
-        unsigned int getColorBuffer() const { return mColorBuffer; }
-        void setColorBuffer(unsigned int id) { mColorBuffer = id; }
-        unsigned int getNormalBuffer() const { return mNormalBuffer; }
-        void setNormalBuffer(unsigned int id) { mNormalBuffer = id; }
-        unsigned int getTexCoordBuffer() const { return mTexCoordBuffer; }
-        void setTexCoordBuffer(unsigned int id) { mTexCoordBuffer = id; }
-        unsigned int getFogCoordBuffer() const { return mFogCoordBuffer; }
-        void setFogCoordBuffer(unsigned int id) { mFogCoordBuffer = id; }
-        unsigned int getSecondaryColorBuffer() const { return mSecondaryColorBuffer; }
-        void setSecondaryColorBuffer(unsigned int id) { mSecondaryColorBuffer = id; }
-
-        std::int64_t getVertexStamp() const { return mVertexStamp; }
-        void setVertexStamp(std::int64_t stamp) { mVertexStamp = stamp; }
-        std::int64_t getColorStamp() const { return mColorStamp; }
-        void setColorStamp(std::int64_t stamp) { mColorStamp = stamp; }
-        std::int64_t getNormalStamp() const { return mNormalStamp; }
-        void setNormalStamp(std::int64_t stamp) { mNormalStamp = stamp; }
-        std::int64_t getTexCoordStamp() const { return mTexCoordStamp; }
-        void setTexCoordStamp(std::int64_t stamp) { mTexCoordStamp = stamp; }
-        std::int64_t getFogCoordStamp() const { return mFogCoordStamp; }
-        void setFogCoordStamp(std::int64_t stamp) { mFogCoordStamp = stamp; }
-        std::int64_t getSecondaryColorStamp() const { return mSecondaryColorStamp; }
-        void setSecondaryColorStamp(std::int64_t stamp) { mSecondaryColorStamp = stamp; }
+        // The buffer holding an attribute, 0 before its first upload.
+        unsigned int getBuffer(VertexDataSet::Part part) const { return entry(part).mBuffer; }
+        void setBuffer(VertexDataSet::Part part, unsigned int id) { entry(part).mBuffer = id; }
+        // The frame stamp of the attribute's last upload or check, 0 before the first.
+        std::int64_t getStamp(VertexDataSet::Part part) const { return entry(part).mStamp; }
 
     private:
         friend class GLRenderContext;
 
-        unsigned int mVertexBuffer;
-        unsigned int mColorBuffer;
-        unsigned int mNormalBuffer;
-        unsigned int mTexCoordBuffer;
-        unsigned int mFogCoordBuffer;
-        unsigned int mSecondaryColorBuffer;
-        std::int64_t mVertexStamp;
-        std::int64_t mColorStamp;
-        std::int64_t mNormalStamp;
-        std::int64_t mTexCoordStamp;
-        std::int64_t mFogCoordStamp;
-        std::int64_t mSecondaryColorStamp;
+        struct Entry {
+            unsigned int mBuffer = 0;
+            std::int64_t mStamp = 0;
+        };
+        static const unsigned int kPartCount = 6;
+
+        Entry& entry(VertexDataSet::Part part) { return mEntries[static_cast<unsigned int>(part)]; }
+        const Entry& entry(VertexDataSet::Part part) const {
+            return mEntries[static_cast<unsigned int>(part)];
+        }
+        unsigned int collectBuffers(unsigned int* names) const;
+
+        Entry mEntries[kPartCount];
         GLRenderContext* mOwner;
     };
 
@@ -202,6 +184,7 @@ private:
     void releaseBuffers(unsigned int const* names, unsigned int count);
     void releaseTexture(unsigned int name);
     void deletePending();
+    DataIdSet& findOrMakeDataIdSet(VertexDataSet& set);
     bool loadAttribute(unsigned int& bufferId, void const* data, unsigned int size, bool changed,
                        char const* errorPrefix);
 

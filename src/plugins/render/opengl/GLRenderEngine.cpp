@@ -61,11 +61,13 @@ void GLRenderEngine::shutdown() {
     mInitialized = false;
 }
 
-void GLRenderEngine::renderTarget(RenderTarget* target, GLRenderContext* context, int width, int height) {
+unsigned int GLRenderEngine::renderTarget(RenderTarget* target, GLRenderContext* context, int width,
+                                          int height) {
     GLViewportRenderer renderer(context);
     if (target)
         renderer.renderTarget(*target, width, height);
     glFlush();
+    return renderer.getDrawCallCount();
 }
 
 }  // namespace Velun

@@ -34,7 +34,8 @@ public:
     bool isInitialized() const { return mInitialized; }
 
     // Draws every viewport of the target into the current window of `context`.
-    void renderTarget(RenderTarget* target, GLRenderContext* context, int width, int height);
+    // Returns the draw calls issued.
+    unsigned int renderTarget(RenderTarget* target, GLRenderContext* context, int width, int height);
 
     GLRenderEngine(GLRenderEngine const&) = delete;
     GLRenderEngine& operator=(GLRenderEngine const&) = delete;

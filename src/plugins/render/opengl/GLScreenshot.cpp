@@ -1,21 +1,27 @@
 #include "plugins/render/opengl/GLScreenshot.h"
 
+#include <IL/il.h>
+#include <IL/ilu.h>
+
+#include <cstring>
+#include <sstream>
+
 #include "core/VelunCore.h"
 #include "plugins/loader/devil/DevILSession.h"
+#include "plugins/render/opengl/GLError.h"
 #include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/GLRenderEngine.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
 #include "render/RenderTarget.h"
-#include <GL/glu.h>
-#include <IL/il.h>
-#include <IL/ilu.h>
-#include <cstring>
-#include <sstream>
 
 namespace Velun {
 
 namespace {
-void logError(std::string const& text) { VelunCore::getLogger("render.opengl.GLScreenshot")->error(text); }
+
+const char* const kChannel = "render.opengl.GLScreenshot";
+
+void logError(std::string const& text) { VelunCore::getLogger(kChannel)->error(text); }
+
 }  // namespace
 
 bool GLScreenshot::readPixels(GLenum buffer, int x, int y, int width, int height,
@@ -43,9 +49,7 @@ bool GLScreenshot::readPixels(GLenum buffer, int x, int y, int width, int height
     if (packBuffer)
         glBindBuffer(GL_PIXEL_PACK_BUFFER, packBuffer);
     if (code != GL_NO_ERROR) {
-        std::ostringstream text;
-        text << "GL Error while reading pixels: " << gluErrorString(code);
-        logError(text.str());
+        logGLError(kChannel, "GL Error while reading pixels: ", code);
         return false;
     }
     // GL counts rows from the bottom, image files from the top.

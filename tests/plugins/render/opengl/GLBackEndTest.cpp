@@ -146,8 +146,8 @@ TEST_F(GLRenderContextTest, AGLErrorInALoadStepIsLoggedAndTheCallerFallsBackToCl
     glBindBuffer(GL_ARRAY_BUFFER, immutable);
     glBufferStorage(GL_ARRAY_BUFFER, 64, nullptr, 0);
     ASSERT_EQ(GLenum(GL_NO_ERROR), glGetError());
-    unsigned int const original = ids(data)->getVertexBuffer();
-    ids(data)->setVertexBuffer(immutable);
+    unsigned int const original = ids(data)->getBuffer(VertexDataSet::Part::Vertex);
+    ids(data)->setBuffer(VertexDataSet::Part::Vertex, immutable);
 
     data.setModified();
     std::int64_t const stamp = data.getModifiedTimestamp() + 1;
@@ -155,12 +155,12 @@ TEST_F(GLRenderContextTest, AGLErrorInALoadStepIsLoggedAndTheCallerFallsBackToCl
     EXPECT_FALSE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, stamp));
     ASSERT_EQ(1u, log.mLines.size());
     EXPECT_EQ("glrendercontext: GL Error while loading buffer: invalid operation", log.mLines[0]);
-    EXPECT_EQ(1, ids(data)->getVertexStamp());
+    EXPECT_EQ(1, ids(data)->getStamp(VertexDataSet::Part::Vertex));
     // The draw goes on from the client pointer.
     EXPECT_NE(nullptr, data.getVertices());
     EXPECT_EQ(GLenum(GL_NO_ERROR), glGetError());
 
-    ids(data)->setVertexBuffer(original);
+    ids(data)->setBuffer(VertexDataSet::Part::Vertex, original);
     glDeleteBuffers(1, &immutable);
 }
 
@@ -179,7 +179,7 @@ TEST_F(GLRenderContextTest, DestroyedDataTakesItsGLObjectsWithIt) {
         ASSERT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1));
         ASSERT_TRUE(context->updateIndexBuffer(indices, 1));
         context->bindTexture(GL_TEXTURE_2D, texture, 1);
-        buffer = ids(data)->getVertexBuffer();
+        buffer = ids(data)->getBuffer(VertexDataSet::Part::Vertex);
         index = static_cast<GLRenderContext::IndexIdSet*>(indices.getResourceData(context->getProviderId()))
                     ->getBufferId();
         textureName =
@@ -484,7 +484,7 @@ TEST_F(GLSDLRenderWindowTest, DestroyingTheWindowDeletesItsGLObjects) {
     ASSERT_TRUE(context->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1));
     auto* ids = static_cast<GLRenderContext::DataIdSet*>(data.getResourceData(context->getProviderId()));
     ASSERT_NE(nullptr, ids);
-    unsigned int const buffer = ids->getVertexBuffer();
+    unsigned int const buffer = ids->getBuffer(VertexDataSet::Part::Vertex);
     ASSERT_TRUE(glIsBuffer(buffer));
 
     unsigned int const provider = context->getProviderId();
@@ -500,4 +500,35 @@ TEST_F(GLSDLRenderWindowTest, DestroyingTheWindowDeletesItsGLObjects) {
     EXPECT_NE(provider, secondContext->getProviderId());
     EXPECT_TRUE(secondContext->updateVertexBuffer(data, VertexDataSet::Part::Vertex, 1));
     EXPECT_EQ(1u, secondContext->getBufferLoadCount());
+}
+
+TEST_F(GLRenderContextTest, AnIndexBufferIsRefilledWhenLostAndLeftToClientMemoryOnError) {
+    IndexData indices;
+    indices.initialize(3, 3);
+    for (unsigned int i : {4u, 5u, 6u})
+        indices.addIndex(i);
+    ASSERT_TRUE(context->updateIndexBuffer(indices, 1));
+    auto* set = static_cast<GLRenderContext::IndexIdSet*>(indices.getResourceData(context->getProviderId()));
+    unsigned int const name = set->getBufferId();
+    glDeleteBuffers(1, &name);
+    EXPECT_TRUE(context->updateIndexBuffer(indices, 2));
+    EXPECT_EQ(name, set->getBufferId());
+    unsigned int stored[3] = {};
+    glGetBufferSubData(GL_ELEMENT_ARRAY_BUFFER, 0, sizeof stored, stored);
+    EXPECT_EQ(6u, stored[2]);
+
+    // A buffer with immutable storage refuses glBufferData.
+    unsigned int immutable = 0;
+    glGenBuffers(1, &immutable);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, immutable);
+    glBufferStorage(GL_ELEMENT_ARRAY_BUFFER, 4, nullptr, 0);
+    set->setBufferId(immutable);
+    indices.setModified();
+    log.mLines.clear();
+    EXPECT_FALSE(context->updateIndexBuffer(indices, indices.getModifiedTimestamp() + 1));
+    ASSERT_EQ(1u, log.mLines.size());
+    EXPECT_EQ("glrendercontext: GL Error while loading index buffer: invalid operation", log.mLines[0]);
+    EXPECT_FALSE(glIsBuffer(immutable));
+    EXPECT_TRUE(context->updateIndexBuffer(indices, indices.getModifiedTimestamp() + 2));
+    glDeleteBuffers(1, &name);
 }

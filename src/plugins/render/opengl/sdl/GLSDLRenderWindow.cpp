@@ -80,8 +80,9 @@ GLRenderContext* GLSDLRenderWindow::getGLRenderContext() {
 void GLSDLRenderWindow::drawTarget() {
     Dorvan::SharedPtr<RenderTarget> target = getRenderTarget();
     if (target) {
-        mEngine->renderTarget(target.get(), mRenderContext, getWidth(), getHeight());
+        setDrawCallCount(mEngine->renderTarget(target.get(), mRenderContext, getWidth(), getHeight()));
     } else {
+        setDrawCallCount(0);
         glViewport(0, 0, getWidth(), getHeight());
         glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
         glClear(GL_COLOR_BUFFER_BIT);

@@ -1,0 +1,7 @@
+#include "sound/SoundChannel.h"
+
+namespace Velun {
+
+SoundChannel::~SoundChannel() {}
+
+}  // namespace Velun

@@ -1,0 +1,7 @@
+#include "sound/SoundEngine.h"
+
+namespace Velun {
+
+SoundEngine::~SoundEngine() {}
+
+}  // namespace Velun

@@ -1,0 +1,7 @@
+#include "sound/SoundSource.h"
+
+namespace Velun {
+
+SoundSource::~SoundSource() {}
+
+}  // namespace Velun

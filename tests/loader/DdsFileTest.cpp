@@ -1,0 +1,272 @@
+#include "plugins/loader/devil/DdsFile.h"
+
+#include <cstdint>
+#include <cstring>
+#include <fstream>
+
+#include "loader/EngineFixture.h"
+#include "plugins/loader/devil/DdsTextureData.h"
+#include "plugins/loader/devil/DevILTextureSourceLoader.h"
+
+using namespace Velun;
+
+namespace {
+
+struct PixelFormat {
+    const char* name;
+    std::uint32_t flags;  // 0x4 four-character code, 0x40 RGB, 0x20000 luminance, 0x1 alpha
+    std::uint32_t bits;
+    std::uint32_t masks[4];
+};
+
+const PixelFormat kFormats[] = {
+    {"DXT1", 0x4, 0, {}},
+    {"DXT3", 0x4, 0, {}},
+    {"DXT5", 0x4, 0, {}},
+    {"rgb24", 0x40, 24, {0xFF0000, 0xFF00, 0xFF, 0}},
+    {"rgba32", 0x41, 32, {0xFF, 0xFF00, 0xFF0000, 0xFF000000}},
+    {"r5g6b5", 0x40, 16, {0xF800, 0x7E0, 0x1F, 0}},
+    {"l8", 0x20000, 8, {0xFF, 0, 0, 0}},
+    {"l8a8", 0x20001, 16, {0xFF, 0, 0, 0xFF00}},
+};
+
+struct Rgba {
+    int r, g, b, a;
+    bool operator==(const Rgba& o) const { return r == o.r && g == o.g && b == o.b && a == o.a; }
+};
+
+void put32(std::vector<unsigned char>& bytes, std::size_t at, std::uint32_t value) {
+    for (int i = 0; i < 4; ++i)
+        bytes[at + i] = static_cast<unsigned char>(value >> (8 * i));
+}
+
+std::vector<unsigned char> header(const PixelFormat& format, unsigned int width, unsigned int height,
+                                  unsigned int levels, bool cube) {
+    std::vector<unsigned char> bytes(128, 0);
+    std::memcpy(bytes.data(), "DDS ", 4);
+    put32(bytes, 4, 124);
+    put32(bytes, 8, 0x1007 | 0x20000);
+    put32(bytes, 12, height);
+    put32(bytes, 16, width);
+    put32(bytes, 28, levels);
+    put32(bytes, 76, 32);
+    put32(bytes, 80, format.flags);
+    if (format.flags & 0x4)
+        std::memcpy(&bytes[84], format.name, 4);
+    put32(bytes, 88, format.bits);
+    for (int c = 0; c < 4; ++c)
+        put32(bytes, 92 + 4 * c, format.masks[c]);
+    put32(bytes, 112, cube ? 0xFE00 : 0);
+    return bytes;
+}
+
+// Appends a surface of one colour in `format`.
+void appendSolid(std::vector<unsigned char>& bytes, const PixelFormat& format, unsigned int width,
+                 unsigned int height, Rgba colour) {
+    if (format.flags & 0x4) {
+        unsigned int c565 = (colour.r >> 3) << 11 | (colour.g >> 2) << 5 | colour.b >> 3;
+        unsigned char low = static_cast<unsigned char>(c565), high = static_cast<unsigned char>(c565 >> 8);
+        std::vector<unsigned char> block = {low, high, low, high, 0, 0, 0, 0};
+        if (format.name[3] == '3')
+            block.insert(block.begin(), 8, static_cast<unsigned char>((colour.a >> 4) * 17));
+        if (format.name[3] == '5')
+            block.insert(block.begin(), {static_cast<unsigned char>(colour.a), 0, 0, 0, 0, 0, 0, 0});
+        for (unsigned int i = 0; i < ((width + 3) / 4) * ((height + 3) / 4); ++i)
+            bytes.insert(bytes.end(), block.begin(), block.end());
+        return;
+    }
+    const int values[4] = {colour.r, colour.g, colour.b, colour.a};
+    std::uint32_t pixel = 0;
+    for (int c = 0; c < 4; ++c) {
+        std::uint32_t mask = format.masks[c];
+        if (mask)
+            pixel |= static_cast<std::uint32_t>(values[c] * (std::uint64_t(mask) / (mask & -mask)) / 255) *
+                     (mask & -mask);
+    }
+    for (unsigned int i = 0; i < width * height; ++i) {
+        for (unsigned int b = 0; b < format.bits / 8; ++b)
+            bytes.push_back(static_cast<unsigned char>(pixel >> (8 * b)));
+    }
+}
+
+Rgba texel(const TextureSource& image, unsigned int x, unsigned int y) {
+    const unsigned char* p = static_cast<const unsigned char*>(image.getPixel(x, y, 0));
+    switch (image.getTextureInfo().getChannels()) {
+    case 1:
+        return {p[0], p[0], p[0], 255};
+    case 3:
+        return {p[0], p[1], p[2], 255};
+    default:
+        return {p[0], p[1], p[2], p[3]};
+    }
+}
+
+const Rgba kColours[] = {{255, 0, 0, 136}, {0, 255, 0, 255}, {0, 0, 255, 136}, {255, 255, 255, 255}};
+
+// What a format keeps of a colour.
+Rgba kept(const PixelFormat& format, Rgba colour) {
+    bool alpha =
+        (format.flags & 0x1) || !std::strcmp(format.name, "DXT3") || !std::strcmp(format.name, "DXT5");
+    if (format.flags & 0x20000)
+        colour.g = colour.b = colour.r;
+    if (!alpha)
+        colour.a = 255;
+    return colour;
+}
+
+}  // namespace
+
+TEST(DdsFileTest, ReadsEveryFormatWithItsLevelsAndFaces) {
+    struct Shape {
+        unsigned int width, height, levels;
+        bool cube;
+    };
+    const Shape shapes[] = {{5, 3, 3, false}, {4, 4, 3, true}};
+    for (const PixelFormat& format : kFormats) {
+        for (const Shape& shape : shapes) {
+            SCOPED_TRACE(std::string(format.name) + (shape.cube ? " cube" : " 2D"));
+            std::vector<unsigned char> bytes =
+                header(format, shape.width, shape.height, shape.levels, shape.cube);
+            unsigned int faces = shape.cube ? 6 : 1;
+            for (unsigned int face = 0; face < faces; ++face) {
+                for (unsigned int level = 0; level < shape.levels; ++level)
+                    appendSolid(bytes, format, std::max(1u, shape.width >> level),
+                                std::max(1u, shape.height >> level), kColours[(face + level) % 4]);
+            }
+            DdsFile file;
+            ASSERT_TRUE(file.read(bytes.data(), bytes.size())) << file.getError();
+            ASSERT_EQ(faces, file.getFaceCount());
+            ASSERT_EQ(shape.levels, file.getLevelCount());
+            for (unsigned int face = 0; face < faces; ++face) {
+                for (unsigned int level = 0; level < shape.levels; ++level) {
+                    const TextureSource& surface = *file.getSurface(face, level);
+                    unsigned int w = std::max(1u, shape.width >> level),
+                                 h = std::max(1u, shape.height >> level);
+                    ASSERT_EQ(w, surface.getTextureInfo().getWidth());
+                    ASSERT_EQ(h, surface.getTextureInfo().getHeight());
+                    Rgba expected = kept(format, kColours[(face + level) % 4]);
+                    EXPECT_TRUE(expected == texel(surface, 0, 0)) << face << "/" << level;
+                    EXPECT_TRUE(expected == texel(surface, w - 1, h - 1)) << face << "/" << level;
+                }
+            }
+        }
+    }
+}
+
+TEST(DdsFileTest, DecodesEveryBlockPalette) {
+    struct Case {
+        const char* format;
+        std::vector<unsigned char> blocks;
+        Rgba expected[4];  // the first row
+    };
+    const unsigned char white[] = {0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0};
+    auto withWhite = [&white](std::vector<unsigned char> alpha) {
+        alpha.insert(alpha.end(), white, white + 8);
+        return alpha;
+    };
+    const Case cases[] = {
+        // Red over blue: four colours; blue over red: three and transparent black.
+        {"DXT1",
+         {0x00, 0xF8, 0x1F, 0x00, 0xE4, 0, 0, 0},
+         {{255, 0, 0, 255}, {0, 0, 255, 255}, {170, 0, 85, 255}, {85, 0, 170, 255}}},
+        {"DXT1",
+         {0x1F, 0x00, 0x00, 0xF8, 0xE4, 0, 0, 0},
+         {{0, 0, 255, 255}, {255, 0, 0, 255}, {127, 0, 127, 255}, {0, 0, 0, 0}}},
+        {"DXT3",
+         withWhite({0x50, 0xFA, 0, 0, 0, 0, 0, 0}),
+         {{255, 255, 255, 0}, {255, 255, 255, 85}, {255, 255, 255, 170}, {255, 255, 255, 255}}},
+        // Indices 0, 1, 2, 3 over eight alphas, then over six and the two extremes.
+        {"DXT5",
+         withWhite({255, 0, 0x88, 0x06, 0, 0, 0, 0}),
+         {{255, 255, 255, 255}, {255, 255, 255, 0}, {255, 255, 255, 218}, {255, 255, 255, 182}}},
+        {"DXT5",
+         withWhite({0, 255, 0x88, 0x06, 0, 0, 0, 0}),
+         {{255, 255, 255, 0}, {255, 255, 255, 255}, {255, 255, 255, 51}, {255, 255, 255, 102}}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.format);
+        PixelFormat format = {c.format, 0x4, 0, {}};
+        std::vector<unsigned char> bytes = header(format, 4, 4, 1, false);
+        bytes.insert(bytes.end(), c.blocks.begin(), c.blocks.end());
+        DdsFile file;
+        ASSERT_TRUE(file.read(bytes.data(), bytes.size())) << file.getError();
+        for (unsigned int x = 0; x < 4; ++x)
+            EXPECT_TRUE(c.expected[x] == texel(*file.getSurface(0, 0), x, 0)) << x;
+    }
+}
+
+class DdsLoaderTest : public EngineFixture {
+protected:
+    // Writes `bytes` below textures/ and loads them, returning the lines logged.
+    std::string loadDamaged(const std::string& name, const std::vector<unsigned char>& bytes) {
+        std::ofstream((mDirectory / "textures" / name).string(), std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+        DevILTextureSourceLoader loader;
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(loader.load(NameMapper::ResourceInfo(name, ".\\textures\\" + name, "dds")));
+        return testing::internal::GetCapturedStderr();
+    }
+};
+
+TEST_F(DdsLoaderTest, DamagedFilesGiveOneLineAndNothing) {
+    const PixelFormat& dxt1 = kFormats[0];
+    std::vector<unsigned char> cube = header(dxt1, 4, 4, 3, true);
+    cube.resize(128 + 6 * 3 * 8, 0);
+    for (unsigned int surface = 0; surface < 18; ++surface) {
+        std::vector<unsigned char> cut(cube.begin(), cube.begin() + 128 + surface * 8 + 3);
+        std::string line = "the file ends inside face " + std::to_string(surface / 3) + " level " +
+                           std::to_string(surface % 3) + ": it needs 8 bytes, 3 are left";
+        EXPECT_EQ("Error opening .\\textures\\cut.dds: " + line + "\n", loadDamaged("cut.dds", cut));
+    }
+
+    struct Damage {
+        std::size_t at;
+        std::uint32_t value;
+        const char* line;
+    };
+    const Damage damages[] = {
+        {0, 0x20534444 + 1, "not a DDS file"},
+        {4, 100, "the header or pixel format has a wrong size field"},
+        {8, 0x1006, "the header flags 0x1006 do not announce size and pixel format"},
+        {16, 0, "the size 0x4 is outside 1 to 16384"},
+        {12, 16385, "the size 4x16385 is outside 1 to 16384"},
+        {28, 4, "the file announces 4 mipmap levels, but a 4x4 image has 3"},
+        {84, 0x32545844, "the compression \"DXT2\" is not read"},
+        {112, 0x3E00, "a cube map needs six square faces"},
+        {112, 0x200000, "volume textures are not read"},
+        // Uncompressed layouts whose masks DevIL's own reader trusted.
+        {80, 0x40, "the pixel format (flags 0x40, 0 bits) is not RGB, RGBA or luminance with fitting masks"},
+    };
+    for (const Damage& damage : damages) {
+        SCOPED_TRACE(damage.line);
+        std::vector<unsigned char> bytes = cube;
+        put32(bytes, damage.at, damage.value);
+        EXPECT_EQ(std::string("Error opening .\\textures\\bad.dds: ") + damage.line + "\n",
+                  loadDamaged("bad.dds", bytes));
+    }
+    PixelFormat wide = {"rgb", 0x40, 16, {0xF800, 0x7E0, 0x1F0000, 0}};
+    EXPECT_EQ(
+        "Error opening .\\textures\\mask.dds: the pixel format (flags 0x40, 16 bits) is not RGB, RGBA or "
+        "luminance with fitting masks\n",
+        loadDamaged("mask.dds", header(wide, 1, 1, 1, false)));
+}
+
+TEST_F(DdsLoaderTest, HandsOutEveryLevelOrTheRequestedDescription) {
+    DevILTextureSourceLoader loader;
+    Dorvan::SharedPtr<TextureSource> source =
+        loader.load(NameMapper::ResourceInfo("quads.dds", ".\\textures\\quads.dds", "dds"));
+    auto* dds = dynamic_cast<DdsTextureData*>(source.get());
+    ASSERT_NE(nullptr, dds);
+    ASSERT_EQ(5u, dds->getLevelCount());
+    EXPECT_EQ(1u, dds->getSurface(0, 4)->getTextureInfo().getWidth());
+    EXPECT_FALSE(dds->getSurface(1, 0));
+
+    TextureInfo wanted(8, 8, 1, DataType::UnsignedByte, Color::Bgr);
+    Dorvan::SharedPtr<TextureSource> converted =
+        loader.load(NameMapper::ResourceInfo("quads-dxt1.dds", ".\\textures\\quads-dxt1.dds", "dds"), wanted);
+    ASSERT_TRUE(converted);
+    EXPECT_EQ(wanted, converted->getTextureInfo());
+    // Bytes in Bgr order: red top left, blue bottom left.
+    EXPECT_TRUE((Rgba{0, 0, 255, 255}) == texel(*converted, 1, 1));
+    EXPECT_TRUE((Rgba{255, 0, 0, 255}) == texel(*converted, 1, 6));
+}

@@ -1,0 +1,220 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <vector>
+
+#include "particle/LinearForceModel.h"
+#include "particle/ParticleEngine.h"
+#include "particle/PointEmitter.h"
+#include "particle/RotateForceModel.h"
+#include "support/EngineClock.h"
+
+using Dorvan::SharedPtr;
+using Dorvan::TVector;
+using Velun::LinearForceModel;
+using Velun::ParticleData;
+using Velun::ParticleEngine;
+using Velun::PointEmitter;
+using Velun::RotateForceModel;
+
+namespace {
+
+typedef TVector<float, 3> Vec;
+
+const std::int64_t kStart = 1000;
+const int kFrameMs = 16;
+
+class ParticleEngineTest : public ::testing::Test {
+protected:
+    ParticleEngineTest() { mClock.setTime(kStart); }
+
+    // Initialised and started at kStart with the given strategies (either may be null).
+    void begin(SharedPtr<ParticleEngine::Emitter> emitter, SharedPtr<ParticleEngine::ForceModel> forces) {
+        mEngine.setEmitter(emitter);
+        mEngine.setForceModel(forces);
+        mEngine.initialize();
+        mEngine.start();
+    }
+    // Frames of kFrameMs after kStart; returns the time of the last.
+    std::int64_t run(int frames) {
+        std::int64_t now = kStart;
+        for (int i = 0; i < frames; ++i)
+            mEngine.update(now += kFrameMs);
+        return now;
+    }
+    ParticleData& data() { return mEngine.getParticleData(); }
+
+    VelunTest::EngineClock mClock;
+    ParticleEngine mEngine;
+};
+
+struct MotionCase {
+    const char* name;
+    Vec force, start, velocity;
+};
+const MotionCase kMotions[] = {
+    {"gravity", Vec(0, -9.81f, 0), Vec(1, 2, 3), Vec(1, 5, 0)},
+    {"no force", Vec(0, 0, 0), Vec(0, 0, 0), Vec(2, 0, -1)},
+    {"every axis", Vec(3, -1, 0.5f), Vec(-4, 0, 1), Vec(0, 0, 0)},
+};
+
+TEST_F(ParticleEngineTest, ConstantForceOverFrameStepsFollowsSemiImplicitEuler) {
+    for (MotionCase const& c : kMotions) {
+        SCOPED_TRACE(c.name);
+        SharedPtr<LinearForceModel> forces(new LinearForceModel());
+        forces->setExtForce(c.force);
+        begin(SharedPtr<ParticleEngine::Emitter>(), forces);
+        data().addParticle(c.start, 0);
+        data().setVelocity(c.velocity);
+        run(60);
+        // v_n = v0 + n a dt, and each step moves by the new velocity.
+        const float dt = 0.016f, n = 60;
+        data().setParticle(0);
+        for (int axis = 0; axis < 3; ++axis) {
+            float expected =
+                c.start[axis] + n * c.velocity[axis] * dt + c.force[axis] * dt * dt * n * (n + 1) / 2;
+            EXPECT_NEAR(data().getPosition()[axis], expected, 1e-4f);
+            EXPECT_NEAR(data().getVelocity()[axis], c.velocity[axis] + n * c.force[axis] * dt, 1e-4f);
+        }
+    }
+}
+
+TEST_F(ParticleEngineTest, RotationKeepsRadiusAndSpeedAndLeavesTheCentreAlone) {
+    SharedPtr<RotateForceModel> forces(new RotateForceModel());
+    forces->setCenter(Vec(1, 0, 0));
+    begin(SharedPtr<ParticleEngine::Emitter>(), forces);
+    data().addParticle(Vec(3, 0, 0), 0);
+    data().setVelocity(Vec(0, 0, 1));
+    data().addParticle(Vec(1.005f, 0, 0), 0);
+    data().setVelocity(Vec(0, 0, 1));
+    run(60);
+    data().setParticle(0);
+    Vec offset = data().getPosition() - Vec(1, 0, 0);
+    EXPECT_NEAR(offset.length(), 2.0f, 1e-4f);
+    EXPECT_NEAR(data().getVelocity().length(), 1.0f, 1e-4f);
+    EXPECT_GT(data().getPosition()[2], 0.8f) << "moved about 0.96 along the circle";
+    data().setParticle(1);
+    EXPECT_EQ(data().getPosition()[0], 1.005f);
+}
+
+struct RateCase {
+    const char* name;
+    float perSecond;
+    int stepMs, frames;
+    unsigned int expected;
+};
+const RateCase kRates[] = {
+    {"30 per second for 9.6 s", 30, 16, 600, 288},
+    {"fraction carried", 10, 250, 3, 7},
+    {"below one per frame", 50, 16, 60, 48},
+};
+
+TEST_F(ParticleEngineTest, EmissionFollowsTheRateAtAnyFrameStep) {
+    for (RateCase const& c : kRates) {
+        SCOPED_TRACE(c.name);
+        SharedPtr<PointEmitter> emitter(new PointEmitter());
+        emitter->setPointsPerSecond(c.perSecond);
+        emitter->setPointAge(0, 0);
+        begin(emitter, SharedPtr<ParticleEngine::ForceModel>());
+        std::int64_t now = kStart;
+        for (int i = 0; i < c.frames; ++i)
+            mEngine.update(now += c.stepMs);
+        EXPECT_NEAR(double(data().getParticleCount(false)), double(c.expected), 1.0);
+    }
+}
+
+struct LifeCase {
+    const char* name;
+    unsigned int minAge, maxAge;
+    std::int64_t lowest, highest;  // life in ms; -1 for never
+};
+const LifeCase kLives[] = {
+    {"fixed", 500, 500, 500, 500},
+    {"endless", 0, 0, -1, -1},
+    {"wide range", 0, 1000000, 0, 1000000},
+    {"swapped bounds", 800, 200, 200, 800},
+};
+
+TEST_F(ParticleEngineTest, LivesLieWithinTheAgesAndSpreadOverThem) {
+    for (LifeCase const& c : kLives) {
+        SCOPED_TRACE(c.name);
+        SharedPtr<PointEmitter> emitter(new PointEmitter());
+        emitter->setInitPointCount(2000);
+        emitter->setPointAge(c.minAge, c.maxAge);
+        begin(emitter, SharedPtr<ParticleEngine::ForceModel>());
+        std::int64_t lo = c.highest, hi = c.lowest;
+        for (data().setParticle(-1); data().nextParticle();) {
+            std::int64_t death = data().getMaxTime();
+            std::int64_t life = death == 0 ? -1 : death - kStart;
+            lo = std::min(lo, life);
+            hi = std::max(hi, life);
+        }
+        EXPECT_GE(lo, c.lowest);
+        EXPECT_LE(hi, c.highest);
+        EXPECT_GE(hi - lo, (c.highest - c.lowest) * 9 / 10);
+    }
+}
+
+TEST_F(ParticleEngineTest, ParticlesDieAfterTheirTimeAndABurnOutEndsWithTheLast) {
+    for (bool withForces : {true, false}) {
+        SCOPED_TRACE(withForces ? "with a force model" : "without");
+        begin(SharedPtr<ParticleEngine::Emitter>(),
+              withForces ? SharedPtr<ParticleEngine::ForceModel>(new LinearForceModel())
+                         : SharedPtr<ParticleEngine::ForceModel>());
+        data().addParticle(Vec(0, 0, 0), kStart + 500);
+        mEngine.stop(true);
+        mEngine.update(kStart + 500);
+        EXPECT_EQ(data().getParticleCount(false), 1u) << "alive at its death time";
+        EXPECT_TRUE(mEngine.isRunning());
+        mEngine.update(kStart + 501);
+        EXPECT_EQ(data().getParticleCount(false), 0u);
+        EXPECT_FALSE(mEngine.isRunning());
+    }
+}
+
+TEST_F(ParticleEngineTest, NothingRunsBeforeStartAndAStopFreezes) {
+    SharedPtr<PointEmitter> emitter(new PointEmitter());
+    emitter->setPointsPerSecond(1000);
+    mEngine.setEmitter(emitter);
+    mEngine.initialize();
+    run(10);
+    EXPECT_EQ(data().getParticleCount(false), 0u);
+    mEngine.start();
+    mEngine.update(kStart + 100);
+    const unsigned int made = data().getParticleCount(false);
+    EXPECT_EQ(made, 100u);
+    mEngine.stop(false);
+    mEngine.update(kStart + 5000);
+    EXPECT_EQ(data().getParticleCount(false), made) << "frozen: no emission and no ageing";
+}
+
+TEST_F(ParticleEngineTest, RandomCloudsLeaveTheApplicationsRandSequenceAlone) {
+    std::srand(42);
+    std::vector<int> expected;
+    for (int i = 0; i < 5; ++i)
+        expected.push_back(std::rand());
+
+    std::srand(42);
+    SharedPtr<PointEmitter> emitter(new PointEmitter());
+    emitter->setInitPointCount(200);
+    emitter->setUseRandomForce(true);
+    emitter->setPointsPerSecond(500);
+    SharedPtr<LinearForceModel> forces(new LinearForceModel());
+    forces->setRandomForce(Vec(1, 1, 1));
+    begin(emitter, forces);
+    int below = 0, above = 0;
+    for (data().setParticle(-1); data().nextParticle();)
+        (data().getVelocity()[0] < 0 ? below : above) += 1;
+    run(30);
+    mEngine.initialize();
+
+    std::vector<int> after;
+    for (int i = 0; i < 5; ++i)
+        after.push_back(std::rand());
+    EXPECT_EQ(after, expected);
+    EXPECT_GT(below, 60) << "random start velocities are symmetric";
+    EXPECT_GT(above, 60);
+}
+
+}  // namespace

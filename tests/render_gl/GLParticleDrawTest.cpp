@@ -1,0 +1,82 @@
+#include "particle/LinearForceModel.h"
+#include "particle/ParticleEngine.h"
+#include "plugins/render/opengl/GLRenderContext.h"
+#include "support/GLDrawFixture.h"
+
+namespace RenderGLTest {
+namespace {
+
+typedef Dorvan::TVector<float, 3> Vec;
+
+// Clouds drawn as white point sprites, seen by the fixture's camera (fovY 90) in the
+// plane z = -5, where x from -5 to 5 spans the picture.
+class GLParticleDrawTest : public GLDrawTest {
+protected:
+    void SetUp() override {
+        GLDrawTest::SetUp();
+        mEngine.setForceModel(SharedPtr<Velun::ParticleEngine::ForceModel>(new Velun::LinearForceModel()));
+        mEngine.initialize();
+        mEngine.start();
+        addViewport(addCamera());
+        SharedPtr<Velun::Material> sprites = colorMaterial(Velun::Color(1, 1, 1));
+        sprites->setUsePointSprites(true);
+        sprites->setSpriteSize(8.0f);
+        Velun::GeometryObject& object = own(new Velun::GeometryObject());
+        Velun::GeometrySubobject* cloud = new Velun::GeometrySubobject();
+        cloud->setGeometry(mEngine.getParticleData().getGeometryData(), 0);
+        object.addSubobject(*cloud);
+        object.setDefaultMaterial(0, sprites);
+        root().attachChild(object);
+    }
+
+    void add(float x, float vx, std::int64_t death) {
+        mEngine.getParticleData().addParticle(Vec(x, 0, -5), death);
+        mEngine.getParticleData().setVelocity(Vec(vx, 0, 0));
+    }
+    // The cloud's update and the picture, 20 ms on.
+    void step() {
+        mEngine.update(mTime + 20);
+        frame();
+    }
+    bool lit(float x) const { return pixel(int(32 + x * 6.4f), Height / 2).g > 128; }
+    // Sprites along the middle row: runs of lit pixels.
+    int sprites() const {
+        int runs = 0;
+        for (int x = 1; x < Width; ++x)
+            runs += pixel(x, Height / 2).g > 128 && pixel(x - 1, Height / 2).g <= 128;
+        return runs;
+    }
+
+    Velun::ParticleEngine mEngine;
+};
+
+TEST_F(GLParticleDrawTest, EachLivingParticleIsOneSprite) {
+    add(-3, 0, 0);
+    add(0, 0, mTime + 30);
+    add(3, 0, 0);
+    step();
+    savePicture("particles_three");
+    EXPECT_EQ(sprites(), 3);
+    EXPECT_TRUE(lit(0));
+    step();
+    EXPECT_EQ(sprites(), 2) << "the middle one died";
+    EXPECT_FALSE(lit(0));
+    EXPECT_TRUE(lit(-3) && lit(3));
+}
+
+TEST_F(GLParticleDrawTest, AMovingCloudIsDrawnWhereItIsNow) {
+    ASSERT_TRUE(sWindow->getGLRenderContext()->usesVertexBuffers());
+    add(-14, 300, 0);  // 6 units per frame
+    step();
+    EXPECT_EQ(sprites(), 0) << "first box outside the view";
+    step();
+    EXPECT_TRUE(lit(-2)) << "moved out of its first box into the view";
+    EXPECT_EQ(sprites(), 1);
+    step();
+    savePicture("particles_moved");
+    EXPECT_FALSE(lit(-2));
+    EXPECT_TRUE(lit(4)) << "the buffer follows the positions";
+}
+
+}  // namespace
+}  // namespace RenderGLTest

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <vector>
+
+#include "foundation/CowMemPtr.h"
+#include "scene/SceneFixture.h"
+#include "terrain/Terrain.h"
+#include "terrain/TerrainTile.h"
+#include "texture/TextureData.h"
+
+namespace TerrainTest {
+
+using Dorvan::SharedPtr;
+
+// A width x height image of `channels` components of type T (row 0 first).
+template <class T>
+SharedPtr<Velun::TextureSource> makeImage(unsigned int width, unsigned int height, unsigned int channels,
+                                          std::vector<T> const& values) {
+    Velun::TextureInfo info;
+    info.setWidth(width);
+    info.setHeight(height);
+    info.setDepth(1);
+    info.setDataType(sizeof(T) == 1 ? Velun::DataType::UnsignedByte : Velun::DataType::UnsignedShort);
+    info.setChannels(channels);
+    if (channels == 1)
+        info.setColorFormat(Velun::Color::Luminance);
+    else if (channels == 3)
+        info.setColorFormat(Velun::Color::Rgb);
+    Dorvan::CowMemPtr<void> data;
+    if (!values.empty()) {
+        data.alloc(values.size() * sizeof(T));
+        std::memcpy(data.get(), values.data(), values.size() * sizeof(T));
+    }
+    return SharedPtr<Velun::TextureSource>(new Velun::TextureData(info, data));
+}
+
+inline SharedPtr<Velun::TextureSource> grey(unsigned int size, std::vector<unsigned char> const& values) {
+    return makeImage<unsigned char>(size, size, 1, values);
+}
+
+using SceneTest::EngineTest;
+
+}  // namespace TerrainTest

@@ -1,0 +1,152 @@
+#include <vector>
+
+#include "plugins/render/opengl/GLViewRenderer.h"
+#include "scene/View.h"
+#include "support/GLDrawFixture.h"
+#include "terrain/Terrain.h"
+#include "terrain/TerrainTile.h"
+
+namespace RenderGLTest {
+
+using Velun::Terrain;
+
+// A uniform width x width RGB image.
+SharedPtr<Velun::TextureSource> image(unsigned int width, std::vector<unsigned char> const& rgb) {
+    Velun::TextureInfo info(width, width, 1, Velun::DataType::UnsignedByte,
+                            rgb.size() == width * width ? Velun::Color::Luminance : Velun::Color::Rgb);
+    Dorvan::CowMemPtr<void> data;
+    data.alloc(rgb.size());
+    std::copy(rgb.begin(), rgb.end(), static_cast<unsigned char*>(data.get()));
+    return SharedPtr<Velun::TextureSource>(new Velun::TextureData(info, data));
+}
+
+// A 2 x 2 terrain-unit tile of 16 x 16 vertices, 2 x 2 patches, turned to face the
+// camera 2 units away: it fills the middle half of the picture, its x to the right and
+// its z downwards.
+class TerrainDrawTest : public GLDrawTest {
+protected:
+    Terrain::Tile& addTerrain(bool lights = false) {
+        addViewport(addCamera(lights));
+        Velun::TransformationNode& place = own(new Velun::TransformationNode());
+        place.translate(-1, 1, -2, false);
+        place.rotateX(float(M_PI) / 2, true);
+        mPlace = &place;
+        mTerrain = &own(new Terrain(1, 1));
+        mTerrain->initializeTerrain(3, 1, 2.0f);
+        place.setChild(*mTerrain);
+        root().attachChild(place);
+        Terrain::Tile& tile = *mTerrain->getTile(0, 0);
+        tile.setMaxHeight(1.0f);
+        tile.setEnabled(true);
+        return tile;
+    }
+    // Picture pixel of the tile's (u, v).
+    Rgb at(float u, float v) const { return pixel(int(16 + 32 * u), int(16 + 32 * v)); }
+
+    // Draw calls of one pass of the first camera, after an update pass.
+    unsigned int drawCalls() {
+        mScene->getUpdateTraverser()->run(mTime += 20);
+        SharedPtr<Velun::View> view = mCameras.front()->getView(1.0f);
+        Velun::GLViewRenderer pass(sWindow->getGLRenderContext(), view, SharedPtr<Velun::RenderSettings>(),
+                                   view->getFrustrum());
+        pass.traverse();
+        pass.setProjection();
+        pass.setModelview();
+        pass.render();
+        pass.popModelview();
+        return pass.getObjectRenderer().getGeometryRenderer().getDrawCallCount();
+    }
+
+    Velun::TransformationNode* mPlace = nullptr;
+    Terrain* mTerrain = nullptr;
+};
+
+TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatches) {
+    addTerrain().updateTile();
+    frame();
+    savePicture("terrain_flat");
+    // Grey 0.2 at the ground's offset; black background around it.
+    for (int y = 17; y < 47; ++y)
+        for (int x = 17; x < 47; ++x)
+            ASSERT_TRUE(near(pixel(x, y), Rgb{51, 51, 51})) << "(" << x << ", " << y << ")";
+    EXPECT_TRUE(near(pixel(8, 32), Rgb{0, 0, 0}));
+    EXPECT_TRUE(near(pixel(32, 56), Rgb{0, 0, 0}));
+    // One draw per patch in view: moved right, the far column of patches leaves it.
+    EXPECT_EQ(drawCalls(), 4u);
+    mPlace->translate(2.5f, 0, 0, false);
+    EXPECT_EQ(drawCalls(), 2u);
+}
+
+TEST_F(TerrainDrawTest, LayersShowWhereTheirMasksSay) {
+    Terrain::Tile& tile = addTerrain();
+    tile.setColorMap(image(2, {255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255}));
+    tile.setBaseMap(image(2, {255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0}), 1.0f);
+    // Green on the right half, blue on the lower half, the light map halves everything.
+    tile.addTextureLayer(image(2, {0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0}), image(2, {0, 255, 0, 255}),
+                         1.0f);
+    tile.addTextureLayer(image(2, {0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255}), image(2, {0, 0, 255, 255}),
+                         1.0f);
+    tile.setLightMap(image(2, {128, 128, 128, 128}), 1.0f, 0.0f);
+    tile.updateTile();
+    frame();
+    savePicture("terrain_layers");
+    EXPECT_TRUE(near(at(0.25f, 0.25f), Rgb{128, 0, 0}, 6));
+    EXPECT_TRUE(near(at(0.75f, 0.25f), Rgb{0, 128, 0}, 6));
+    EXPECT_TRUE(near(at(0.25f, 0.75f), Rgb{0, 0, 128}, 6));
+    EXPECT_TRUE(near(at(0.75f, 0.75f), Rgb{0, 0, 128}, 6));
+}
+
+TEST_F(TerrainDrawTest, ColourMapIsLit) {
+    Terrain::Tile& tile = addTerrain(true);
+    Velun::TransformationNode& place = own(new Velun::TransformationNode());
+    Velun::Light& light = own(new Velun::Light());
+    light.setLightType(Velun::Light::Directional);
+    place.setChild(light);
+    root().attachChild(place);
+    tile.setColorMap(image(2, {128, 102, 0, 128, 102, 0, 128, 102, 0, 128, 102, 0}));
+    tile.updateTile();
+    frame();
+    savePicture("terrain_lit");
+    // The vertex colour is ambient and diffuse: 0.2 global and 0.2 light ambient, plus the
+    // head-on diffuse light.
+    EXPECT_TRUE(near(at(0.5f, 0.5f), Rgb{toByte(1.4f * 128 / 255), toByte(1.4f * 102 / 255), 0}, 4));
+}
+
+TEST_F(TerrainDrawTest, RebuiltTileShowsItsNewHeights) {
+    Terrain::Tile& tile = addTerrain();
+    tile.updateTile();
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{51, 51, 51}));
+    // Raised by one unit towards the camera, and white by height.
+    ASSERT_TRUE(tile.load(image(2, {255, 255, 255, 255})));
+    tile.updateTile();
+    frame();
+    savePicture("terrain_rebuilt");
+    EXPECT_TRUE(near(centre(), Rgb{255, 255, 255}));
+    EXPECT_TRUE(near(pixel(4, 32), Rgb{255, 255, 255}));
+}
+
+TEST_F(TerrainDrawTest, TerrainsComeAndGoWithoutLeftovers) {
+    for (int round = 0; round < 3; ++round) {
+        SCOPED_TRACE(round);
+        Terrain* terrain = new Terrain(2, 1);
+        terrain->initializeTerrain(2, 1, 1.0f);
+        terrain->getTile(1, 0)->setEnabled(true);
+        terrain->getTile(1, 0)->updateTile();
+        Velun::TransformationNode& place = own(new Velun::TransformationNode());
+        place.translate(-1, 0.5f, -1, false);
+        place.rotateX(float(M_PI) / 2, true);
+        place.setChild(*terrain);
+        root().attachChild(place);
+        if (round == 0)
+            addViewport(addCamera());
+        frame();
+        EXPECT_TRUE(near(pixel(48, 16), Rgb{51, 51, 51}));
+        EXPECT_TRUE(near(pixel(16, 16), Rgb{0, 0, 0}));
+        delete terrain;
+        frame();
+        EXPECT_TRUE(near(pixel(48, 16), Rgb{0, 0, 0}));
+    }
+}
+
+}  // namespace RenderGLTest

@@ -1,0 +1,64 @@
+// A water ribbon on screen: attached and drawn while empty, then grown by ten quads and
+// drawn again, blended over a white wall, in an Xvfb window read back.
+
+#include "plugins/render/opengl/GLScreenshot.h"
+#include "support/GLDrawFixture.h"
+#include "water/Water.h"
+
+using RenderGLTest::Rgb;
+
+namespace {
+
+class WaterDrawTest : public RenderGLTest::GLDrawTest {
+protected:
+    // Draws a frame and expects neither a GL error nor a logged line.
+    void drawFrame() {
+        testing::internal::CaptureStderr();
+        frame();
+        EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    }
+};
+
+TEST_F(WaterDrawTest, QuadsAddedAfterEarlierFramesAreDrawnBlended) {
+    addViewport(addCamera());
+    RenderGLTest::QuadSpec wall;
+    wall.x0 = wall.y0 = -20;
+    wall.x1 = wall.y1 = 20;
+    addQuad(root(), 0, 0, -10, wall, RenderGLTest::colorMaterial(Velun::Color(1, 1, 1)));
+    // Turned a quarter about x, the water's y faces the camera and its z runs down the
+    // screen: the ribbon covers x from -3 to 0 and y from 3 to -3 at 5 units away.
+    Velun::TransformationNode& place = own(new Velun::TransformationNode());
+    place.translate(0, 0, -5, false);
+    place.rotateX(float(M_PI / 2), true);
+    Velun::Water& water = own(new Velun::Water());
+    place.setChild(water);
+    root().attachChild(place);
+
+    // 0.88 of the water's colour over 0.12 of white.
+    const Rgb blue{42, 87, 120}, white{255, 255, 255};
+    const struct {
+        const char* name;
+        int x, y;
+        Rgb expected[3];  // empty, after six lines (upper half), after eleven
+    } probes[] = {{"ribbon, upper half", 22, 20, {white, blue, blue}},
+                  {"ribbon, lower half", 22, 44, {white, white, blue}},
+                  {"right of it", 48, 32, {white, white, white}},
+                  {"above it", 22, 6, {white, white, white}},
+                  {"below it", 22, 58, {white, white, white}}};
+    const int linesAfter[3] = {0, 6, 11};
+    for (int step = 0; step < 3; ++step) {
+        // Each later step adds to a ribbon that was drawn already.
+        for (int line = step > 0 ? linesAfter[step - 1] : 0; line < linesAfter[step]; ++line)
+            water.addQuad(Velun::Point(-3, 0, -3 + 0.6f * line), Velun::Point(0, 0, -3 + 0.6f * line), 1.0f);
+        drawFrame();
+        for (auto const& p : probes) {
+            SCOPED_TRACE(testing::Message() << p.name << ", step " << step);
+            EXPECT_TRUE(RenderGLTest::near(pixel(p.x, p.y), p.expected[step]));
+        }
+    }
+    Velun::GLScreenshot::writeImage(std::string(VELUN_BINARY_DIR) + "/water_gl_ribbon.png", Width, Height,
+                                    mPixels);
+}
+
+}  // namespace
