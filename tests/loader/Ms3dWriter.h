@@ -1,9 +1,8 @@
 #pragma once
 
-// Writes Milkshape3D binary files for tests, fuzz seeds and benchmarks: little-endian,
+// Writes Milkshape3D binary files for tests and benchmarks: little-endian,
 // packed, with the sections the loader reads followed by an empty animation part.
 
-#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <fstream>
@@ -151,47 +150,6 @@ inline Triangle triangle(std::uint16_t a, std::uint16_t b, std::uint16_t c) {
 inline Material material(float r, float g, float b, const std::string& texture) {
     Material m = {{r * 0.2f, g * 0.2f, b * 0.2f, 1}, {r, g, b, 1}, {0.5f, 0.5f, 0.5f, 1}, texture};
     return m;
-}
-
-// A grid of `quads` quads per group as `groups` groups over one material: shared
-// vertices, two triangles per quad.
-inline Model grid(unsigned quadsPerGroup, unsigned groups) {
-    Model model;
-    unsigned width = static_cast<unsigned>(std::sqrt(static_cast<double>(quadsPerGroup)));
-    if (width == 0)
-        width = 1;
-    unsigned rows = (quadsPerGroup + width - 1) / width;
-    for (unsigned g = 0; g < groups; ++g) {
-        Group group;
-        group.material = 0;
-        std::size_t base = model.vertices.size();
-        for (unsigned j = 0; j <= rows; ++j)
-            for (unsigned i = 0; i <= width; ++i)
-                model.vertices.push_back({static_cast<float>(i + g * (width + 2)),
-                                          std::sin(0.3f * i) * std::cos(0.2f * j), static_cast<float>(j)});
-        for (unsigned q = 0; q < quadsPerGroup; ++q) {
-            unsigned i = q % width, j = q / width;
-            auto at = [&](unsigned x, unsigned y) {
-                return static_cast<std::uint16_t>(base + y * (width + 1) + x);
-            };
-            Triangle a = triangle(at(i, j), at(i, j + 1), at(i + 1, j));
-            Triangle b = triangle(at(i + 1, j), at(i, j + 1), at(i + 1, j + 1));
-            for (Triangle* t : {&a, &b}) {
-                for (int c = 0; c < 3; ++c) {
-                    t->n[c][0] = 0;
-                    t->n[c][1] = 1;
-                    t->n[c][2] = 0;
-                    t->s[c] = static_cast<float>(i) / width;
-                    t->t[c] = static_cast<float>(j) / rows;
-                }
-                group.triangles.push_back(static_cast<std::uint16_t>(model.triangles.size()));
-                model.triangles.push_back(*t);
-            }
-        }
-        model.groups.push_back(group);
-    }
-    model.materials.push_back(material(0.8f, 0.7f, 0.6f, ""));
-    return model;
 }
 
 inline void save(const std::string& path, const std::vector<unsigned char>& bytes) {

@@ -8,7 +8,7 @@
 #include "loader/EngineFixture.h"
 #include "plugins/loader/devil/DevILPlugin.h"
 #include "plugins/loader/ms3d/Ms3dPlugin.h"
-#include "render_gl/GLDrawFixture.h"
+#include "support/GLDrawFixture.h"
 #include "texture/TextureManager.h"
 
 // Mesa and libX11 keep small allocations of their own until exit.

@@ -173,15 +173,4 @@ TEST_F(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
     turn.detachChild();
 }
 
-TEST_F(FrameTest, WindowWithoutTargetIsOnlyCleared) {
-    RenderManager& render = VelunCore::getSingleton().getRenderManager();
-    render.registerRenderer("test", mEngine);
-    RenderTest::TestRenderWindow* window = static_cast<RenderTest::TestRenderWindow*>(
-        render.createRenderWindow("bare", 320, 200, false, 0, 0, nullptr));
-    window->mAfterRender = stopAfterFrame;
-    mLog.clear();
-    VelunCore::getSingleton().getProcessManager().run(true);
-    EXPECT_EQ((CallLog{"render bare at 0", "clear surface", "swap"}), mLog);
-}
-
 }  // namespace

@@ -1,7 +1,7 @@
-#include "GLDrawFixture.h"
 #include "particle/LinearForceModel.h"
 #include "particle/ParticleEngine.h"
 #include "plugins/render/opengl/GLRenderContext.h"
+#include "support/GLDrawFixture.h"
 
 namespace RenderGLTest {
 namespace {

@@ -1,8 +1,8 @@
 #include <vector>
 
 #include "plugins/render/opengl/GLViewRenderer.h"
-#include "render_gl/GLDrawFixture.h"
 #include "scene/View.h"
+#include "support/GLDrawFixture.h"
 #include "terrain/Terrain.h"
 #include "terrain/TerrainTile.h"
 

@@ -150,48 +150,6 @@ TEST(TextureProxyTest, OneChannelSourcesReadAsGrey) {
     EXPECT_EQ((Bytes{200, 200, 200, 34}), pixel(fromLuminanceAlpha, 0, 0));
 }
 
-TEST(TextureProxyTest, RowsAndSinglePixelsComposeAlike) {
-    std::vector<unsigned char> colours(5 * 3 * 4);
-    for (unsigned int i = 0; i < colours.size(); ++i)
-        colours[i] = static_cast<unsigned char>(i * 37 + 11);
-    std::vector<unsigned char> mask(7 * 2);
-    for (unsigned int i = 0; i < mask.size(); ++i)
-        mask[i] = static_cast<unsigned char>(i * 53);
-    const Color::Format formats[] = {Color::Rgba, Color::Rgb, Color::Luminance, Color::ColorIndex};
-    for (Color::Format format : formats) {
-        Source source = image(5, 3, format, colours);
-        Source alpha = image(7, 2, Color::ColorIndex, mask);
-        Source slowSource(new PixelByPixel(source));
-        for (unsigned int channel : {0u, 3u, 9u}) {
-            TextureProxy fast(source, alpha, 0.7f, 0.1f, channel);
-            TextureProxy slow(slowSource, alpha, 0.7f, 0.1f, channel);
-            ASSERT_EQ(fast.getTextureInfo(), slow.getTextureInfo());
-            EXPECT_EQ(0, std::memcmp(fast.getTextureData(), slow.getTextureData(), 5 * 3 * 4))
-                << "format " << format << ", channel " << channel;
-        }
-    }
-}
-
-TEST(TextureProxyTest, FloatSourcesCompose) {
-    TextureInfo info(1, 1, 1, DataType::Float, Color::Rgb);
-    Dorvan::CowMemPtr<void> values;
-    values.alloc(info.getMemSize());
-    float* f = static_cast<float*>(values.get());
-    f[0] = 0.5f;
-    f[1] = 2.0f;
-    f[2] = -1.0f;
-    TextureProxy proxy(Source(new TextureData(info, values)), Source(), 1.0f, 0.0f, 3);
-    EXPECT_EQ((Bytes{127, 255, 0, 255}), pixel(proxy, 0, 0));
-}
-
-TEST(TextureProxyTest, NullSourceGivesAnEmptyProxy) {
-    TextureProxy proxy(Source(), Source(), 1.0f, 0.0f, 3);
-    EXPECT_EQ(nullptr, proxy.getTextureData());
-    EXPECT_EQ(TextureInfo(), proxy.getTextureInfo());
-    EXPECT_EQ(nullptr, proxy.getPixel(0, 0, 0));
-    EXPECT_FALSE(proxy.copyRect(image(1, 1, Color::Rgba, {1, 2, 3, 4}), 0, 0, 0, 0, 0, 0, 1, 1, 1));
-}
-
 TEST(TextureProxyTest, CanvasCopiesClipAtTheEdgesAndStamp) {
     VelunTest::EngineClock clock;
     TextureProxy canvas(4, 4, Color(0.0f, 0.0f, 0.0f, 0.0f));
@@ -227,15 +185,6 @@ TEST(TextureProxyTest, CanvasCopiesClipAtTheEdgesAndStamp) {
     EXPECT_FALSE(canvas.copyRect(patch, 0, 0, 0, 0, 0, 0, 0, 1, 1));
     EXPECT_FALSE(canvas.copyRect(Source(), 0, 0, 0, 0, 0, 0, 1, 1, 1));
     EXPECT_FALSE(canvas.hasChanged(900));
-}
-
-TEST(TextureProxyTest, CopyOfAnotherFormatChangesNoPixelButStamps) {
-    VelunTest::EngineClock clock;
-    TextureProxy canvas(2, 2, Color(0.0f, 0.0f, 0.0f, 0.0f));
-    clock.setTime(50);
-    EXPECT_TRUE(canvas.copyRect(image(1, 1, Color::Rgb, {9, 9, 9}), 0, 0, 0, 0, 0, 0, 1, 1, 1));
-    EXPECT_EQ((Bytes{0, 0, 0, 0}), pixel(canvas, 0, 0));
-    EXPECT_TRUE(canvas.hasChanged(50));
 }
 
 TEST(TextureProxyTest, BlockShorterThanItsDescriptionReadsBlackBeyondItsEnd) {

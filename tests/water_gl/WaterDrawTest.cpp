@@ -2,7 +2,7 @@
 // drawn again, blended over a white wall, in an Xvfb window read back.
 
 #include "plugins/render/opengl/GLScreenshot.h"
-#include "render_gl/GLDrawFixture.h"
+#include "support/GLDrawFixture.h"
 #include "water/Water.h"
 
 using RenderGLTest::Rgb;

@@ -12,7 +12,6 @@
 #include "core/LogManager.h"
 #include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
-#include "foundation/Logger.h"
 #include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
 #include "render/RenderManager.h"

@@ -11,9 +11,91 @@
 #include "input/InputManager.h"
 #include "input/InputProcessor.h"
 #include "input/InputProvider.h"
+#include "support/Engine.h"
 #include "support/PassRecorder.h"
 
 using namespace Velun;
+
+namespace {
+
+// A key info that counts its destructions.
+class CountedKeyInfo : public KeyEventInfo {
+public:
+    explicit CountedKeyInfo(int& deletions) : KeyEventInfo(KeyPressed, 0, 0, 0), mDeletions(deletions) {}
+    ~CountedKeyInfo() override { ++mDeletions; }
+    int& mDeletions;
+};
+
+}  // namespace
+
+TEST(InputEventTest, OnlyTheAccessorOfTheTypeGivesTheInfo) {
+    InputEvent event(0);
+    Dorvan::Vector<float> axes;
+    axes.add(3.0f);
+    axes.add(4.0f);
+    MoveEventInfo* move = new MoveEventInfo(axes);
+    event.setEventType(InputEvent::MoveEvent, *move);
+    EXPECT_EQ(InputEvent::MoveEvent, event.getEventType());
+    EXPECT_EQ(1, event.getEventType());
+    EXPECT_EQ(move, event.getMoveEventInfo());
+    EXPECT_EQ(nullptr, event.getKeyEventInfo());
+    EXPECT_EQ(nullptr, event.getButtonEventInfo());
+    EXPECT_EQ(nullptr, event.getSysWMEventInfo());
+
+    SysWMEventInfo* quit = new SysWMEventInfo(SysWMEventInfo::SysWMQuit, 0, 0);
+    event.setEventType(InputEvent::SysWMEvent, *quit);
+    EXPECT_EQ(quit, event.getSysWMEventInfo());
+    EXPECT_EQ(nullptr, event.getMoveEventInfo());
+}
+
+TEST(InputEventTest, InfoOfAnotherClassThanTheTypeIsNotHandedOut) {
+    InputEvent event(0);
+    event.setEventType(InputEvent::KeyEvent, *new ButtonEventInfo(ButtonEventInfo::ButtonPressed, 1));
+    EXPECT_EQ(nullptr, event.getKeyEventInfo());
+    EXPECT_EQ(nullptr, event.getButtonEventInfo());
+}
+
+TEST(InputEventTest, EachInfoIsDeletedExactlyOnce) {
+    int first = 0, second = 0;
+    {
+        InputEvent event(0);
+        CountedKeyInfo* info = new CountedKeyInfo(first);
+        event.setEventType(InputEvent::KeyEvent, *info);
+        // Setting the same info again must not delete it.
+        event.setEventType(InputEvent::KeyEvent, *info);
+        EXPECT_EQ(0, first);
+        event.setEventType(InputEvent::KeyEvent, *new CountedKeyInfo(second));
+        EXPECT_EQ(1, first);
+        EXPECT_EQ(0, second);
+    }
+    EXPECT_EQ(1, first);
+    EXPECT_EQ(1, second);
+}
+
+TEST(InputEventInfoTest, MoveInfoGivesZeroForMissingAxes) {
+    Dorvan::Vector<float> axes;
+    axes.add(10.5f);
+    axes.add(-2.0f);
+    Dorvan::Vector<float> relative;
+    relative.add(1.0f);
+    MoveEventInfo info(axes, relative);
+    EXPECT_EQ(2, info.getAxisCount());
+    EXPECT_FLOAT_EQ(10.5f, info.getX());
+    EXPECT_FLOAT_EQ(-2.0f, info.getY());
+    EXPECT_FLOAT_EQ(0.0f, info.getZ());
+    EXPECT_FLOAT_EQ(-2.0f, info.getAxis(1));
+    EXPECT_EQ(1, info.getRelativeAxisCount());
+    EXPECT_FLOAT_EQ(1.0f, info.getRelativeX());
+    EXPECT_FLOAT_EQ(0.0f, info.getRelativeY());
+
+    // The info keeps its own copy of the axes.
+    axes.set(0, 99.0f);
+    EXPECT_FLOAT_EQ(10.5f, info.getX());
+
+    MoveEventInfo absoluteOnly(axes);
+    EXPECT_EQ(0, absoluteOnly.getRelativeAxisCount());
+    EXPECT_FLOAT_EQ(0.0f, absoluteOnly.getRelativeX());
+}
 
 namespace {
 
@@ -48,57 +130,17 @@ public:
     std::vector<std::int64_t> mPolls;
 };
 
-class InputManagerTest : public testing::Test {
+class InputManagerTest : public VelunTest::EngineTest {
 protected:
-    void SetUp() override { core.startup(); }
-    void TearDown() override { core.shutdown(); }
-
     void trigger(std::int64_t timestamp) {
         InputEvent event(timestamp);
         input().triggerInputEvent(event);
     }
     InputManager& input() { return core.getInputManager(); }
     void pollInput() { core.getProcessManager().updateSubsystem(1, true); }
-
-    VelunCore& core = VelunCore::getSingleton();
 };
 
 }  // namespace
-
-TEST(InputManagerIdsTest, EachIdSequenceStartsAt101) {
-    InputManager manager;
-    EXPECT_EQ(1, manager.getSubsystemId());
-    EXPECT_EQ(101, manager.createProviderId());
-    EXPECT_EQ(101, manager.createProcessorId());
-    EXPECT_EQ(101, manager.createDeviceId());
-    EXPECT_EQ(102, manager.createProcessorId());
-}
-
-TEST_F(InputManagerTest, IdsComeFromTheManagerUnlessGiven) {
-    RecordingProcessor first, second;
-    EXPECT_EQ(101, first.getProcessorId());
-    EXPECT_EQ(102, second.getProcessorId());
-    QuitProvider provider;
-    EXPECT_EQ(101, provider.getProviderId());
-
-    InputDevice device(InputDevice::DeviceKeyboard, 0);
-    EXPECT_EQ(101, device.getDeviceId());
-    EXPECT_TRUE(device.isEnabled());
-    InputDevice joystick(InputDevice::DeviceJoystick, 2, 7);
-    EXPECT_EQ(7, joystick.getDeviceId());
-    EXPECT_EQ(2, joystick.getDeviceNr());
-    EXPECT_EQ(InputDevice::DeviceJoystick, joystick.getDeviceClass());
-
-    provider.addDevice(joystick);
-    EXPECT_EQ(&joystick, provider.getDevice(7));
-    EXPECT_EQ(1u, provider.getProvidedDevices().size());
-    EXPECT_EQ(nullptr, provider.getDevice(8));
-}
-
-TEST_F(InputManagerTest, WithoutProcessorsAnEventGoesNowhere) {
-    trigger(5);
-    EXPECT_EQ(0u, input().getInputProcessorCount());
-}
 
 TEST_F(InputManagerTest, TheFirstProcessorThatTakesTheEventEndsTheChain) {
     RecordingProcessor a(true), b;
@@ -220,25 +262,6 @@ TEST_F(InputManagerTest, ADisabledProviderOrOneWithoutPollingIsNotPolled) {
     provider.mNeedsPolling = true;
     pollInput();
     EXPECT_EQ(1u, provider.mPolls.size());
-}
-
-TEST_F(InputManagerTest, AnUnregisteredProviderIsNoLongerPolled) {
-    QuitProvider kept, removed;
-    input().registerInputProvider(kept);
-    input().registerInputProvider(removed);
-    input().unregisterInputProvider(removed);
-    EXPECT_EQ(1u, input().getProcessList()->size());
-    EXPECT_EQ(&kept, input().getInputProviderAt(0));
-    pollInput();
-    EXPECT_EQ(1u, kept.mPolls.size());
-    EXPECT_TRUE(removed.mPolls.empty());
-
-    {
-        QuitProvider destroyed;
-        input().registerInputProvider(destroyed);
-    }
-    EXPECT_EQ(1u, input().getInputProviderCount());
-    EXPECT_EQ(1u, input().getProcessList()->size());
 }
 
 TEST_F(InputManagerTest, AProviderCanBeUnregisteredFromInsideItsOwnPoll) {

@@ -146,7 +146,7 @@ public:
     static constexpr int Height = 64;
 
     // One engine and window for the whole program (SDL has one video surface), made
-    // by the test environment below.
+    // by the test environment at the end of this file.
     static void startWindow() {
         sClock = new VelunTest::EngineClock();
         sEngine = new Velun::GLRenderEngine();
@@ -270,9 +270,9 @@ protected:
         EXPECT_TRUE(sWindow->saveScreenshot(path));
     }
 
-    static VelunTest::EngineClock* sClock;
-    static Velun::GLRenderEngine* sEngine;
-    static Velun::GLSDLRenderWindow* sWindow;
+    static inline VelunTest::EngineClock* sClock = nullptr;
+    static inline Velun::GLRenderEngine* sEngine = nullptr;
+    static inline Velun::GLSDLRenderWindow* sWindow = nullptr;
 
     std::int64_t mTime = 0;
     Velun::SceneGraph* mScene = nullptr;
@@ -294,5 +294,15 @@ protected:
     } mNodes;
     std::vector<unsigned char> mPixels;
 };
+
+// Opens the window before the program's first test and closes it after the last.
+class GLWindowEnvironment : public ::testing::Environment {
+public:
+    void SetUp() override { GLDrawTest::startWindow(); }
+    void TearDown() override { GLDrawTest::stopWindow(); }
+};
+
+inline ::testing::Environment* const gGLWindowEnvironment =
+    ::testing::AddGlobalTestEnvironment(new GLWindowEnvironment());
 
 }  // namespace RenderGLTest

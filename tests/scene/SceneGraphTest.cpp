@@ -1,11 +1,24 @@
-#include "SceneFixture.h"
 
+#include <cmath>
+
+#include "SceneFixture.h"
+#include "core/ProcessManager.h"
+#include "scene/Camera.h"
+#include "scene/Frustrum.h"
+#include "scene/Light.h"
+#include "scene/Overlay.h"
+#include "scene/SceneGraph.h"
+#include "scene/SceneManager.h"
 #include "scene/SceneRoot.h"
+#include "scene/UpdateTraverser.h"
+#include "scene/View.h"
 
 using SceneTest::BoxLeaf;
 using Velun::Branch;
 using Velun::Node;
 using Velun::SceneRoot;
+using namespace Velun;
+using Dorvan::SharedPtr;
 
 namespace {
 
@@ -116,6 +129,108 @@ TEST_F(NodeTest, DestroyedNodesLeaveTheirParentAndChildren) {
         parent.attachChild(leaf);
     }
     EXPECT_EQ(parent.getAttachedChildCount(), 0);
+}
+
+}  // namespace
+
+namespace {
+
+class SceneManagerTest : public SceneTest::EngineTest {
+protected:
+    SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
+};
+
+TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes) {
+    SceneGraph& doomed = scenes().createSceneGraph();
+    SceneGraph& kept = scenes().createSceneGraph();
+    Branch group;
+    Light light;
+    group.attachChild(light);
+    doomed.getRoot()->attachChild(group);
+    ASSERT_TRUE(light.isAttached());
+
+    EXPECT_TRUE(scenes().deleteSceneGraph(doomed));
+    EXPECT_EQ(1, scenes().getSceneGraphCount());
+    EXPECT_EQ(&kept, scenes().getSceneGraph(0));
+    ASSERT_EQ(1u, scenes().getProcessList()->size());
+    EXPECT_EQ(&kept,
+              static_cast<SceneManager::UpdateAdapter*>(scenes().getProcessList()->at(0))->getSceneRoot());
+    EXPECT_FALSE(group.isAttached());
+    EXPECT_FALSE(light.isAttached());
+    EXPECT_EQ(nullptr, group.getParent());
+    EXPECT_EQ(&group, light.getParent());
+    group.detachChilds();
+}
+
+TEST_F(SceneManagerTest, ShutdownDestroysScenesAndDetachesTheirNodes) {
+    Camera* camera = new Camera();
+    Light* light = new Light();
+    SceneGraph& scene = scenes().createSceneGraph();
+    Overlay& hud = scenes().createOverlay();
+    scene.getRoot()->attachChild(*camera);
+    hud.getRoot()->attachChild(*light);
+    camera->setOverlay(hud);
+
+    VelunCore::getSingleton().shutdown();
+    EXPECT_FALSE(camera->isAttached());
+    EXPECT_FALSE(light->isAttached());
+    EXPECT_EQ(nullptr, camera->getOverlay());
+    EXPECT_EQ(nullptr, camera->getParent());
+    delete camera;
+    delete light;
+    VelunCore::getSingleton().startup();
+}
+
+}  // namespace
+
+namespace {
+
+class CameraTest : public SceneTest::EngineTest {
+protected:
+    SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
+};
+
+TEST_F(CameraTest, DeletedOverlayIsForgotten) {
+    Camera camera;
+    Overlay& overlay = scenes().createOverlay();
+    camera.setOverlay(overlay);
+    EXPECT_TRUE(scenes().deleteOverlay(overlay));
+    EXPECT_EQ(nullptr, camera.getOverlay());
+    EXPECT_FALSE(camera.useOverlay());
+    EXPECT_TRUE(camera.getOverlayView(1.0f).isNull());
+}
+
+// The view looks from the camera's world place: its matrix is the inverse placement.
+TEST_F(CameraTest, ViewSeesFromTheCameraWorldPlace) {
+    SceneGraph& scene = scenes().createSceneGraph();
+    TransformationNode place;
+    Camera camera;
+    place.translate(3.0f, 0.0f, 5.0f, false);
+    place.rotateY(0.5f, true);
+    place.setChild(camera);
+    scene.getRoot()->attachChild(place);
+    scene.getUpdateTraverser()->run(0);
+    SharedPtr<View> view = camera.getView(1.5f);
+    ASSERT_FALSE(view.isNull());
+    EXPECT_EQ(&scene, &view->getSceneRoot());
+    EXPECT_FLOAT_EQ(1.5f, view->getFrustrum()->getAspect());
+    Point const origin(view->getFrustrum()->getViewMatrix() * Point(3.0f, 0.0f, 5.0f));
+    Point const ahead(view->getFrustrum()->getViewMatrix() *
+                      Point(3.0f - 2.0f * std::sin(0.5f), 0.0f, 5.0f - 2.0f * std::cos(0.5f)));
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NEAR(0.0f, origin[i], 1e-5f);
+    EXPECT_NEAR(-2.0f, ahead[2], 1e-5f);
+    scene.getRoot()->detachChilds();
+    place.detachChild();
+}
+
+TEST_F(CameraTest, CameraMayEndBeforeItsOverlay) {
+    Overlay& overlay = scenes().createOverlay();
+    {
+        Camera camera;
+        camera.setOverlay(overlay);
+    }
+    EXPECT_TRUE(scenes().deleteOverlay(overlay));
 }
 
 }  // namespace

@@ -1,25 +1,33 @@
-#include "render/RenderManager.h"
-
 #include <gtest/gtest.h>
 
 #include "TestRenderEngine.h"
 #include "core/VelunCore.h"
+#include "render/RenderManager.h"
+#include "render/RenderTarget.h"
+#include "render/Viewport.h"
+#include "render/ViewportRenderer.h"
+#include "scene/Branch.h"
+#include "scene/Overlay.h"
+#include "scene/SceneGraph.h"
+#include "scene/SceneManager.h"
+#include "support/Engine.h"
 
 using namespace Velun;
+using Dorvan::SharedPtr;
 using RenderTest::CallLog;
 using RenderTest::TestRenderEngine;
 
 namespace {
 
-class RenderManagerTest : public ::testing::Test {
+class RenderManagerTest : public VelunTest::EngineTest {
 protected:
     void SetUp() override {
-        VelunCore::getSingleton().startup();
+        VelunTest::EngineTest::SetUp();
         mFirst = new TestRenderEngine(&mLog, "first");
         mSecond = new TestRenderEngine(&mLog, "second");
     }
     void TearDown() override {
-        VelunCore::getSingleton().shutdown();
+        VelunTest::EngineTest::TearDown();
         delete mFirst;
         delete mSecond;
     }
@@ -29,29 +37,6 @@ protected:
     TestRenderEngine* mFirst;
     TestRenderEngine* mSecond;
 };
-
-TEST_F(RenderManagerTest, FirstEngineRegisteredMakesTheWindows) {
-    EXPECT_EQ(6, manager().getSubsystemId());
-    manager().registerRenderer("b", mFirst);
-    manager().registerRenderer("a", mSecond);
-    EXPECT_FALSE(manager().setDefaultRenderer("missing"));
-    RenderWindow* window = manager().createRenderWindow("w", 64, 48, false, 5, 6, nullptr);
-    ASSERT_NE(nullptr, window);
-    EXPECT_EQ(mFirst, window->getRenderEngine());
-    EXPECT_EQ(64, window->getWidth());
-    EXPECT_EQ(48, window->getHeight());
-    EXPECT_EQ(5, window->getOffsetX());
-    EXPECT_EQ(6, window->getOffsetY());
-    EXPECT_FALSE(window->isFullscreen());
-    EXPECT_FALSE(window->isPrimary());
-
-    EXPECT_TRUE(manager().setDefaultRenderer("a"));
-    EXPECT_EQ(mSecond, manager().createRenderWindow("v", 32, 32, true, 0, 0, nullptr)->getRenderEngine());
-    Dorvan::Vector<std::string>* registered = manager().getRendererNames();
-    ASSERT_EQ(2u, registered->size());
-    EXPECT_EQ("a", registered->get(0));
-    EXPECT_EQ("b", registered->get(1));
-}
 
 TEST_F(RenderManagerTest, InitializeRunsEveryEngineInNameOrderAndLateOnesAtOnce) {
     manager().registerRenderer("zeta", mFirst);
@@ -65,24 +50,6 @@ TEST_F(RenderManagerTest, InitializeRunsEveryEngineInNameOrderAndLateOnesAtOnce)
     manager().registerRenderer("late", &late);
     EXPECT_EQ(1, late.mInitializeCount);
     manager().unregisterRenderer(&late);
-}
-
-TEST_F(RenderManagerTest, InitializeWithoutEnginesMakesNoWindow) {
-    EXPECT_EQ(1, manager().initializeRenderer(true));
-    EXPECT_EQ(0u, manager().getRenderWindowCount());
-    EXPECT_EQ(nullptr, manager().getPrimaryRenderWindow());
-    EXPECT_EQ(nullptr, manager().createRenderWindow("w", 10, 10, false, 0, 0, nullptr));
-}
-
-TEST_F(RenderManagerTest, InitializeCanMakeTheDefaultWindow) {
-    manager().registerRenderer("test", mFirst);
-    manager().initializeRenderer(true);
-    ASSERT_EQ(1u, manager().getRenderWindowCount());
-    RenderWindow* window = manager().getPrimaryRenderWindow();
-    ASSERT_NE(nullptr, window);
-    EXPECT_EQ("default", window->getName());
-    EXPECT_EQ(800, window->getWidth());
-    EXPECT_EQ(600, window->getHeight());
 }
 
 TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
@@ -115,34 +82,6 @@ TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
     EXPECT_EQ(2, manager().setPrimaryRenderWindow(2));
     EXPECT_EQ(c, manager().getPrimaryRenderWindow());
     EXPECT_EQ(2, manager().setPrimaryRenderWindow(7));
-}
-
-TEST_F(RenderManagerTest, DestroyUnknownWindowFails) {
-    EXPECT_FALSE(manager().destroyRenderWindow(0));
-    manager().registerRenderer("test", mFirst);
-    manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
-    EXPECT_FALSE(manager().destroyRenderWindow(3));
-    EXPECT_TRUE(manager().destroyRenderWindow(0));
-    EXPECT_EQ(0u, manager().getProcessList()->size());
-    EXPECT_EQ("destroy window a", mLog.back());
-}
-
-TEST_F(RenderManagerTest, FailedWindowUsesNoIdAndMakesNoAdapter) {
-    manager().registerRenderer("test", mFirst);
-    mFirst->mFailWindows = true;
-    EXPECT_EQ(nullptr, manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr));
-    EXPECT_EQ(0u, manager().getRenderWindowCount());
-    EXPECT_EQ(0u, manager().getProcessList()->size());
-    mFirst->mFailWindows = false;
-    EXPECT_EQ(0, manager().createRenderWindow("b", 10, 10, false, 0, 0, nullptr)->getId());
-}
-
-TEST_F(RenderManagerTest, AdapterDrawsItsWindowOncePerRun) {
-    manager().registerRenderer("test", mFirst);
-    manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
-    mLog.clear();
-    EXPECT_EQ(0, manager().getProcessList()->at(0)->run(1234));
-    EXPECT_EQ("render a at 1234", mLog.front());
 }
 
 TEST_F(RenderManagerTest, ShutdownDeletesWindowsThenShutsEachEngineDownOnce) {
@@ -183,6 +122,110 @@ TEST_F(RenderManagerTest, BadArgumentsAreReportedAndRefused) {
     EXPECT_EQ("RenderManager::createRenderWindow: window 'flat' needs a positive size, not 640x0\n",
               testing::internal::GetCapturedStderr());
     EXPECT_EQ(0u, manager().getRenderWindowCount());
+}
+
+}  // namespace
+
+namespace {
+
+TEST(ViewportLayoutTest, RelativeLayoutFollowsTheSurfaceOfEachCall) {
+    Viewport right(0.5f, 0.0f, 0.5f, 1.0f);
+    EXPECT_TRUE(right.isRelative());
+    EXPECT_TRUE(right.isEnabled());
+    EXPECT_EQ(400, right.getPosX(801));
+    EXPECT_EQ(400, right.getWidth(801));
+    EXPECT_EQ(0, right.getPosY(600));
+    EXPECT_EQ(600, right.getHeight(600));
+    EXPECT_EQ(160, right.getWidth(320));
+    EXPECT_FLOAT_EQ(400.0f / 600.0f, right.getAspect(801, 600));
+}
+
+TEST(RenderTargetTest, ViewportsKeepTheirDrawingOrder) {
+    RenderTarget target;
+    SharedPtr<Viewport> a(new Viewport(0, 0, 1, 1));
+    SharedPtr<Viewport> b(new Viewport(0, 0, 2, 2));
+    SharedPtr<Viewport> c(new Viewport(0, 0, 3, 3));
+    EXPECT_EQ(0, target.attachViewport(a));
+    EXPECT_EQ(1, target.attachViewport(b));
+    EXPECT_EQ(0, target.insertViewport(0, c));
+    EXPECT_EQ(3, target.getViewportCount());
+    EXPECT_EQ(c, target.getViewport(0));
+    EXPECT_EQ(a, target.getViewport(1));
+    EXPECT_EQ(b, target.getViewport(2));
+    EXPECT_EQ(3, target.insertViewport(9, c));
+    EXPECT_EQ(c, target.detachViewport(3));
+
+    EXPECT_EQ(a, target.detachViewport(1));
+    EXPECT_EQ(2, target.getViewportCount());
+    EXPECT_EQ(b, target.getViewport(1));
+}
+
+TEST(RenderTargetTest, DetachingOutsideTheListReportsIt) {
+    RenderTarget target;
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(target.detachViewport(0).isNull());
+    EXPECT_EQ("RenderTarget::detachViewport: no viewport at position 0 of 0\n",
+              testing::internal::GetCapturedStderr());
+}
+
+}  // namespace
+
+namespace {
+
+// Draws a target on a 400x300 test window and keeps the log of the drawing.
+class ViewportRendererTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        VelunCore::getSingleton().startup();
+        mEngine = new RenderTest::TestRenderEngine(&mLog);
+        mWindow = new RenderTest::TestRenderWindow(mEngine, &mLog, 0, "w", 400, 300, false, 0, 0);
+        mTarget = SharedPtr<RenderTarget>(new RenderTarget());
+        mWindow->attachRenderTarget(mTarget);
+        mScene = &VelunCore::getSingleton().getSceneManager().createSceneGraph();
+        mCamera = SharedPtr<Camera>(new Camera("eye"));
+        mScene->getRoot()->attachChild(*mCamera);
+    }
+    void TearDown() override {
+        mScene->getRoot()->detachChilds();
+        delete mWindow;
+        delete mEngine;
+        mCamera.release();
+        mTarget.release();
+        VelunCore::getSingleton().shutdown();
+    }
+
+    SharedPtr<Viewport> addViewport(int x, int y, int w, int h, SharedPtr<Camera> camera) {
+        SharedPtr<Viewport> viewport(new Viewport(x, y, w, h));
+        viewport->attachCamera(camera);
+        mTarget->attachViewport(viewport);
+        return viewport;
+    }
+
+    CallLog draw() {
+        mLog.clear();
+        mWindow->render(0);
+        return mLog;
+    }
+
+    CallLog mLog;
+    RenderTest::TestRenderEngine* mEngine;
+    RenderTest::TestRenderWindow* mWindow;
+    SharedPtr<RenderTarget> mTarget;
+    SceneGraph* mScene;
+    SharedPtr<Camera> mCamera;
+};
+
+TEST_F(ViewportRendererTest, SkipsDisabledEmptyAndCameralessViewports) {
+    addViewport(0, 0, 400, 300, mCamera)->setEnabled(false);
+    addViewport(0, 0, 0, 300, mCamera);
+    addViewport(0, 0, 400, 300, SharedPtr<Camera>());
+    EXPECT_EQ((CallLog{"render w at 0", "clear surface", "swap"}), draw());
+}
+
+TEST_F(ViewportRendererTest, CameraOutsideAnySceneSetsItsViewportButDrawsNothing) {
+    SharedPtr<Camera> loose(new Camera("loose"));
+    addViewport(1, 2, 30, 40, loose);
+    EXPECT_EQ((CallLog{"render w at 0", "clear surface", "viewport 1 2 30 40", "swap"}), draw());
 }
 
 }  // namespace

@@ -1,0 +1,327 @@
+
+#include <cmath>
+
+#include "geometry/ElementData.h"
+#include "plugins/render/opengl/GLRenderContext.h"
+#include "support/GLDrawFixture.h"
+
+using Velun::Color;
+using Velun::Texture;
+
+namespace RenderGLTest {
+
+class GLGeometryRendererTest : public GLDrawTest {
+protected:
+    Velun::GLRenderContext& context() { return *sWindow->getGLRenderContext(); }
+
+    // The shared vertex set of the quad below `place`.
+    static Velun::VertexData& verticesOf(Velun::TransformationNode& place) {
+        Velun::GeometryObject* object = static_cast<Velun::GeometryObject*>(place.getChild());
+        return *dynamic_cast<Velun::VertexData*>(
+            object->getSubobjectAt(0)->getGeometry(0)->getIndexedDataSet(0));
+    }
+};
+
+TEST_F(GLGeometryRendererTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
+    addViewport(addCamera());
+    QuadSpec shape;
+    shape.colors = true;
+    shape.normals = true;
+    shape.color = Color(1, 0, 0);
+    SharedPtr<Velun::Material> material(new Velun::Material());
+    Velun::TransformationNode& place = addQuad(root(), 0, 0, -5, shape, material);
+    Velun::VertexData& vertices = verticesOf(place);
+
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
+    unsigned int const afterFirst = context().getBufferLoadCount();
+    frame();
+    frame();
+    EXPECT_EQ(context().getBufferLoadCount(), afterFirst);
+
+    // A change stamps the set; the next frame loads its buffers again, later ones don't.
+    for (unsigned int i = 0; i < 4; ++i) {
+        vertices.setCurrentVertex(i);
+        vertices.setColor(0, 0, 1, 1);
+    }
+    vertices.setModified();
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{0, 0, 255}, 0));
+    unsigned int const afterChange = context().getBufferLoadCount();
+    EXPECT_GT(afterChange, afterFirst);
+    frame();
+    frame();
+    frame();
+    EXPECT_EQ(context().getBufferLoadCount(), afterChange);
+}
+
+TEST_F(GLGeometryRendererTest, WireframeShadingDrawsOnlyTheEdges) {
+    SharedPtr<Velun::Camera> camera = addCamera();
+    camera->getCamSettings().getRenderSettings()->setShadingMode(Velun::RenderSettings::ShadeWireframe);
+    addViewport(camera);
+    QuadSpec shape;
+    shape.x0 = shape.y0 = -2;
+    shape.x1 = shape.y1 = 2;
+    addQuad(root(), 0, 0, -5, shape, colorMaterial(Color(1, 1, 1)));
+    frame();
+    savePicture("wireframe");
+    EXPECT_TRUE(near(centre(), Rgb{0, 0, 0}, 0));
+    int edge = 0;
+    for (int x = 0; x < Width; ++x)
+        edge += pixel(x, Height / 2).r == 255;
+    EXPECT_EQ(edge, 2);  // the left and the right edge cross the middle row
+
+    camera->getCamSettings().getRenderSettings()->setShadingMode(Velun::RenderSettings::ShadeSmooth);
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{255, 255, 255}, 0));
+}
+
+TEST_F(GLGeometryRendererTest, VertexElementIsDrawnFromItsOwnVertices) {
+    addViewport(addCamera());
+    // A geometry without a shared set: one element with vertices of its own.
+    Velun::GeometryData* geometry = new Velun::GeometryData("strip");
+    Velun::VertexElementData* strip = new Velun::VertexElementData(Velun::GeometryElement::TriangleStrip);
+    Velun::VertexData& data = strip->getVertexData();
+    data.setUseVertex(true);
+    data.initialize(4, 4);
+    float const corners[4][2] = {{-1, -1}, {1, -1}, {-1, 1}, {1, 1}};
+    for (auto const& c : corners) {
+        data.addVertex();
+        data.setVertex(c[0], c[1], 0);
+    }
+    geometry->createGroup().addElement(*strip);
+    geometry->setBoundingVolume(
+        new Velun::BoundingBox(Velun::Point(-1, -1, -0.1f), Velun::Point(1, 1, 0.1f)));
+
+    Velun::TransformationNode& place = this->own(new Velun::TransformationNode());
+    place.translate(0, 0, -5, false);
+    root().attachChild(place);
+    Velun::GeometryObject& object = this->own(new Velun::GeometryObject());
+    Velun::GeometrySubobject* sub = new Velun::GeometrySubobject();
+    sub->setGeometry(SharedPtr<Velun::Geometry>(geometry), 0);
+    sub->setMaterial(0, colorMaterial(Color(0, 1, 1)));
+    object.addSubobject(*sub);
+    place.setChild(object);
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{0, 255, 255}, 0));
+}
+
+}  // namespace RenderGLTest
+
+namespace RenderGLTest {
+
+class GLTextureDrawTest : public GLDrawTest {
+protected:
+    // A 2 x 2 quad at distance 2 covers the middle half of the view: pixels 16 to 47.
+    SharedPtr<Velun::Material> texturedQuad(unsigned int layers) {
+        SharedPtr<Velun::Material> material(new Velun::Material());
+        QuadSpec shape;
+        shape.layers = layers;
+        addQuad(root(), 0, 0, -2, shape, material);
+        return material;
+    }
+};
+
+TEST_F(GLTextureDrawTest, TexturedQuadShowsTheTexelsWhereItsCoordinatesPutThem) {
+    addViewport(addCamera());
+    // Row 0 (red, green) lies at t = 0, the bottom of the quad; row 1 (blue, white) at
+    // the top.
+    SharedPtr<Velun::Material> material = texturedQuad(1);
+    material->setTexture(0, makeTexture(2, 2, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255}));
+    frame();
+    savePicture("texture");
+    EXPECT_TRUE(near(pixel(24, 40), Rgb{255, 0, 0}, 0));
+    EXPECT_TRUE(near(pixel(40, 40), Rgb{0, 255, 0}, 0));
+    EXPECT_TRUE(near(pixel(24, 24), Rgb{0, 0, 255}, 0));
+    EXPECT_TRUE(near(pixel(40, 24), Rgb{255, 255, 255}, 0));
+    EXPECT_TRUE(near(pixel(8, 8), Rgb{0, 0, 0}, 0));
+}
+
+TEST_F(GLTextureDrawTest, TextureModulatesTheVertexColour) {
+    addViewport(addCamera());
+    SharedPtr<Velun::Material> material = texturedQuad(1);
+    material->setTexture(0, makeTexture(1, 1, {255, 128, 64}));
+    material->setUseDefaultVertexColor(true);
+    material->setDefaultVertexColor(Color(0.5f, 1.0f, 1.0f));
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{128, 128, 64}, 2));
+}
+
+// Layer 0 (1, 0.5, 0) over white vertices of alpha 0.25 gives "previous";
+// layer 1 (0.5, 1, 0.25), constant colour (0.25, 0.5, 0.75), is combined by its mode.
+TEST_F(GLTextureDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
+    struct Case {
+        Texture::TexMode mode;
+        Rgb expected;
+    };
+    Case const cases[] = {
+        {Texture::Modulate, {128, 128, 0}},
+        {Texture::Replace, {128, 255, 64}},
+        {Texture::Add, {255, 255, 64}},
+        {Texture::Decal, {128, 255, 64}},
+        {Texture::PassPrevious, {255, 128, 0}},
+        {Texture::ModulateColor, {128, 128, 0}},
+        {Texture::InterpolateByVertexAlpha, {223, 160, 16}},
+        {Texture::ModulateConstant, {32, 128, 48}},
+    };
+    addViewport(addCamera());
+    SharedPtr<Velun::Material> material(new Velun::Material());
+    material->setUseAlphaTest(false);
+    QuadSpec shape;
+    shape.layers = 2;
+    shape.colors = true;
+    shape.color = Color(1, 1, 1, 0.25f);
+    addQuad(root(), 0, 0, -2, shape, material);
+    material->setTexture(0, makeTexture(1, 1, {255, 128, 0}));
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.mode);
+        SharedPtr<Velun::Texture> second = makeTexture(1, 1, {128, 255, 64}, c.mode);
+        second->setConstantColor(Color(0.25f, 0.5f, 0.75f, 1.0f));
+        material->setTexture(1, second);
+        frame();
+        EXPECT_TRUE(near(centre(), c.expected, 3));
+    }
+}
+
+TEST_F(GLTextureDrawTest, UnitsOfAFormerTwoLayerDrawAreOffForASingleLayerOne) {
+    addViewport(addCamera());
+    SharedPtr<Velun::Material> both(new Velun::Material());
+    both->setTexture(0, makeTexture(1, 1, {255, 255, 255}));
+    both->setTexture(1, makeTexture(1, 1, {0, 0, 255}));
+    QuadSpec two;
+    two.layers = 2;
+    addQuad(root(), -2.5f, 0, -5, two, both);
+    SharedPtr<Velun::Material> single(new Velun::Material());
+    single->setTexture(0, makeTexture(1, 1, {255, 255, 0}));
+    QuadSpec one;
+    one.layers = 1;
+    addQuad(root(), 2.5f, 0, -5, one, single);
+    frame();
+    savePicture("texture_units");
+    EXPECT_TRUE(near(pixel(Width / 2 - 16, Height / 2), Rgb{0, 0, 255}, 0));
+    // A leftover blue unit 1 would turn yellow into black.
+    EXPECT_TRUE(near(pixel(Width / 2 + 16, Height / 2), Rgb{255, 255, 0}, 0));
+}
+
+}  // namespace RenderGLTest
+
+namespace RenderGLTest {
+
+// Fixed-function lighting of a white default material (ambient 0.2, diffuse 0.8, no
+// specular) under GL's global ambient of 0.2: a vertex gets
+//   0.2 * 0.2 + light ambient * 0.2 + light diffuse * 0.8 * max(0, N.L)
+// per enabled light (directional: no attenuation).
+class GLLightingTest : public GLDrawTest {
+protected:
+    // A white quad facing the camera, lit by the pass's lights.
+    void addLitQuad(float x, bool normals) {
+        QuadSpec shape;
+        shape.normals = normals;
+        addQuad(root(), x, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
+    }
+
+    Velun::Light& addDirectionalLight(float tiltRadians) {
+        Velun::TransformationNode& place = own(new Velun::TransformationNode());
+        place.rotateX(tiltRadians, false);
+        Velun::Light& light = own(new Velun::Light());
+        light.setLightType(Velun::Light::Directional);
+        place.setChild(light);
+        root().attachChild(place);
+        return light;
+    }
+
+    static int lit(float nDotL, float lightAmbient = 0.2f) {
+        return toByte(0.04f + lightAmbient * 0.2f + 0.8f * std::max(0.0f, nDotL));
+    }
+};
+
+TEST_F(GLLightingTest, DirectionalLightShadesByTheAngleToTheNormal) {
+    addViewport(addCamera(true));
+    addDirectionalLight(0.0f);
+    addLitQuad(0, true);
+    frame();
+    savePicture("light_head_on");
+    int const headOn = lit(1.0f);
+    EXPECT_TRUE(near(centre(), Rgb{headOn, headOn, headOn}));
+}
+
+TEST_F(GLLightingTest, DisabledLightLeavesOnlyTheGlobalAmbient) {
+    addViewport(addCamera(true));
+    addDirectionalLight(0.0f).setEnabled(false);
+    addLitQuad(0, true);
+    frame();
+    int const ambient = toByte(0.04f);
+    EXPECT_TRUE(near(centre(), Rgb{ambient, ambient, ambient}));
+}
+
+TEST_F(GLLightingTest, ColouredLightTintsTheDiffuseTerm) {
+    addViewport(addCamera(true));
+    Velun::Light& light = addDirectionalLight(0.0f);
+    light.setDiffuseColor(Color(1, 0, 0));
+    light.setAmbientColor(Color(0, 0, 0));
+    addLitQuad(0, true);
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{toByte(0.84f), toByte(0.04f), toByte(0.04f)}));
+}
+
+TEST_F(GLLightingTest, GeometryWithoutNormalsFacesItsOwnPlusZ) {
+    addViewport(addCamera(true));
+    addDirectionalLight(0.0f);
+    // First a quad whose normals face away from the light, so that a leftover current
+    // normal would darken the second quad, which has none.
+    QuadSpec away;
+    away.normals = true;
+    addQuad(root(), -2, 0, -5, away, SharedPtr<Velun::Material>(new Velun::Material()))
+        .rotateY(float(M_PI), true);
+    addLitQuad(2, false);
+    frame();
+    savePicture("light_no_normals");
+    int const headOn = lit(1.0f);
+    int const dark = lit(-1.0f);
+    EXPECT_TRUE(near(pixel(Width / 2 - 13, Height / 2), Rgb{dark, dark, dark}));
+    EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{headOn, headOn, headOn}));
+}
+
+// Exponential fog of density 0.04 towards (0.155, 0.415, 0.545): a fragment at eye
+// distance z keeps f = exp(-0.04 z) of its colour.
+TEST_F(GLLightingTest, FogBlendsTowardsTheFogColourWithDistance) {
+    SharedPtr<Velun::Camera> camera = addCamera(false);
+    camera->getCamSettings().getRenderSettings()->setUseFog(true);
+    addViewport(camera);
+    addQuad(root(), -3, 0, -5, QuadSpec(), colorMaterial(Color(1, 0, 0)));
+    addQuad(root(), 6, 0, -10, QuadSpec(), colorMaterial(Color(1, 0, 0)));
+    frame();
+    savePicture("fog");
+    auto fogged = [](float z) {
+        float f = std::exp(-0.04f * z);
+        return Rgb{toByte(f + (1 - f) * 0.155f), toByte((1 - f) * 0.415f), toByte((1 - f) * 0.545f)};
+    };
+    EXPECT_TRUE(near(pixel(Width / 2 - 19, Height / 2), fogged(5)));
+    EXPECT_TRUE(near(pixel(Width / 2 + 19, Height / 2), fogged(10)));
+
+    camera->getCamSettings().getRenderSettings()->setUseFog(false);
+    frame();
+    EXPECT_TRUE(near(pixel(Width / 2 + 19, Height / 2), Rgb{255, 0, 0}, 0));
+}
+
+TEST_F(GLGeometryRendererTest, SecondaryColoursAddToTheirOwnQuadOnly) {
+    addViewport(addCamera());
+    QuadSpec shape;
+    shape.x0 = -2;
+    shape.x1 = 0;
+    shape.colors = true;
+    shape.color = Color(0.5f, 0, 0);
+    shape.secondaryColors = true;
+    shape.secondaryColor = Color(0, 0, 1);
+    addQuad(root(), 0, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
+    shape.x0 = 0;
+    shape.x1 = 2;
+    shape.secondaryColors = false;
+    addQuad(root(), 0, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
+    frame();
+    savePicture("secondary_colour");
+    EXPECT_TRUE(near(pixel(Width / 2 - 8, Height / 2), Rgb{128, 0, 255}));
+    EXPECT_TRUE(near(pixel(Width / 2 + 8, Height / 2), Rgb{128, 0, 0}));
+}
+
+}  // namespace RenderGLTest

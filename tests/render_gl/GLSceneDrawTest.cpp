@@ -1,0 +1,339 @@
+#include <gmock/gmock.h>
+
+#include <cstdio>
+
+#include "core/NameMapper.h"
+#include "plugins/loader/devil/DevILTextureSourceLoader.h"
+#include "plugins/render/opengl/GLViewRenderer.h"
+#include "scene/View.h"
+#include "support/GLDrawFixture.h"
+#include "texture/TextureSource.h"
+
+using Velun::Color;
+
+namespace RenderGLTest {
+
+class GLObjectRendererTest : public GLDrawTest {
+protected:
+    // Half-transparent by vertex colour; the alpha test would reject alpha 0.5.
+    SharedPtr<Velun::Material> blended() {
+        SharedPtr<Velun::Material> material(new Velun::Material());
+        material->setUseBlending(true);
+        material->setUseAlphaTest(false);
+        return material;
+    }
+
+    QuadSpec tinted(Color const& color, float half) {
+        QuadSpec shape;
+        shape.x0 = shape.y0 = -half;
+        shape.x1 = shape.y1 = half;
+        shape.colors = true;
+        shape.color = color;
+        return shape;
+    }
+
+    // A far red and a near green quad, both at alpha 0.5, in the given tree order.
+    void buildPair(bool nearFirst) {
+        if (nearFirst)
+            addQuad(root(), 0, 0, -5, tinted(Color(0, 1, 0, 0.5f), 1), blended());
+        addQuad(root(), 0, 0, -10, tinted(Color(1, 0, 0, 0.5f), 4), blended());
+        if (!nearFirst)
+            addQuad(root(), 0, 0, -5, tinted(Color(0, 1, 0, 0.5f), 1), blended());
+    }
+};
+
+// Red over black, then green over that: (0.25, 0.5, 0). The other order would give
+// (0.5, 0.25, 0).
+TEST_F(GLObjectRendererTest, BlendedQuadsAreDrawnFarThenNearWhenTheNearOneComesFirst) {
+    addViewport(addCamera());
+    buildPair(true);
+    frame();
+    savePicture("blend_near_first");
+    EXPECT_TRUE(near(centre(), Rgb{64, 128, 0}, 2));
+    EXPECT_TRUE(near(pixel(Width / 2, 21), Rgb{128, 0, 0}, 2));  // the far quad alone
+}
+
+TEST_F(GLObjectRendererTest, EqualDistancesKeepTraversalOrderAndEntriesSortFarToNear) {
+    SharedPtr<Velun::Camera> camera = addCamera();
+    addQuad(root(), 0, 0, -5, tinted(Color(1, 0, 0, 0.5f), 1), blended());
+    addQuad(root(), 0, 0, -9, tinted(Color(0, 1, 0, 0.5f), 1), blended());
+    addQuad(root(), 0, 0, -5, tinted(Color(0, 0, 1, 0.5f), 1), blended());
+    addQuad(root(), 0, 0, -7, QuadSpec(), colorMaterial(Color(1, 1, 1)));
+    mScene->getUpdateTraverser()->run(mTime);
+    SharedPtr<Velun::View> view = camera->getView(1.0f);
+    Velun::GLViewRenderer pass(sWindow->getGLRenderContext(), view, view->getRenderSettings(),
+                               view->getFrustrum());
+    pass.run();
+    Velun::GLObjectRenderer& objects = pass.getObjectRenderer();
+    ASSERT_EQ(objects.getOpaqueList().size(), 1u);
+    auto const& blendedList = objects.getBlendedList();
+    ASSERT_EQ(blendedList.size(), 3u);
+    EXPECT_GT(blendedList[0].distance, blendedList[1].distance);
+    EXPECT_EQ(blendedList[1].distance, blendedList[2].distance);
+    // Of the two at distance 5, the red one (first in the tree) comes first.
+    auto colourOf = [](Velun::Drawable* drawable) {
+        Velun::VertexDataSet* set = drawable->getGeometry(0)->getIndexedDataSet(0);
+        return static_cast<float const*>(set->getColor())[0];
+    };
+    EXPECT_EQ(colourOf(blendedList[1].drawable), 1.0f);
+    EXPECT_EQ(colourOf(blendedList[2].drawable), 0.0f);
+    EXPECT_EQ(objects.getGeometryRenderer().getDrawCallCount(), 4u);
+}
+
+TEST_F(GLObjectRendererTest, DrawableWithoutMaterialIsDrawnWithTheDefaultNotWithLeftoverState) {
+    addViewport(addCamera());
+    // A blended, tinted quad first, then one with no material at all: it must come out
+    // in the default material's white, opaque and untextured.
+    addQuad(root(), -2, 0, -5, tinted(Color(1, 0, 0, 0.5f), 1), blended());
+    addQuad(root(), 2, 0, -5, QuadSpec(), SharedPtr<Velun::Material>());
+    frame();
+    savePicture("default_material");
+    EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{255, 255, 255}, 0));
+    EXPECT_TRUE(near(pixel(Width / 2 - 13, Height / 2), Rgb{128, 0, 0}, 2));
+}
+
+// An index list whose component type GL refuses, to make a draw fail.
+class FloatIndices : public Velun::IndexElement, public Velun::IndexDataSet {
+public:
+    FloatIndices() : mId(createDataSetId()) {}
+    ElementType getElementType() const override { return Triangles; }
+    Velun::IndexDataSet& getIndexList() override { return *this; }
+    const void* getIndexList() const override { return mIndices; }
+    unsigned int getCount() const override { return 3; }
+    Velun::DataType::Type getIndexType() const override { return Velun::DataType::Float; }
+    std::uint64_t getId() const override { return mId; }
+    bool isBufferable() const override { return false; }
+    bool hasChanged(std::int64_t) const override { return false; }
+
+private:
+    std::uint64_t mId;
+    float mIndices[3] = {0, 1, 2};
+};
+
+TEST_F(GLObjectRendererTest, GLErrorOfADrawableIsLoggedOnceAndDrawingGoesOn) {
+    addViewport(addCamera());
+    Velun::GeometryData* geometry = new Velun::GeometryData("broken");
+    SharedPtr<Velun::VertexData> vertices(new Velun::VertexData());
+    vertices->setUseVertex(true);
+    vertices->initialize(3, 3);
+    for (int i = 0; i < 3; ++i) {
+        vertices->addVertex();
+        vertices->setVertex(float(i), float(i % 2), 0);
+    }
+    geometry->setIndexedVertexData(vertices);
+    Velun::GeometryDataGroup& group = geometry->createGroup();
+    FloatIndices broken;
+    group.getElementList(0).add(&broken);
+    geometry->setBoundingVolume(new Velun::BoundingBox(Velun::Point(0, 0, -0.1f), Velun::Point(2, 1, 0.1f)));
+
+    Velun::TransformationNode& place = own(new Velun::TransformationNode());
+    place.translate(-2, 0, -5, false);
+    Velun::GeometryObject& object = own(new Velun::GeometryObject());
+    Velun::GeometrySubobject* sub = new Velun::GeometrySubobject();
+    sub->setGeometry(SharedPtr<Velun::Geometry>(geometry), 0);
+    object.addSubobject(*sub);
+    place.setChild(object);
+    root().attachChild(place);
+    addQuad(root(), 2, 0, -5, QuadSpec(), colorMaterial(Color(1, 1, 0)));
+
+    testing::internal::CaptureStderr();
+    frame();
+    std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(log, "GL Error: invalid enumerant\n");
+    EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{255, 255, 0}, 0));
+    group.getElementList(0).clear();  // the element lives on this test's stack
+}
+
+}  // namespace RenderGLTest
+
+namespace RenderGLTest {
+
+class GLViewRendererTest : public GLDrawTest {};
+
+TEST_F(GLViewRendererTest, UnlitQuadInFrontIsDrawnAndCulledWhenOutside) {
+    SharedPtr<Velun::Camera> camera = addCamera();
+    addViewport(camera);
+    Velun::TransformationNode& place = addQuad(root(), 0, 0, -5, QuadSpec(), colorMaterial(Color(1, 0, 0)));
+
+    frame();
+    savePicture("red_quad");
+    // The quad spans 2 of the 10 units the view is wide at distance 5.
+    EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
+    EXPECT_TRUE(near(pixel(0, 0), Rgb{0, 0, 0}, 0));
+    EXPECT_TRUE(near(pixel(Width - 1, Height - 1), Rgb{0, 0, 0}, 0));
+    EXPECT_TRUE(near(pixel(Width / 2 - 5, Height / 2 + 5), Rgb{255, 0, 0}, 0));
+    EXPECT_TRUE(near(pixel(Width / 2 - 8, Height / 2), Rgb{0, 0, 0}, 0));
+
+    // Behind the camera: culled before any GL call, so not even a draw call is made.
+    place.translate(0, 0, 10, false);
+    mScene->getUpdateTraverser()->run(mTime + 1);
+    Velun::GLViewRenderer pass(sWindow->getGLRenderContext(), camera->getView(1.0f),
+                               SharedPtr<Velun::RenderSettings>(), camera->getView(1.0f)->getFrustrum());
+    pass.traverse();
+    EXPECT_TRUE(pass.getObjectRenderer().getOpaqueList().empty());
+    pass.setProjection();
+    pass.setModelview();
+    pass.render();
+    pass.popModelview();
+    EXPECT_EQ(pass.getObjectRenderer().getGeometryRenderer().getDrawCallCount(), 0u);
+
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{0, 0, 0}, 0));
+}
+
+TEST_F(GLViewRendererTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) {
+    SharedPtr<Velun::Camera> camera = addCamera();
+    addViewport(camera);
+    // Scene: a green quad just past the near plane, filling the whole view.
+    QuadSpec wall;
+    wall.x0 = wall.y0 = -1;
+    wall.x1 = wall.y1 = 1;
+    addQuad(root(), 0, 0, -0.2f, wall, colorMaterial(Color(0, 1, 0)));
+
+    // Overlay: the unit square is the viewport; a red HUD quad over its middle, at the
+    // overlay's origin, which is 2 units from its fixed eye and so far behind the wall.
+    Velun::Overlay& overlay = addOverlay();
+    camera->setOverlay(overlay);
+    SharedPtr<Velun::RenderSettings> unlit(new Velun::RenderSettings());
+    unlit->setUseLights(false);
+    camera->getOverlaySettings().setRenderSettings(unlit);
+    QuadSpec hud;
+    hud.x0 = hud.y0 = 0.25f;
+    hud.x1 = hud.y1 = 0.75f;
+    addQuad(*overlay.getRoot(), 0, 0, 0, hud, colorMaterial(Color(1, 0, 0)));
+
+    frame();
+    savePicture("overlay");
+    EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
+    EXPECT_TRUE(near(pixel(Width / 4 + 1, Height / 4 + 1), Rgb{255, 0, 0}, 0));
+    EXPECT_TRUE(near(pixel(2, 2), Rgb{0, 255, 0}, 0));
+    EXPECT_TRUE(near(pixel(Width - 3, Height / 2), Rgb{0, 255, 0}, 0));
+
+    camera->setUseOverlay(false);
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{0, 255, 0}, 0));
+}
+
+// The number of pixels of `colour` in row y between x0 and x1, and in column x between
+// y0 and y1.
+namespace {
+int runLength(std::vector<unsigned char> const& px, int width, int x0, int x1, int y, Rgb colour) {
+    int n = 0;
+    for (int x = x0; x < x1; ++x) {
+        std::size_t i = (std::size_t(y) * width + x) * 3;
+        n += px[i] == colour.r && px[i + 1] == colour.g && px[i + 2] == colour.b;
+    }
+    return n;
+}
+int columnLength(std::vector<unsigned char> const& px, int width, int x, int y0, int y1, Rgb colour) {
+    int n = 0;
+    for (int y = y0; y < y1; ++y) {
+        std::size_t i = (std::size_t(y) * width + x) * 3;
+        n += px[i] == colour.r && px[i + 1] == colour.g && px[i + 2] == colour.b;
+    }
+    return n;
+}
+}  // namespace
+
+TEST_F(GLViewRendererTest, TwoViewportsShowTheirCamerasSideBySideEachWithItsOwnAspect) {
+    // A narrow viewport on the left (16 x 64, aspect 1/4) and a wide one on the right
+    // (48 x 64, aspect 3/4), each with its own camera and scene.
+    SharedPtr<Velun::Camera> left = addCamera();
+    addQuad(root(), 0, 0, -4, QuadSpec(), colorMaterial(Color(1, 0, 0)));
+    addViewport(left, 0.0f, 0.0f, 0.25f, 1.0f);
+
+    Velun::SceneGraph& other = Velun::VelunCore::getSingleton().getSceneManager().createSceneGraph();
+    Velun::Camera* rightCamera = new Velun::Camera();
+    SharedPtr<Velun::Camera> right(rightCamera);
+    right->getCamSettings().setFovY(90.0f);
+    SharedPtr<Velun::RenderSettings> unlit(new Velun::RenderSettings());
+    unlit->setUseLights(false);
+    right->getCamSettings().setRenderSettings(unlit);
+    other.getRoot()->attachChild(*rightCamera);
+    Velun::TransformationNode& greenQuad =
+        addQuad(*other.getRoot(), 0, 0, -4, QuadSpec(), colorMaterial(Color(0, 1, 0)));
+    addViewport(right, 0.25f, 0.0f, 0.75f, 1.0f);
+    other.getUpdateTraverser()->run(mTime);
+
+    frame();
+    savePicture("viewports");
+    Rgb const red{255, 0, 0}, green{0, 255, 0};
+    // Both cameras see a 2 x 2 quad at distance 4 under a vertical field of 90 degrees:
+    // 16 of the 64 rows. A square stays square in either viewport.
+    int redRows = columnLength(mPixels, Width, 8, 0, Height, red);
+    int greenRows = columnLength(mPixels, Width, 40, 0, Height, green);
+    EXPECT_NEAR(redRows, 16, 1);
+    EXPECT_NEAR(greenRows, 16, 1);
+    EXPECT_NEAR(runLength(mPixels, Width, 0, 16, Height / 2, red), redRows, 1);
+    EXPECT_NEAR(runLength(mPixels, Width, 16, Width, Height / 2, green), greenRows, 1);
+    // Neither picture spills into the other's viewport.
+    EXPECT_EQ(runLength(mPixels, Width, 16, Width, Height / 2, red), 0);
+    EXPECT_EQ(runLength(mPixels, Width, 0, 16, Height / 2, green), 0);
+    EXPECT_TRUE(near(pixel(8, Height / 2), red, 0));
+    EXPECT_TRUE(near(pixel(40, Height / 2), green, 0));
+
+    mTarget = SharedPtr<Velun::RenderTarget>();
+    sWindow->detachRenderTarget();
+    right = SharedPtr<Velun::Camera>();
+    (void)greenQuad;
+    mNodes.clear();
+    Velun::VelunCore::getSingleton().getSceneManager().deleteSceneGraph(other);
+}
+
+}  // namespace RenderGLTest
+
+namespace RenderGLTest {
+
+class GLScreenshotTest : public GLDrawTest {
+protected:
+    void TearDown() override {
+        std::remove(mPath.c_str());
+        GLDrawTest::TearDown();
+    }
+    std::string mPath = std::string(VELUN_BINARY_DIR) + "/render_gl_screenshot_test.png";
+};
+
+TEST_F(GLScreenshotTest, SavesWhatTheWindowShowsAsPngWithTheTopRowFirst) {
+    addViewport(addCamera());
+    // Red above the middle, blue below it.
+    QuadSpec top;
+    top.x0 = -5;
+    top.x1 = 5;
+    top.y0 = 0;
+    top.y1 = 5;
+    addQuad(root(), 0, 0, -5, top, colorMaterial(Color(1, 0, 0)));
+    QuadSpec bottom = top;
+    bottom.y0 = -5;
+    bottom.y1 = 0;
+    addQuad(root(), 0, 0, -5, bottom, colorMaterial(Color(0, 0, 1)));
+    mScene->getUpdateTraverser()->run(mTime);
+    sWindow->render(mTime);
+
+    ASSERT_TRUE(sWindow->saveScreenshot(mPath));
+    Velun::DevILTextureSourceLoader loader;
+    ASSERT_TRUE(loader.initialize());
+    SharedPtr<Velun::TextureSource> image =
+        loader.load(Velun::NameMapper::ResourceInfo("shot", mPath, "png"));
+    ASSERT_FALSE(image.isNull());
+    Velun::TextureInfo const& info = image->getTextureInfo();
+    EXPECT_EQ(info.getWidth(), unsigned(Width));
+    EXPECT_EQ(info.getHeight(), unsigned(Height));
+    Color topLeft = info.getPixelColor(image->getPixel(0, 0, 0));
+    Color bottomRight = info.getPixelColor(image->getPixel(Width - 1, Height - 1, 0));
+    EXPECT_FLOAT_EQ(topLeft.r, 1.0f);
+    EXPECT_FLOAT_EQ(topLeft.b, 0.0f);
+    EXPECT_FLOAT_EQ(bottomRight.r, 0.0f);
+    EXPECT_FLOAT_EQ(bottomRight.b, 1.0f);
+    loader.shutdown();
+}
+
+TEST_F(GLScreenshotTest, UnwritablePathFailsWithAnErrorLine) {
+    addViewport(addCamera());
+    std::string const path = "/nonexistent-directory/shot.png";
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(sWindow->saveScreenshot(path));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Could not save the image /nonexistent-directory/shot.png: could not open file\n");
+}
+
+}  // namespace RenderGLTest
