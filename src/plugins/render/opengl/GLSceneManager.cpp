@@ -20,7 +20,8 @@ void sendColor(GLenum light, GLenum name, Color const& color) {
 }  // namespace
 
 GLSceneManager::GLSceneManager(GLRenderContext* context, Dorvan::SharedPtr<RenderSettings> settings)
-    : mDefaultsApplied(false), mContext(context), mSettings(settings) {
+    : mDefaultsApplied(false), mContext(context), mSettings(settings), mViewKnown(false),
+      mView(Dorvan::Matrix<float, 4>::identity()) {
     // A pass without settings has the defaults, so a material's override is undone in
     // full and not only in part.
     if (!mSettings)
@@ -40,7 +41,17 @@ void GLSceneManager::multMatrix(Dorvan::Matrix<float, 4> const& m) {
         glMultTransposeMatrixf(m.m);
 }
 
+void GLSceneManager::setViewMatrix(Dorvan::Matrix<float, 4> const& view) {
+    mView = view;
+    mViewKnown = true;
+}
+
 void GLSceneManager::setWorldTransformation(Dorvan::Matrix<float, 4> const& m) {
+    // The same product GL forms, element by element in the same order.
+    if (mViewKnown) {
+        glLoadTransposeMatrixf((mView * m).m);
+        return;
+    }
     glPopMatrix();
     glPushMatrix();
     multMatrix(m);

@@ -32,6 +32,9 @@ public:
     // Replaces the top of the modelview stack with the one below it times `m`: the
     // caller has pushed the view matrix once.
     void setWorldTransformation(Dorvan::Matrix<float, 4> const& m);
+    // The view matrix the caller pushed: each world transformation is then loaded as
+    // one product, one GL call per drawable instead of three.
+    void setViewMatrix(Dorvan::Matrix<float, 4> const& view);
 
     // Sets the pass's lights; GL lights beyond them are switched off.
     void setupLights();
@@ -49,6 +52,8 @@ private:
     GLRenderContext* mContext;
     Dorvan::Vector<Light*> mLights;
     Dorvan::SharedPtr<RenderSettings> mSettings;
+    bool mViewKnown;
+    Dorvan::Matrix<float, 4> mView;
 };
 
 }  // namespace Velun

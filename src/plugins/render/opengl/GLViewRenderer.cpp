@@ -44,6 +44,7 @@ void GLViewRenderer::setModelview() {
     glLoadTransposeMatrixf(mFrustum->getViewMatrix().m);
     // The view matrix stays one level down; each drawable is placed from it.
     glPushMatrix();
+    mSceneManager.setViewMatrix(mFrustum->getViewMatrix());
     mSceneManager.setupLights();
     mSceneManager.restoreDefaultSettings();
     mSceneManager.setupFog();
