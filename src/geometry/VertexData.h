@@ -11,8 +11,9 @@ namespace Velun {
 class Color;
 
 // Vertex attributes in float arrays: positions (3 components), colours (4), secondary
-// colours (3), normals (3), fog coordinates (1) and any number of texture coordinate
-// layers (2 components each, the layers of one vertex side by side). The arrays are
+// colours (3, added to the colour of unlit faces), normals (3), fog coordinates (1) and
+// any number of texture coordinate layers (2 components each, the layers of one vertex
+// side by side). The arrays are
 // copy-on-write, so copying a VertexData is cheap until one side writes.
 //
 // Filling order: choose the attributes with setUse..., add one texture index per layer,
