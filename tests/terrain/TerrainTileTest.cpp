@@ -138,12 +138,6 @@ protected:
             bumps.push_back(static_cast<unsigned char>((i * 97 + (i / 8) * 31) % 256));
         make(2, 1, 7.0f, 20.0f, grey(8, bumps));
     }
-    Velun::IndexData const& strip(unsigned int patch) {
-        Velun::GeometryElement* element =
-            mTerrain->getPatch(patch)->getGeometry(0)->getElementGroups()[0]->getElementList(0)[0];
-        return static_cast<Velun::IndexData const&>(
-            dynamic_cast<Velun::IndexElement*>(element)->getIndexList());
-    }
     Point vertex(unsigned int index) {
         float const* v = static_cast<float const*>(tile().getVertexData()->getVertices()) + 3 * index;
         return Point(v[0], v[1], v[2]);
@@ -158,7 +152,10 @@ TEST_F(MeshTest, PatchesCoverEveryCellWithTheTrianglesTheQueriesUse) {
     std::set<std::tuple<unsigned int, unsigned int, unsigned int>> triangles;
     for (unsigned int p = 0; p < mTerrain->getPatchCount(); ++p) {
         ASSERT_EQ(mTerrain->getPatch(p)->getGeometry(0)->getElementGroups().size(), 1u);
-        Velun::IndexData const& indices = strip(p);
+        Velun::GeometryElement* element =
+            mTerrain->getPatch(p)->getGeometry(0)->getElementGroups()[0]->getElementList(0)[0];
+        auto const& indices =
+            static_cast<Velun::IndexData const&>(dynamic_cast<Velun::IndexElement*>(element)->getIndexList());
         for (unsigned int i = 2; i < indices.getCount(); ++i) {
             unsigned int a = indices.getIndex(i - 2), b = indices.getIndex(i - 1), c = indices.getIndex(i);
             if (a == b || b == c || a == c)
