@@ -31,9 +31,14 @@ namespace {
 
 const char* const kChildDir = "VELUN_FMOD_CHILD_DIR";
 
-int runChild(const std::string& test, const std::string& dir, const std::string& config) {
-    setenv(kChildDir, dir.c_str(), 1);
-    setenv("ALSOFT_CONF", config.c_str(), 1);
+// Runs the child test with OpenAL Soft on `drivers`, the wave writer's file in `dir`.
+int runChild(const std::string& test, const FmodTest::TempDir& dir, const std::string& drivers) {
+    std::ofstream(dir.file("alsoft.conf"))
+        << "[general]\ndrivers = " << drivers
+        << "\nchannels = stereo\nsample-type = int16\nfrequency = " << FmodTest::kRate
+        << "\n[wave]\nfile = " << dir.file("out.wav") << "\n";
+    setenv(kChildDir, dir.file("").c_str(), 1);
+    setenv("ALSOFT_CONF", dir.file("alsoft.conf").c_str(), 1);
     std::string program = "/proc/self/exe", filter = "--gtest_filter=FmodChild." + test;
     char* argv[] = {&program[0], &filter[0], nullptr};
     pid_t child = 0;
@@ -44,14 +49,6 @@ int runChild(const std::string& test, const std::string& dir, const std::string&
     if (spawned)
         waitpid(child, &status, 0);
     return spawned && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-std::string writeConfig(const FmodTest::TempDir& dir, const std::string& drivers) {
-    std::ofstream config(dir.file("alsoft.conf"));
-    config << "[general]\ndrivers = " << drivers
-           << "\nchannels = stereo\nsample-type = int16\nfrequency = " << FmodTest::kRate
-           << "\n[wave]\nfile = " << dir.file("out.wav") << "\n";
-    return dir.file("alsoft.conf");
 }
 
 std::vector<float> readStereo(const std::string& path) {
@@ -70,7 +67,7 @@ TEST(FmodOutput, ASoundNodeIsWrittenToTheWaveOutputOnItsSide) {
     std::filesystem::create_directory(dir.file("sound"));
     ASSERT_TRUE(FmodTest::writeSound(dir.file("sound/tone.wav"), FmodTest::tone(440, 0.25f), 2,
                                      SF_FORMAT_WAV | SF_FORMAT_PCM_16));
-    ASSERT_EQ(runChild("PlaysASoundNode", dir.file(""), writeConfig(dir, "wave")), 0);
+    ASSERT_EQ(runChild("PlaysASoundNode", dir, "wave"), 0);
     std::vector<float> out = readStereo(dir.file("out.wav"));
     ASSERT_GT(out.size(), static_cast<size_t>(FmodTest::kRate));
     EXPECT_GT(FmodTest::energy(out, 0), 100.0 * FmodTest::energy(out, 1));
@@ -78,7 +75,7 @@ TEST(FmodOutput, ASoundNodeIsWrittenToTheWaveOutputOnItsSide) {
 
 TEST(FmodOutput, WithoutADeviceTheGameRunsSilently) {
     FmodTest::TempDir dir;
-    EXPECT_EQ(runChild("RunsWithoutADevice", dir.file(""), writeConfig(dir, "no-such-driver")), 0);
+    EXPECT_EQ(runChild("RunsWithoutADevice", dir, "no-such-driver"), 0);
 }
 
 // A game's start, a jeep's engine on a Sound node three units to the listener's left
