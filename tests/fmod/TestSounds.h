@@ -55,24 +55,10 @@ inline double energy(const std::vector<float>& stereo, int channel, size_t from 
 }
 
 // A fresh folder under /tmp, removed with everything in it.
-class TempDir {
-public:
-    TempDir() {
-        char pattern[] = "/tmp/velun-fmod-XXXXXX";
-        if (mkdtemp(pattern))
-            mPath = pattern;
-    }
-    ~TempDir() {
-        if (!mPath.empty())
-            std::filesystem::remove_all(mPath);
-    }
-    TempDir(const TempDir&) = delete;
-    TempDir& operator=(const TempDir&) = delete;
-
+struct TempDir {
+    std::filesystem::path mPath = mkdtemp(&(std::string("/tmp/velun-fmod-XXXXXX") + '\0')[0]);
+    ~TempDir() { std::filesystem::remove_all(mPath); }
     std::string file(const std::string& name) const { return (mPath / name).string(); }
-
-private:
-    std::filesystem::path mPath;
 };
 
 }  // namespace FmodTest

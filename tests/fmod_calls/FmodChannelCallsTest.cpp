@@ -107,6 +107,16 @@ TEST_F(FmodChannelCalls, FailuresCostNeitherTheSoundNorTheVoice) {
                                  "No voice is free to play the sound.",
                                  "plugins.sound.fmod: FMOD Error while creating new channel: "
                                  "No voice is free to play the sound."}));
+
+    // Held past shutdown, they no longer call in.
+    engine.shutdown();
+    calls();
+    EXPECT_FALSE(channel->play());
+    EXPECT_FALSE(channel->setVolume(0.3f));
+    EXPECT_FALSE(channel->isPlaying());
+    channel = SharedPtr<SoundChannel>();
+    source = SharedPtr<SoundSource>();
+    EXPECT_TRUE(calls().empty());
 }
 
 TEST_F(FmodChannelCalls, ErrorTexts) {
@@ -159,18 +169,6 @@ TEST_F(FmodChannelCalls, DroppedChannelStopsOnlyAVoiceThatWouldNeverEnd) {
             expected.push_back("stop");
         EXPECT_EQ(calls(), expected);
     }
-}
-
-TEST_F(FmodChannelCalls, ChannelsAndSourcesHeldPastShutdownNoLongerCallIn) {
-    newChannel();
-    engine.shutdown();
-    calls();
-    EXPECT_FALSE(channel->play());
-    EXPECT_FALSE(channel->setVolume(0.3f));
-    EXPECT_FALSE(channel->isPlaying());
-    channel = SharedPtr<SoundChannel>();
-    source = SharedPtr<SoundSource>();
-    EXPECT_TRUE(calls().empty());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "plugins/loader/devil/DdsFile.h"
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <fstream>
@@ -30,10 +31,7 @@ const PixelFormat kFormats[] = {
     {"l8a8", 0x20001, 16, {0xFF, 0, 0, 0xFF00}},
 };
 
-struct Rgba {
-    int r, g, b, a;
-    bool operator==(const Rgba& o) const { return r == o.r && g == o.g && b == o.b && a == o.a; }
-};
+typedef std::array<int, 4> Rgba;
 
 void put32(std::vector<unsigned char>& bytes, std::size_t at, std::uint32_t value) {
     for (int i = 0; i < 4; ++i)
@@ -64,23 +62,22 @@ std::vector<unsigned char> header(const PixelFormat& format, unsigned int width,
 void appendSolid(std::vector<unsigned char>& bytes, const PixelFormat& format, unsigned int width,
                  unsigned int height, Rgba colour) {
     if (format.flags & 0x4) {
-        unsigned int c565 = (colour.r >> 3) << 11 | (colour.g >> 2) << 5 | colour.b >> 3;
+        unsigned int c565 = (colour[0] >> 3) << 11 | (colour[1] >> 2) << 5 | colour[2] >> 3;
         unsigned char low = static_cast<unsigned char>(c565), high = static_cast<unsigned char>(c565 >> 8);
         std::vector<unsigned char> block = {low, high, low, high, 0, 0, 0, 0};
         if (format.name[3] == '3')
-            block.insert(block.begin(), 8, static_cast<unsigned char>((colour.a >> 4) * 17));
+            block.insert(block.begin(), 8, static_cast<unsigned char>((colour[3] >> 4) * 17));
         if (format.name[3] == '5')
-            block.insert(block.begin(), {static_cast<unsigned char>(colour.a), 0, 0, 0, 0, 0, 0, 0});
+            block.insert(block.begin(), {static_cast<unsigned char>(colour[3]), 0, 0, 0, 0, 0, 0, 0});
         for (unsigned int i = 0; i < ((width + 3) / 4) * ((height + 3) / 4); ++i)
             bytes.insert(bytes.end(), block.begin(), block.end());
         return;
     }
-    const int values[4] = {colour.r, colour.g, colour.b, colour.a};
     std::uint32_t pixel = 0;
     for (int c = 0; c < 4; ++c) {
         std::uint32_t mask = format.masks[c];
         if (mask)
-            pixel |= static_cast<std::uint32_t>(values[c] * (std::uint64_t(mask) / (mask & -mask)) / 255) *
+            pixel |= static_cast<std::uint32_t>(colour[c] * (std::uint64_t(mask) / (mask & -mask)) / 255) *
                      (mask & -mask);
     }
     for (unsigned int i = 0; i < width * height; ++i) {
@@ -91,14 +88,10 @@ void appendSolid(std::vector<unsigned char>& bytes, const PixelFormat& format, u
 
 Rgba texel(const TextureSource& image, unsigned int x, unsigned int y) {
     const unsigned char* p = static_cast<const unsigned char*>(image.getPixel(x, y, 0));
-    switch (image.getTextureInfo().getChannels()) {
-    case 1:
+    const unsigned int channels = image.getTextureInfo().getChannels();
+    if (channels == 1)
         return {p[0], p[0], p[0], 255};
-    case 3:
-        return {p[0], p[1], p[2], 255};
-    default:
-        return {p[0], p[1], p[2], p[3]};
-    }
+    return {p[0], p[1], p[2], channels == 3 ? 255 : p[3]};
 }
 
 const Rgba kColours[] = {{255, 0, 0, 136}, {0, 255, 0, 255}, {0, 0, 255, 136}, {255, 255, 255, 255}};
@@ -108,9 +101,9 @@ Rgba kept(const PixelFormat& format, Rgba colour) {
     bool alpha =
         (format.flags & 0x1) || !std::strcmp(format.name, "DXT3") || !std::strcmp(format.name, "DXT5");
     if (format.flags & 0x20000)
-        colour.g = colour.b = colour.r;
+        colour[1] = colour[2] = colour[0];
     if (!alpha)
-        colour.a = 255;
+        colour[3] = 255;
     return colour;
 }
 
@@ -145,8 +138,8 @@ TEST(DdsFileTest, ReadsEveryFormatWithItsLevelsAndFaces) {
                     ASSERT_EQ(w, surface.getTextureInfo().getWidth());
                     ASSERT_EQ(h, surface.getTextureInfo().getHeight());
                     Rgba expected = kept(format, kColours[(face + level) % 4]);
-                    EXPECT_TRUE(expected == texel(surface, 0, 0)) << face << "/" << level;
-                    EXPECT_TRUE(expected == texel(surface, w - 1, h - 1)) << face << "/" << level;
+                    EXPECT_EQ(expected, texel(surface, 0, 0)) << face << "/" << level;
+                    EXPECT_EQ(expected, texel(surface, w - 1, h - 1)) << face << "/" << level;
                 }
             }
         }
@@ -191,7 +184,7 @@ TEST(DdsFileTest, DecodesEveryBlockPalette) {
         DdsFile file;
         ASSERT_TRUE(file.read(bytes.data(), bytes.size())) << file.getError();
         for (unsigned int x = 0; x < 4; ++x)
-            EXPECT_TRUE(c.expected[x] == texel(*file.getSurface(0, 0), x, 0)) << x;
+            EXPECT_EQ(c.expected[x], texel(*file.getSurface(0, 0), x, 0)) << x;
     }
 }
 
@@ -267,6 +260,6 @@ TEST_F(DdsLoaderTest, HandsOutEveryLevelOrTheRequestedDescription) {
     ASSERT_TRUE(converted);
     EXPECT_EQ(wanted, converted->getTextureInfo());
     // Bytes in Bgr order: red top left, blue bottom left.
-    EXPECT_TRUE((Rgba{0, 0, 255, 255}) == texel(*converted, 1, 1));
-    EXPECT_TRUE((Rgba{255, 0, 0, 255}) == texel(*converted, 1, 6));
+    EXPECT_EQ((Rgba{0, 0, 255, 255}), texel(*converted, 1, 1));
+    EXPECT_EQ((Rgba{255, 0, 0, 255}), texel(*converted, 1, 6));
 }

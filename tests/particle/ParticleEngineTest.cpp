@@ -28,20 +28,15 @@ const int kFrameMs = 16;
 class ParticleEngineTest : public ::testing::Test {
 protected:
     ParticleEngineTest() { mClock.setTime(kStart); }
-
-    // Initialised and started at kStart with the given strategies (either may be null).
     void begin(SharedPtr<ParticleEngine::Emitter> emitter, SharedPtr<ParticleEngine::ForceModel> forces) {
         mEngine.setEmitter(emitter);
         mEngine.setForceModel(forces);
         mEngine.initialize();
         mEngine.start();
     }
-    // Frames of kFrameMs after kStart; returns the time of the last.
-    std::int64_t run(int frames) {
-        std::int64_t now = kStart;
-        for (int i = 0; i < frames; ++i)
-            mEngine.update(now += kFrameMs);
-        return now;
+    void run(int frames) {
+        for (int i = 1; i <= frames; ++i)
+            mEngine.update(kStart + i * kFrameMs);
     }
     ParticleData& data() { return mEngine.getParticleData(); }
 
@@ -49,18 +44,15 @@ protected:
     ParticleEngine mEngine;
 };
 
-struct MotionCase {
-    const char* name;
-    Vec force, start, velocity;
-};
-const MotionCase kMotions[] = {
-    {"gravity", Vec(0, -9.81f, 0), Vec(1, 2, 3), Vec(1, 5, 0)},
-    {"no force", Vec(0, 0, 0), Vec(0, 0, 0), Vec(2, 0, -1)},
-    {"every axis", Vec(3, -1, 0.5f), Vec(-4, 0, 1), Vec(0, 0, 0)},
-};
-
 TEST_F(ParticleEngineTest, ConstantForceOverFrameStepsFollowsSemiImplicitEuler) {
-    for (MotionCase const& c : kMotions) {
+    const struct {
+        const char* name;
+        Vec force, start, velocity;
+    } cases[] = {
+        {"gravity", Vec(0, -9.81f, 0), Vec(1, 2, 3), Vec(1, 5, 0)},
+        {"every axis", Vec(3, -1, 0.5f), Vec(-4, 0, 1), Vec(0, 0, 0)},
+    };
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         SharedPtr<LinearForceModel> forces(new LinearForceModel());
         forces->setExtForce(c.force);
@@ -98,20 +90,18 @@ TEST_F(ParticleEngineTest, RotationKeepsRadiusAndSpeedAndLeavesTheCentreAlone) {
     EXPECT_EQ(data().getPosition()[0], 1.005f);
 }
 
-struct RateCase {
-    const char* name;
-    float perSecond;
-    int stepMs, frames;
-    unsigned int expected;
-};
-const RateCase kRates[] = {
-    {"30 per second for 9.6 s", 30, 16, 600, 288},
-    {"fraction carried", 10, 250, 3, 7},
-    {"below one per frame", 50, 16, 60, 48},
-};
-
 TEST_F(ParticleEngineTest, EmissionFollowsTheRateAtAnyFrameStep) {
-    for (RateCase const& c : kRates) {
+    const struct {
+        const char* name;
+        float perSecond;
+        int stepMs, frames;
+        unsigned int expected;
+    } cases[] = {
+        {"30 per second for 9.6 s", 30, 16, 600, 288},
+        {"fraction carried", 10, 250, 3, 7},
+        {"below one per frame", 50, 16, 60, 48},
+    };
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         SharedPtr<PointEmitter> emitter(new PointEmitter());
         emitter->setPointsPerSecond(c.perSecond);
@@ -124,20 +114,18 @@ TEST_F(ParticleEngineTest, EmissionFollowsTheRateAtAnyFrameStep) {
     }
 }
 
-struct LifeCase {
-    const char* name;
-    unsigned int minAge, maxAge;
-    std::int64_t lowest, highest;  // life in ms; -1 for never
-};
-const LifeCase kLives[] = {
-    {"fixed", 500, 500, 500, 500},
-    {"endless", 0, 0, -1, -1},
-    {"wide range", 0, 1000000, 0, 1000000},
-    {"swapped bounds", 800, 200, 200, 800},
-};
-
 TEST_F(ParticleEngineTest, LivesLieWithinTheAgesAndSpreadOverThem) {
-    for (LifeCase const& c : kLives) {
+    const struct {
+        const char* name;
+        unsigned int minAge, maxAge;
+        std::int64_t lowest, highest;  // life in ms; -1 for never
+    } cases[] = {
+        {"fixed", 500, 500, 500, 500},
+        {"endless", 0, 0, -1, -1},
+        {"wide range", 0, 1000000, 0, 1000000},
+        {"swapped bounds", 800, 200, 200, 800},
+    };
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         SharedPtr<PointEmitter> emitter(new PointEmitter());
         emitter->setInitPointCount(2000);

@@ -15,7 +15,7 @@ public:
     int getChannels() const override { return -1; }
 };
 
-// Records the places it is given; every other operation succeeds and does nothing.
+// Records the places it is given and whether any velocity was; everything else succeeds.
 class RecordingChannel : public Velun::SoundChannel {
 public:
     bool setSoundSource(Dorvan::SharedPtr<Velun::SoundSource>) override { return true; }
@@ -28,7 +28,7 @@ public:
     bool setLoopCount(int) override { return true; }
     bool set3DAttributes(const Vec3& position, const Vec3& velocity) override {
         mPositions.push_back(position);
-        mVelocities.push_back(velocity);
+        mMoving = mMoving || velocity.length() > 0.0f;
         return true;
     }
     bool isPlaying() const override { return false; }
@@ -36,23 +36,18 @@ public:
     bool isPaused() const override { return false; }
 
     std::vector<Vec3> mPositions;
-    std::vector<Vec3> mVelocities;
+    bool mMoving = false;
 };
 
-// A sound engine that records the calls made on it. Files whose name contains
-// "missing" cannot be opened; initialisation fails when mFailInitialize is set.
+// Files whose name contains "missing" cannot be opened; initialisation fails when mFail is set.
 class RecordingSoundEngine : public Velun::SoundEngine {
 public:
     bool isInitialized() const override { return mInitialized; }
     bool initialize() override {
         ++mInitializeCalls;
-        mInitialized = !mFailInitialize;
-        return mInitialized;
+        return mInitialized = !mFail;
     }
-    bool shutdown() override {
-        mInitialized = false;
-        return true;
-    }
+    bool shutdown() override { return !(mInitialized = false); }
     bool update(std::int64_t timestamp) override {
         mUpdates.push_back(timestamp);
         return true;
@@ -69,18 +64,15 @@ public:
         return Dorvan::SharedPtr<Velun::SoundChannel>(new RecordingChannel());
     }
     void updateListenerAttributes(const Vec3& position, const Vec3&, const Vec3&, const Vec3&,
-                                  unsigned int listener) override {
+                                  unsigned int) override {
         mListener = position;
-        mListenerIndex = listener;
     }
 
-    bool mInitialized = false;
-    bool mFailInitialize = false;
+    bool mInitialized = false, mFail = false;
     int mInitializeCalls = 0;
     std::vector<std::int64_t> mUpdates;
     mutable std::vector<std::string> mOpened;
     Vec3 mListener = Vec3(0, 0, 0);
-    unsigned int mListenerIndex = 99;
 };
 
 }  // namespace SoundTest

@@ -19,21 +19,13 @@ using Dorvan::SharedPtr;
 template <class T>
 SharedPtr<Velun::TextureSource> makeImage(unsigned int width, unsigned int height, unsigned int channels,
                                           std::vector<T> const& values) {
-    Velun::TextureInfo info;
-    info.setWidth(width);
-    info.setHeight(height);
-    info.setDepth(1);
-    info.setDataType(sizeof(T) == 1 ? Velun::DataType::UnsignedByte : Velun::DataType::UnsignedShort);
+    Velun::TextureInfo info(width, height, 1,
+                            sizeof(T) == 1 ? Velun::DataType::UnsignedByte : Velun::DataType::UnsignedShort,
+                            channels == 3 ? Velun::Color::Rgb : Velun::Color::Luminance);
     info.setChannels(channels);
-    if (channels == 1)
-        info.setColorFormat(Velun::Color::Luminance);
-    else if (channels == 3)
-        info.setColorFormat(Velun::Color::Rgb);
     Dorvan::CowMemPtr<void> data;
-    if (!values.empty()) {
-        data.alloc(values.size() * sizeof(T));
+    if (!values.empty() && data.alloc(values.size() * sizeof(T)))
         std::memcpy(data.get(), values.data(), values.size() * sizeof(T));
-    }
     return SharedPtr<Velun::TextureSource>(new Velun::TextureData(info, data));
 }
 

@@ -4,20 +4,17 @@
 #include "scene/View.h"
 #include "support/GLDrawFixture.h"
 #include "terrain/Terrain.h"
+#include "terrain/TerrainFixture.h"
 #include "terrain/TerrainTile.h"
 
 namespace RenderGLTest {
 
 using Velun::Terrain;
 
-// A uniform width x width RGB image.
-SharedPtr<Velun::TextureSource> image(unsigned int width, std::vector<unsigned char> const& rgb) {
-    Velun::TextureInfo info(width, width, 1, Velun::DataType::UnsignedByte,
-                            rgb.size() == width * width ? Velun::Color::Luminance : Velun::Color::Rgb);
-    Dorvan::CowMemPtr<void> data;
-    data.alloc(rgb.size());
-    std::copy(rgb.begin(), rgb.end(), static_cast<unsigned char*>(data.get()));
-    return SharedPtr<Velun::TextureSource>(new Velun::TextureData(info, data));
+// A width x width image, grey or RGB by the number of values.
+SharedPtr<Velun::TextureSource> image(unsigned int width, std::vector<unsigned char> const& values) {
+    return TerrainTest::makeImage<unsigned char>(width, width, unsigned(values.size()) / (width * width),
+                                                 values);
 }
 
 // A 2 x 2 terrain-unit tile of 16 x 16 vertices, 2 x 2 patches, turned to face the

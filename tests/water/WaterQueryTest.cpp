@@ -1,5 +1,3 @@
-// Queries on water ribbons against values worked out by hand from the lines given.
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -25,15 +23,13 @@ void expectVec(Vec3 const& actual, Vec3 const& expected) {
         EXPECT_NEAR(actual[i], expected[i], kTolerance) << "component " << i;
 }
 
-// Quad coordinates, surface height, signed distance and flow at a point.
 struct QueryCase {
     const char* name;
     Point point;
-    float u, v, surfaceY, distance;
+    float u, v, surfaceY, distance;  // quad coordinates, surface height, signed distance
     Vec3 velocity;
 };
 
-// Nodes need a started engine; its log lines are kept with their channels.
 class WaterQueryTest : public VelunTest::EngineTest {
 protected:
     void SetUp() override {
@@ -61,13 +57,8 @@ TEST_F(WaterQueryTest, TwoLinesMakeOneQuadWithFlowAcrossThem) {
     EXPECT_FALSE(water.getPointHandle(Point(5, 0, 0)).hasQuad());
     water.addQuad(Point(0, 0, 10), Point(10, 0, 10), 3.0f);
     ASSERT_EQ(water.getQuadCount(), 1u);
-    const QueryCase cases[] = {
-        {"middle, above", Point(5, 2, 5), 0.5f, 0.5f, 0, 2, Vec3(0, 0, -2)},
-        {"middle, below", Point(5, -2, 5), 0.5f, 0.5f, 0, -2, Vec3(0, 0, -2)},
-        {"near the far corner", Point(10, 1, 9), 1, 0.9f, 0, 1, Vec3(0, 0, -2.8f)},
-    };
-    for (QueryCase const& c : cases)
-        expectQuery(water, c);
+    expectQuery(water, {"middle, below", Point(5, -2, 5), 0.5f, 0.5f, 0, -2, Vec3(0, 0, -2)});
+    expectQuery(water, {"near the far corner", Point(10, 1, 9), 1, 0.9f, 0, 1, Vec3(0, 0, -2.8f)});
 
     Point beside(5, 3, 11);
     expectVec(water.getSurfacePoint(beside), beside);
@@ -106,9 +97,7 @@ TEST_F(WaterQueryTest, PlacedWaterAnswersInWorldCoordinates) {
     water.addQuad(Point(0, 0, 10), Point(10, 0, 10), Vec3(2, 0, 4));
     scene.getUpdateTraverser()->run(0);
 
-    // Local (5, 1, 2.5).
-    QueryCase c = {"turned", Point(102.5f, 1, -5), 0.5f, 0.25f, 0, 1, Vec3(1, 0, -2)};
-    expectQuery(water, c);
+    expectQuery(water, {"local (5, 1, 2.5)", Point(102.5f, 1, -5), 0.5f, 0.25f, 0, 1, Vec3(1, 0, -2)});
     EXPECT_FALSE(water.getPointHandle(Point(5, 1, 2.5f)).hasQuad());
 }
 

@@ -1,7 +1,6 @@
 // A water ribbon on screen: attached and drawn while empty, then grown by ten quads and
 // drawn again, blended over a white wall, in an Xvfb window read back.
 
-#include "plugins/render/opengl/GLScreenshot.h"
 #include "support/GLDrawFixture.h"
 #include "water/Water.h"
 
@@ -57,8 +56,7 @@ TEST_F(WaterDrawTest, QuadsAddedAfterEarlierFramesAreDrawnBlended) {
             EXPECT_TRUE(RenderGLTest::near(pixel(p.x, p.y), p.expected[step]));
         }
     }
-    Velun::GLScreenshot::writeImage(std::string(VELUN_BINARY_DIR) + "/water_gl_ribbon.png", Width, Height,
-                                    mPixels);
+    savePicture("water_ribbon");
 }
 
 }  // namespace
