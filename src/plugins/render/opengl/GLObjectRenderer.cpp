@@ -24,7 +24,7 @@ std::int64_t currentTimestamp() {
 }  // namespace
 
 GLObjectRenderer::GLObjectRenderer(GLRenderContext* context, SharedPtr<RenderSettings> settings)
-    : mSettings(settings), mContext(context), mMaterialManager(nullptr), mSceneManager(nullptr),
+    : mSettings(settings), mMaterialManager(nullptr), mSceneManager(nullptr),
       mGeometryRenderer(context, settings), mStamp(currentTimestamp()) {}
 
 GLObjectRenderer::~GLObjectRenderer() {}

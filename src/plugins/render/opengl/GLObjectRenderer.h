@@ -51,7 +51,6 @@ public:
 
 private:
     Dorvan::SharedPtr<RenderSettings> mSettings;
-    GLRenderContext* mContext;
     GLMaterialManager* mMaterialManager;
     GLSceneManager* mSceneManager;
     GLGeometryRenderer mGeometryRenderer;

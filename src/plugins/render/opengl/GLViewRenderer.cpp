@@ -10,7 +10,7 @@ using Dorvan::SharedPtr;
 
 GLViewRenderer::GLViewRenderer(GLRenderContext* context, SharedPtr<View> const& view,
                                SharedPtr<RenderSettings> settings, SharedPtr<Frustrum> frustum)
-    : mContext(context), mView(view), mFrustum(frustum), mSettings(settings), mMaterialManager(context),
+    : mView(view), mFrustum(frustum), mSettings(settings), mMaterialManager(context),
       mSceneManager(context, settings), mObjectRenderer(context, settings) {
     mHandler = SharedPtr<GLTraverserHandler>(
         new GLTraverserHandler(&mSceneManager, &mObjectRenderer, mView->getViewFilter()));

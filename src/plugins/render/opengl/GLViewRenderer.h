@@ -38,7 +38,6 @@ public:
     GLObjectRenderer& getObjectRenderer() { return mObjectRenderer; }
 
 private:
-    GLRenderContext* mContext;
     Dorvan::SharedPtr<View> mView;
     Dorvan::SharedPtr<Frustrum> mFrustum;
     Dorvan::SharedPtr<RenderSettings> mSettings;
