@@ -69,7 +69,7 @@ Effects::Effects(Nodes& nodes, Branch& root, Jeep& jeep, const Point& campfire)
     gravity->setExtForce(TVector<float, 3>(0.0f, -3.0f, 0.0f));
     mSparks.setEmitter(fire);
     mSparks.setForceModel(gravity);
-    show(nodes, root, mSparks, Color(1.0f, 0.72f, 0.18f, 1.0f), 8.0f);
+    show(nodes, root, mSparks, Color(1.0f, 0.55f, 0.12f, 1.0f), 9.0f);
 
     for (ParticleEngine* engine : {&mDust, &mSparks}) {
         engine->initialize();

@@ -165,7 +165,7 @@ public:
             const Dorvan::Matrix<float, 4>& jeep = mJeep.getPlace().getLocalTransformation();
             look(Point(jeep(0, 3), jeep(1, 3) + 1.0f, jeep(2, 3)), 9.0f, 0.35f);
         } else {
-            look(Point(mCampfire[0], mCampfire[1] + 1.5f, mCampfire[2]), 13.0f, 0.3f);
+            look(Point(mCampfire[0], mCampfire[1] + 1.5f, mCampfire[2]), 9.0f, 0.3f);
         }
         return 0;
     }
