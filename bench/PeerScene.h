@@ -11,8 +11,11 @@
 #include <thread>
 #include <vector>
 
+#include <benchmark/benchmark.h>
+
 #include "core/TimerManager.h"
 #include "core/VelunCore.h"
+#include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/GLRenderEngine.h"
 #include "plugins/render/opengl/GLScreenshot.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
@@ -116,6 +119,22 @@ public:
         mWindow.render(now);
         if (cubescene::no_raster())
             glDisable(cubescene::kRasterizerDiscard);
+    }
+
+    // One frame per benchmark iteration, after warm-up frames; reports the buffer loads per
+    // frame and the coverage.
+    void timeFrames(benchmark::State& state) {
+        Velun::GLRenderContext& context = *mWindow.getGLRenderContext();
+        for (int i = 0; i < cubescene::kWarmupFrames; ++i)
+            frame();
+        glFinish();
+        unsigned int loads = context.getBufferLoadCount();
+        for (auto _ : state)
+            frame();
+        glFinish();
+        state.counters["buffer_loads_per_frame"] =
+            double(context.getBufferLoadCount() - loads) / double(state.iterations());
+        state.counters["coverage"] = coverage();
     }
 
     // Fraction of the window that is not background, from a frame drawn but not swapped.

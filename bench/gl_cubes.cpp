@@ -150,18 +150,8 @@ void runCubes(benchmark::State& state, bool ownData) {
         return;
     }
     CubeScene scene(int(state.range(0)), ownData);
-    GLRenderContext& context = *engine().window->getGLRenderContext();
-    for (int i = 0; i < cubescene::kWarmupFrames; ++i)
-        scene.frame();
-    glFinish();
-    unsigned int loads = context.getBufferLoadCount();
-    for (auto _ : state)
-        scene.frame();
-    glFinish();
-    state.counters["buffer_loads_per_frame"] =
-        double(context.getBufferLoadCount() - loads) / double(state.iterations());
+    scene.timeFrames(state);
     state.counters["objects"] = double(state.range(0));
-    state.counters["coverage"] = scene.coverage();
 }
 
 void BM_Cubes(benchmark::State& state) { runCubes(state, false); }

@@ -119,19 +119,9 @@ void BM_TerrainFrame(benchmark::State& state) {
         return;
     }
     TerrainScene scene;
-    GLRenderContext& context = *engine().window->getGLRenderContext();
-    for (int i = 0; i < cubescene::kWarmupFrames; ++i)
-        scene.frame();
-    glFinish();
-    unsigned int loads = context.getBufferLoadCount();
-    for (auto _ : state)
-        scene.frame();
-    glFinish();
-    state.counters["buffer_loads_per_frame"] =
-        double(context.getBufferLoadCount() - loads) / double(state.iterations());
+    scene.timeFrames(state);
     state.counters["patches"] = scene.terrain().getPatchCount();
     state.counters["draw_calls_per_frame"] = scene.drawCalls();
-    state.counters["coverage"] = scene.coverage();
 }
 
 // The terrain's arrays in buffer objects of its own, drawn as a fixed-function GL
