@@ -83,6 +83,17 @@ TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
     ilGenImages(1, &after);
     ilDeleteImages(1, &after);
     EXPECT_EQ(before, after);
+
+    // Headers announcing far more pixels than the file holds are refused before DevIL
+    // allocates for them (the BMP came from the fuzzer: 402 million pixels a row).
+    for (const char* name : {"huge.bmp", "huge.tga"}) {
+        SCOPED_TRACE(name);
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(source(name));
+        EXPECT_EQ(std::string("Error opening .\\textures\\") + name + ": " +
+                      iluErrorString(IL_INVALID_FILE_HEADER) + "\n",
+                  testing::internal::GetCapturedStderr());
+    }
 }
 
 TEST_F(DevILTextureSourceLoaderTest, DeliversARequestedDescription) {

@@ -38,3 +38,7 @@ convert quads.ppm -define dds:compression=dxt1 quads-dxt1.dds
 rm quads.ppm
 # A PNG signature followed by garbage.
 printf '\x89PNG\r\n\x1a\nthis is not an image at all' > corrupt.png
+# A TGA header announcing 65535 x 65535 pixels of 32 bits over four bytes of data.
+printf '\x00\x00\x02\x00\x00\x00\x00\x00\x00\x00\x00\x00\xff\xff\xff\xff\x20\x28\x00\x00\x00\xff' > huge.tga
+# huge.bmp is an input the image fuzzer found: a BMP header announcing 402,653,200
+# pixels a row over 22 bytes of data; it is kept as it was found.

@@ -191,6 +191,111 @@ bool readBytes(const std::string& path, std::vector<unsigned char>& bytes) {
     return true;
 }
 
+std::uint64_t little16(const std::vector<unsigned char>& b, std::size_t at) {
+    return b[at] | (b[at + 1] << 8);
+}
+std::uint64_t little32(const std::vector<unsigned char>& b, std::size_t at) {
+    return little16(b, at) | (little16(b, at + 2) << 16);
+}
+std::uint64_t big16(const std::vector<unsigned char>& b, std::size_t at) { return (b[at] << 8) | b[at + 1]; }
+std::uint64_t big32(const std::vector<unsigned char>& b, std::size_t at) {
+    return (big16(b, at) << 16) | big16(b, at + 2);
+}
+// A signed 32-bit height, of which BMP takes the sign for the row order.
+std::uint64_t magnitude32(std::uint64_t value) {
+    return value & 0x80000000u ? (~value + 1) & 0xFFFFFFFFu : value;
+}
+
+// What a file's header announces: the size of the image and the bytes its pixels take,
+// and whether they are stored as they are (else compressed).
+struct Announced {
+    std::uint64_t width = 0, height = 0, bits = 32, data = 0;
+    bool raw = false;
+};
+
+bool announceBmp(const std::vector<unsigned char>& b, Announced& a) {
+    if (b.size() < 34)
+        return false;
+    if (little32(b, 14) == 12) {
+        a.width = little16(b, 18);
+        a.height = little16(b, 20);
+        a.bits = little16(b, 24);
+        a.raw = true;
+    } else {
+        a.width = magnitude32(little32(b, 18));
+        a.height = magnitude32(little32(b, 22));
+        a.bits = little16(b, 28);
+        // Uncompressed, or uncompressed with bit fields; the others are run lengths.
+        a.raw = little32(b, 30) == 0 || little32(b, 30) == 3;
+    }
+    std::uint64_t offset = little32(b, 10);
+    a.data = offset < b.size() ? b.size() - offset : 0;
+    return true;
+}
+
+bool announceTga(const std::vector<unsigned char>& b, Announced& a) {
+    if (b.size() < 18)
+        return false;
+    a.width = little16(b, 12);
+    a.height = little16(b, 14);
+    a.bits = b[16];
+    a.raw = b[2] == 1 || b[2] == 2 || b[2] == 3;
+    std::uint64_t start = 18 + std::uint64_t(b[0]);
+    a.data = start < b.size() ? b.size() - start : 0;
+    return true;
+}
+
+bool announcePng(const std::vector<unsigned char>& b, Announced& a) {
+    if (b.size() < 24)
+        return false;
+    a.width = big32(b, 16);
+    a.height = big32(b, 20);
+    a.data = b.size();
+    return true;
+}
+
+// The size is in the frame header, a marker C0 to CF other than C4, C8 and CC.
+bool announceJpeg(const std::vector<unsigned char>& b, Announced& a) {
+    for (std::size_t at = 2; at + 9 <= b.size() && b[at] == 0xFF;) {
+        unsigned char marker = b[at + 1];
+        if (marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC) {
+            a.height = big16(b, at + 5);
+            a.width = big16(b, at + 7);
+            a.data = b.size();
+            return true;
+        }
+        at += 2 + big16(b, at + 2);
+    }
+    return false;
+}
+
+// Whether the image a file announces can be real: at most 16384 pixels a side, and no
+// more pixel bytes than the file holds (stored as they are) or could expand to
+// (compressed, at most 1024 to 1). DevIL allocates the whole image before it reads the
+// pixels, so a damaged header would otherwise cost gigabytes.
+bool announcedSizeFits(ILenum type, const std::string& path) {
+    std::vector<unsigned char> bytes;
+    if (!readBytes(path, bytes))
+        return false;
+    Announced a;
+    bool read = type == IL_BMP   ? announceBmp(bytes, a)
+                : type == IL_TGA ? announceTga(bytes, a)
+                : type == IL_PNG ? announcePng(bytes, a)
+                : type == IL_JPG ? announceJpeg(bytes, a)
+                                 : true;
+    if (!read)
+        return false;
+    if (type == IL_DDS)
+        return true;
+    if (a.width == 0 || a.height == 0 || a.width > 16384 || a.height > 16384)
+        return false;
+    // BMP rows are padded to four bytes; the others are not.
+    std::uint64_t rowBits = a.width * std::max<std::uint64_t>(a.bits, 1);
+    std::uint64_t rowBytes = type == IL_BMP ? (rowBits + 31) / 32 * 4 : (rowBits + 7) / 8;
+    std::uint64_t pixelBytes = rowBytes * a.height;
+    return a.raw ? pixelBytes <= a.data : pixelBytes <= 1024 * a.data;
+}
+
 }  // namespace
 
 DevILTextureSourceLoader::DevILTextureSourceLoader() : mInitialized(false) {}
@@ -299,7 +404,8 @@ ILuint DevILTextureSourceLoader::loadImage(const NameMapper::ResourceInfo& resou
     ILboolean loaded = IL_FALSE;
     ILenum code = IL_NO_ERROR;
     ILenum type = typeOfExtension(resource.mFileType);
-    if ((type == IL_PNG && !pngChunksFit(path)) || (type == IL_JPG && !jpegSegmentsFit(path))) {
+    if ((type == IL_PNG && !pngChunksFit(path)) || (type == IL_JPG && !jpegSegmentsFit(path)) ||
+        !announcedSizeFits(type, path)) {
         std::ifstream exists(path, std::ios::binary);
         code = exists ? IL_INVALID_FILE_HEADER : IL_COULD_NOT_OPEN_FILE;
     } else {
