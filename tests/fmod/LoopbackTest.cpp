@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "TestSounds.h"
 #include "core/LogManager.h"
 #include "core/VelunCore.h"
@@ -12,7 +10,6 @@ using Dorvan::SharedPtr;
 using FmodTest::energy;
 using FmodTest::kRate;
 using Velun::SoundChannel;
-using Velun::SoundSource;
 typedef Dorvan::TVector<float, 3> Vec3;
 
 namespace {
@@ -32,9 +29,12 @@ protected:
         engine.shutdown();
         Velun::VelunCore::getSingleton().shutdown();
     }
-    SharedPtr<SoundSource> open(const std::string& file, bool positional) {
+    SharedPtr<Velun::SoundSource> open(const std::string& file = "tone.wav", bool positional = true) {
         return engine.createSoundSource(Velun::NameMapper::ResourceInfo(file, dir.file(file), "wav"),
                                         positional);
+    }
+    SharedPtr<SoundChannel> channel(const std::string& file = "tone.wav", bool positional = true) {
+        return engine.createChannel(open(file, positional));
     }
     std::vector<float> render(float seconds) {
         const int step = kRate / 50;
@@ -45,9 +45,6 @@ protected:
         }
         return out;
     }
-    void face(const Vec3& forward) {
-        engine.updateListenerAttributes(Vec3(0, 0, 0), Vec3(0, 0, 0), forward, Vec3(0, 1, 0), 0);
-    }
 
     VelunTest::ChannelLog log;
     FmodTest::TempDir dir;
@@ -55,48 +52,24 @@ protected:
 };
 
 TEST_F(FmodLoopback, LeftStaysLeftWhicheverWayTheListenerFaces) {
-    SharedPtr<SoundChannel> channel = engine.createChannel(open("tone.wav", true));
-    ASSERT_TRUE(channel);
-    channel->setRepeat(true);
-    channel->set3DAttributes(Vec3(-3, 0, 0), Vec3(0, 0, 0));
-    ASSERT_TRUE(channel->play());
-    face(Vec3(0, 0, -1));
+    SharedPtr<SoundChannel> left = channel();
+    left->setRepeat(true);
+    left->set3DAttributes(Vec3(-3, 0, 0), Vec3(0, 0, 0));
+    ASSERT_TRUE(left->play());
     std::vector<float> ahead = render(0.2f);
     EXPECT_GT(energy(ahead, 0), 100.0 * energy(ahead, 1));
     EXPECT_GT(energy(ahead, 0), 1.0);
-
-    face(Vec3(0, 0, 1));
+    engine.updateListenerAttributes(Vec3(0, 0, 0), Vec3(0, 0, 0), Vec3(0, 0, 1), Vec3(0, 1, 0), 0);
     render(0.04f);  // the turn reaches the mix
     std::vector<float> turned = render(0.2f);
     EXPECT_GT(energy(turned, 1), 100.0 * energy(turned, 0));
 }
 
-TEST_F(FmodLoopback, LoopsSoundOnUntilStoppedAndOneShotsEnd) {
-    SharedPtr<SoundChannel> looping = engine.createChannel(open("tone.wav", false));
-    SharedPtr<SoundChannel> once = engine.createChannel(open("tone.wav", false));
-    looping->setRepeat(true);
-    ASSERT_TRUE(looping->play() && once->play());
-    std::vector<float> out = render(0.6f);
-    // Past the tone's length only the looping voice sounds.
-    EXPECT_GT(energy(out, 0, kRate / 2), 100.0);
-    EXPECT_TRUE(looping->isPlaying());
-    EXPECT_FALSE(once->isPlaying());
-
-    EXPECT_TRUE(looping->stop());
-    EXPECT_EQ(energy(render(0.1f), 0), 0.0);
-    // A stopped channel plays again from the start.
-    EXPECT_TRUE(looping->play());
-    EXPECT_GT(energy(render(0.1f), 0), 100.0);
-    EXPECT_TRUE(log.mLines.empty());
-}
-
-TEST_F(FmodLoopback, DroppedChannelsEndWhatWouldNeverEndAndHeldOnesOutliveShutdown) {
-    SharedPtr<SoundSource> source = open("tone.wav", true);
-    SharedPtr<SoundChannel> endless = engine.createChannel(source);
+TEST_F(FmodLoopback, LoopsPlayUntilStoppedOrDroppedAndOneShotsToTheirEnd) {
+    SharedPtr<SoundChannel> endless = channel();
     endless->setRepeat(true);
     endless->play();
-    SharedPtr<SoundChannel> paused = engine.createChannel(source);
-    engine.createChannel(open("tone.wav", true))->play();  // a one-shot, dropped with its source
+    channel()->play();  // a one-shot, dropped with its source
     render(0.1f);
     endless = SharedPtr<SoundChannel>();
     // The one-shot plays to its end at 0.2 s, and nothing after it.
@@ -104,13 +77,22 @@ TEST_F(FmodLoopback, DroppedChannelsEndWhatWouldNeverEndAndHeldOnesOutliveShutdo
     EXPECT_GT(energy(out, 0, 0, kRate / 20), 1.0);
     EXPECT_EQ(energy(out, 0, kRate / 10), 0.0);
 
-    engine.shutdown();
-    EXPECT_FALSE(paused->play());
-    EXPECT_FALSE(paused->isPlaying());
+    SharedPtr<SoundChannel> looping = channel("tone.wav", false), once = channel("tone.wav", false);
+    looping->setRepeat(true);
+    ASSERT_TRUE(looping->play() && once->play());
+    out = render(0.6f);
+    EXPECT_GT(energy(out, 0, kRate / 2), 100.0);  // past the tone's length
+    EXPECT_TRUE(looping->isPlaying());
+    EXPECT_FALSE(once->isPlaying());
+    EXPECT_TRUE(looping->stop());
+    EXPECT_EQ(energy(render(0.1f), 0), 0.0);
+    EXPECT_TRUE(looping->play());  // again from the start
+    EXPECT_GT(energy(render(0.1f), 0), 100.0);
+    EXPECT_TRUE(log.mLines.empty());
 }
 
 TEST_F(FmodLoopback, VoicesPastTheSourceLimitFailCleanlyAndTheRestPlay) {
-    SharedPtr<SoundSource> source = open("tone.wav", true);
+    SharedPtr<Velun::SoundSource> source = open();
     std::vector<SharedPtr<SoundChannel>> channels;
     int played = 0;
     for (int i = 0; i < 300; ++i) {
@@ -124,8 +106,7 @@ TEST_F(FmodLoopback, VoicesPastTheSourceLimitFailCleanlyAndTheRestPlay) {
     render(0.1f);
     channels.clear();
     render(0.3f);
-    SharedPtr<SoundChannel> after = engine.createChannel(source);
-    EXPECT_TRUE(after->play());
+    EXPECT_TRUE(engine.createChannel(source)->play());
 }
 
 // Each format streams through the queue of buffers, refilled by the updates, without
@@ -138,23 +119,21 @@ TEST_F(FmodLoopback, StreamsPlayThroughWithoutAGap) {
     } formats[] = {{"long.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1e-4},
                    {"long.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 1e-4},
                    {"long.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 0.05}};
-    std::vector<float> signal = FmodTest::clicks(480, 1.5f);
-    std::vector<float> sweep = FmodTest::tone(300, 1.5f, 0.3f);
+    std::vector<float> signal = FmodTest::clicks(480, 1.5f), sweep = FmodTest::tone(300, 1.5f, 0.3f);
     for (size_t i = 0; i < signal.size(); ++i)
         signal[i] += sweep[i];
     for (const auto& format : formats) {
         SCOPED_TRACE(format.name);
         ASSERT_TRUE(FmodTest::writeSound(dir.file(format.name), signal, 1, format.format));
-        SharedPtr<SoundChannel> channel = engine.createChannel(open(format.name, false));
-        ASSERT_TRUE(channel && channel->play());
+        SharedPtr<SoundChannel> stream = channel(format.name, false);
+        ASSERT_TRUE(stream && stream->play());
         std::vector<float> out = render(1.6f);
-        double cross = 0.0, own = 0.0;
+        double cross = 0.0, own = 0.0, rest = 0.0;
         for (size_t i = 0; i < signal.size(); ++i) {
             cross += static_cast<double>(out[2 * i]) * signal[i];
             own += static_cast<double>(signal[i]) * signal[i];
         }
         const double gain = cross / own;
-        double rest = 0.0;
         for (size_t i = 0; i < signal.size(); ++i)
             rest += (out[2 * i] - gain * signal[i]) * (out[2 * i] - gain * signal[i]);
         EXPECT_GT(gain, 0.3);

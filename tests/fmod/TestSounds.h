@@ -1,6 +1,6 @@
 #pragma once
 
-#include <sndfile.h>
+#include <sndfile.hh>
 
 #include <cmath>
 #include <unistd.h>
@@ -31,19 +31,12 @@ inline std::vector<float> clicks(int period, float seconds) {
 // Writes the samples to every channel of a file of the given format
 // (e.g. SF_FORMAT_WAV | SF_FORMAT_PCM_16); false if the file cannot be written.
 inline bool writeSound(const std::string& path, const std::vector<float>& samples, int channels, int format) {
-    SF_INFO info = SF_INFO();
-    info.samplerate = kRate;
-    info.channels = channels;
-    info.format = format;
-    SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
-    if (!file)
-        return false;
+    SndfileHandle file(path, SFM_WRITE, format, channels, kRate);
     std::vector<float> frames;
     for (float sample : samples)
         frames.insert(frames.end(), static_cast<size_t>(channels), sample);
-    sf_count_t written = sf_writef_float(file, frames.data(), static_cast<sf_count_t>(samples.size()));
-    sf_close(file);
-    return written == static_cast<sf_count_t>(samples.size());
+    return file.writef(frames.data(), static_cast<sf_count_t>(samples.size())) ==
+           static_cast<sf_count_t>(samples.size());
 }
 
 // Energy of one channel (0 left, 1 right) of interleaved stereo frames.
