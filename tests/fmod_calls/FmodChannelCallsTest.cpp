@@ -119,7 +119,7 @@ TEST_F(FmodChannelCalls, FailuresCostNeitherTheSoundNorTheVoice) {
     EXPECT_TRUE(calls().empty());
 }
 
-TEST_F(FmodChannelCalls, ErrorTexts) {
+TEST_F(FmodChannelCalls, ErrorsAreLoggedWithTheirTexts) {
     const struct {
         FMOD_RESULT code;
         const char* text;
@@ -135,17 +135,17 @@ TEST_F(FmodChannelCalls, ErrorTexts) {
         EXPECT_EQ(log.mLines,
                   Calls({std::string("plugins.sound.fmod: FMOD Error while setting volume: ") + c.text}));
     }
-    log.mLines.clear();
-    recording().mResults["createSound"] = FMOD_ERR_FILE_NOTFOUND;
-    EXPECT_FALSE(engine.createSoundSource(info("gone.wav"), false));
-    EXPECT_EQ(log.mLines, Calls({"plugins.sound.fmod: FMOD Error: The sound file was not found."}));
 }
 
-TEST_F(FmodChannelCalls, SourcesOpenStreamsPlacedOrAtTheListener) {
+TEST_F(FmodChannelCalls, SourcesOpenStreamsPlacedOrAtTheListenerAndMissingFilesAreLogged) {
     engine.createSoundSource(info("a.wav"), true);
     engine.createSoundSource(info("a.wav"), false);
+    recording().mResults["createSound"] = FMOD_ERR_FILE_NOTFOUND;
+    EXPECT_FALSE(engine.createSoundSource(info("gone.wav"), false));
     EXPECT_EQ(calls(), Calls({"createSound(./sound/a.wav,0xD2)", "Sound::release",
-                              "createSound(./sound/a.wav,0x400C2)", "Sound::release"}));
+                              "createSound(./sound/a.wav,0x400C2)", "Sound::release",
+                              "createSound(./sound/gone.wav,0x400C2)"}));
+    EXPECT_EQ(log.mLines, Calls({"plugins.sound.fmod: FMOD Error: The sound file was not found."}));
 }
 
 TEST_F(FmodChannelCalls, DroppedChannelStopsOnlyAVoiceThatWouldNeverEnd) {

@@ -40,9 +40,7 @@ FMOD_RESULT FMOD_System_Create(FMOD::System** system) {
 
 namespace FMOD {
 
-FMOD_RESULT System::init(int maxchannels, FMOD_INITFLAGS flags, void*) {
-    return record("init", text(maxchannels) + "," + text(flags));
-}
+FMOD_RESULT System::init(int, FMOD_INITFLAGS, void*) { return record("init"); }
 FMOD_RESULT System::initLoopback(int, FMOD_INITFLAGS, int) { return record("initLoopback"); }
 FMOD_RESULT System::renderLoopback(float*, int) { return record("renderLoopback"); }
 FMOD_RESULT System::release() {
@@ -54,10 +52,9 @@ FMOD_RESULT System::release() {
     return result;
 }
 FMOD_RESULT System::update() { return record("update"); }
-FMOD_RESULT System::set3DListenerAttributes(int listener, const FMOD_VECTOR* pos, const FMOD_VECTOR*,
-                                            const FMOD_VECTOR* forward, const FMOD_VECTOR*) {
-    return record("set3DListenerAttributes",
-                  text(listener) + "," + text(pos->x) + "," + (forward ? "oriented" : "-"));
+FMOD_RESULT System::set3DListenerAttributes(int, const FMOD_VECTOR*, const FMOD_VECTOR*, const FMOD_VECTOR*,
+                                            const FMOD_VECTOR*) {
+    return record("set3DListenerAttributes");
 }
 FMOD_RESULT System::createSound(const char* name, FMOD_MODE mode, FMOD_CREATESOUNDEXINFO*, Sound** sound) {
     std::ostringstream arguments;
