@@ -1,8 +1,15 @@
 #include <cmath>
 #include <limits>
+#include <memory>
+#include <set>
 #include <sstream>
+#include <tuple>
 
 #include "TerrainFixture.h"
+#include "geometry/GeometryDataGroup.h"
+#include "geometry/GeometryElement.h"
+#include "geometry/IndexData.h"
+#include "scene/BoundingBox.h"
 #include "scene/Branch.h"
 #include "scene/SceneGraph.h"
 #include "scene/SceneManager.h"
@@ -103,33 +110,206 @@ TEST_F(EngineTest, PointsAreLocatedOnTilesUpToButNotOnTheFarEdges) {
     }
 }
 
-// A ramp rising one unit per unit along the tile's x: heights 0 to 4 over 4 units.
-class RampTerrainTest : public EngineTest {
+// One tile of the given levels and size, its heights from `map` up to `maxHeight`.
+class TileTest : public EngineTest {
+protected:
+    void make(unsigned int patchLevel, unsigned int tileLevel, float size, float maxHeight,
+              SharedPtr<Velun::TextureSource> map) {
+        mTerrain.reset(new Terrain());
+        mTerrain->initializeTerrain(patchLevel, tileLevel, size);
+        tile().setMaxHeight(maxHeight);
+        ASSERT_TRUE(tile().load(map));
+    }
+    Terrain::Tile& tile() { return *mTerrain->getTile(0, 0); }
+    void TearDown() override {
+        mTerrain.reset();
+        EngineTest::TearDown();
+    }
+    std::unique_ptr<Terrain> mTerrain;
+};
+
+// Heights equal to the pixel values, one unit per pixel: a 3 x 3 map over a 2-unit tile
+// whose first cell is a saddle.
+class HeightTest : public TileTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        make(1, 0, 2.0f, 255.0f, grey(3, {0, 100, 20, 100, 0, 50, 60, 70, 255}));
+    }
+};
+
+TEST_F(HeightTest, HeightsLieOnTheDrawnTriangles) {
+    struct Case {
+        char const* name;
+        float x, z, expected;
+    };
+    const Case cases[] = {
+        {"pixel", 1.0f, 0.0f, 100.0f},
+        {"saddle, on the drawn diagonal", 0.5f, 0.5f, 100.0f},
+        {"saddle, near triangle", 0.25f, 0.25f, 50.0f},
+        {"saddle, far triangle", 0.6f, 0.6f, 80.0f},
+        {"near triangle up to the diagonal", 1.25f, 1.75f, 65.0f},
+        {"far triangle", 1.5f, 1.75f, 111.25f},
+        {"last column", 1.99999f, 0.0f, 20.0f},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_NEAR(mTerrain->getSurfacePoint(Point(c.x, 0, c.z))[1], c.expected, 1e-3f);
+    }
+    EXPECT_FLOAT_EQ(tile().getHeight(2.0f, -1.0f), tile().getHeight(1.0f, 0.0f));
+    EXPECT_FLOAT_EQ(tile().getHeight(1.0f, 1.0f), 255.0f);
+    EXPECT_FLOAT_EQ(tile().getHeight(std::nanf(""), 0.0f), 0.0f);
+}
+
+TEST_F(HeightTest, SixteenBitHeightsAreReadAtTheirByteOffset) {
+    // Two 16-bit channels; the heights are in the second.
+    std::vector<unsigned short> pixels = {9, 0, 9, 65535, 9, 65535, 9, 0};
+    tile().setOffset(2.0f);
+    tile().setMaxHeight(10.0f);
+    ASSERT_TRUE(tile().load(makeImage<unsigned short>(2, 2, 2, pixels), 2, 0));
+    EXPECT_FLOAT_EQ(tile().getHeight(0.0f, 0.0f), 2.0f);
+    EXPECT_FLOAT_EQ(tile().getHeight(0.5f, 0.5f), 12.0f);
+    EXPECT_FLOAT_EQ(tile().getHeight(0.75f, 0.75f), 7.0f);
+}
+
+TEST_F(HeightTest, MapsThatCannotServeAreRefusedAndTheOldOneKept) {
+    std::ostringstream prefix;
+    prefix << "Could not load the height map of terrain tile (0, 0): ";
+    Velun::TextureInfo floats(2, 2, 1, Velun::DataType::Float, Velun::Color::Luminance);
+    Dorvan::CowMemPtr<void> floatData;
+    floatData.alloc(floats.getMemSize());
+    struct Case {
+        char const* name;
+        SharedPtr<Velun::TextureSource> map;
+        unsigned int offset, slice;
+        std::string line;
+    };
+    const Case cases[] = {
+        {"offset past the pixel", grey(2, {1, 2, 3, 4}), 1, 0,
+         prefix.str() + "byte offset 1 lies outside a pixel of 1 bytes"},
+        {"16-bit value across the pixel's end", makeImage<unsigned short>(2, 2, 1, {1, 2, 3, 4}), 1, 0,
+         prefix.str() + "byte offset 1 lies outside a pixel of 2 bytes"},
+        {"missing slice", grey(2, {1, 2, 3, 4}), 0, 1,
+         prefix.str() + "slice 1 of a 2 x 2 x 1 image holds no pixels"},
+        {"empty image", grey(0, {}), 0, 0, prefix.str() + "slice 0 of a 0 x 0 x 1 image holds no pixels"},
+        {"float pixels", SharedPtr<Velun::TextureSource>(new Velun::TextureData(floats, floatData)), 0, 0,
+         "Unsupported format: Float"},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.name);
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(tile().load(c.map, c.offset, c.slice));
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), c.line + "\n");
+        EXPECT_FLOAT_EQ(tile().getHeight(0.5f, 0.0f), 100.0f);
+    }
+}
+
+TEST_F(HeightTest, NormalsAreContinuousAndMeetThePixelNormals) {
+    // Across the drawn diagonal of the curved cell (1, 1), and at its far corner.
+    const float eps = 1e-3f;
+    Dorvan::TVector<float, 3> before = tile().getNormal(0.75f - eps, 0.75f - eps);
+    Dorvan::TVector<float, 3> after = tile().getNormal(0.75f + eps, 0.75f + eps);
+    Dorvan::TVector<float, 3> corner = tile().getNormal(1.0f - eps, 1.0f - eps);
+    Dorvan::TVector<float, 3> pixel = tile().getNormal(1.0f, 1.0f);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_NEAR(before[i], after[i], 0.01f) << i;
+        EXPECT_NEAR(corner[i], pixel[i], 0.01f) << i;
+    }
+    // The far corner pixel: one-sided differences, averaged over the two rows (x) and
+    // columns (z) that meet there: ((0 - 50) + (70 - 255)) / 2 and ((0 - 70) + (50 - 255)) / 2.
+    Dorvan::TVector<float, 3> expected = Dorvan::TVector<float, 3>(-117.5f, 1.0f, -137.5f).normalized();
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NEAR(pixel[i], expected[i], 1e-4f) << i;
+}
+
+// n = 8 vertices per edge over two patches per edge, on a map of 8 x 8 pixels.
+class MeshTest : public TileTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        std::vector<unsigned char> bumps;
+        for (unsigned int i = 0; i < 64; ++i)
+            bumps.push_back(static_cast<unsigned char>((i * 97 + (i / 8) * 31) % 256));
+        make(2, 1, 7.0f, 20.0f, grey(8, bumps));
+    }
+    Point vertex(unsigned int index) {
+        float const* v = static_cast<float const*>(tile().getVertexData()->getVertices()) + 3 * index;
+        return Point(v[0], v[1], v[2]);
+    }
+};
+
+TEST_F(MeshTest, PatchesCoverEveryCellWithTheTrianglesTheQueriesUse) {
+    EXPECT_EQ(mTerrain->getPatch(0)->getGeometry(0)->getElementGroups().size(), 0u);
+    tile().setEnabled(true);
+    tile().updateTile();
+    ASSERT_EQ(tile().getVertexData()->getCount(), 64u);
+    std::set<std::tuple<unsigned int, unsigned int, unsigned int>> triangles;
+    for (unsigned int p = 0; p < mTerrain->getPatchCount(); ++p) {
+        ASSERT_EQ(mTerrain->getPatch(p)->getGeometry(0)->getElementGroups().size(), 1u);
+        Velun::GeometryElement* element =
+            mTerrain->getPatch(p)->getGeometry(0)->getElementGroups()[0]->getElementList(0)[0];
+        auto const& indices =
+            static_cast<Velun::IndexData const&>(dynamic_cast<Velun::IndexElement*>(element)->getIndexList());
+        for (unsigned int i = 2; i < indices.getCount(); ++i) {
+            unsigned int a = indices.getIndex(i - 2), b = indices.getIndex(i - 1), c = indices.getIndex(i);
+            if (a == b || b == c || a == c)
+                continue;
+            Point pa = vertex(a), pb = vertex(b), pc = vertex(c);
+            // Facing up whatever the strip's parity.
+            float up = (pb[2] - pa[2]) * (pc[0] - pa[0]) - (pb[0] - pa[0]) * (pc[2] - pa[2]);
+            EXPECT_GT(i % 2 ? -up : up, 0.0f) << "patch " << p << " index " << i;
+            Point centre((pa[0] + pb[0] + pc[0]) / 3, 0, (pa[2] + pb[2] + pc[2]) / 3);
+            EXPECT_NEAR(mTerrain->getSurfacePoint(centre)[1], (pa[1] + pb[1] + pc[1]) / 3, 1e-4f);
+            std::set<unsigned int> sorted = {a, b, c};
+            triangles.insert(std::make_tuple(*sorted.begin(), *std::next(sorted.begin()), *sorted.rbegin()));
+        }
+    }
+    EXPECT_EQ(triangles.size(), 2u * 7u * 7u);
+    Velun::BoundingBox const& box =
+        static_cast<Velun::BoundingBox const&>(*mTerrain->getPatch(3)->getBoundingVolume());
+    EXPECT_FLOAT_EQ(box.getMin()[0], 4.0f);
+    EXPECT_FLOAT_EQ(box.getMax()[0], 7.0f);
+    EXPECT_FLOAT_EQ(box.getMax()[1], 20.0f);
+}
+
+TEST_F(MeshTest, UpdateRebindsThePatchesToTheNewVertices) {
+    tile().setEnabled(true);
+    tile().updateTile();
+    SharedPtr<Velun::TextureSource> bumpySlopes = tile().getSlopeMap();
+    ASSERT_TRUE(tile().load(grey(2, {255, 255, 255, 255})));
+    tile().updateTile();
+    // One byte per vertex, 255 where the ground is level; made anew for the new heights.
+    SharedPtr<Velun::TextureSource> slopes = tile().getSlopeMap();
+    EXPECT_NE(slopes.get(), bumpySlopes.get());
+    EXPECT_EQ(*static_cast<unsigned char const*>(slopes->getPixel(7, 7, 0)), 255);
+    for (unsigned int p = 0; p < mTerrain->getPatchCount(); ++p)
+        EXPECT_EQ(mTerrain->getPatch(p)->getGeometry(0)->getIndexedDataSet(0), tile().getVertexData().get());
+    EXPECT_FLOAT_EQ(vertex(63)[1], 20.0f);
+}
+
+// A ramp rising one unit per unit along the tile's x: heights 0 to 4 over 4 units,
+// under a transformation node.
+class RampTerrainTest : public TileTest {
 protected:
     void SetUp() override {
         EngineTest::SetUp();
         std::vector<unsigned char> ramp;
         for (int i = 0; i < 25; ++i)
             ramp.push_back(static_cast<unsigned char>(51 * (i % 5)));
-        mScene = &Velun::VelunCore::getSingleton().getSceneManager().createSceneGraph();
-        mTerrain = new Terrain(1, 1);
-        mTerrain->initializeTerrain(2, 0, 4.0f);
-        mTerrain->getTile(0, 0)->setMaxHeight(5.0f);
-        ASSERT_TRUE(mTerrain->getTile(0, 0)->load(grey(5, ramp)));
-        mPlace = new Velun::TransformationNode();
+        make(2, 0, 4.0f, 5.0f, grey(5, ramp));
+        mScene = &core.getSceneManager().createSceneGraph();
+        mPlace.reset(new Velun::TransformationNode());
         mPlace->setChild(*mTerrain);
         mScene->getRoot()->attachChild(*mPlace);
     }
     void TearDown() override {
-        delete mPlace;
-        delete mTerrain;
-        EngineTest::TearDown();
+        mPlace.reset();
+        TileTest::TearDown();
     }
     void update() { mScene->getUpdateTraverser()->run(mTime += 20); }
 
     Velun::SceneGraph* mScene = nullptr;
-    Terrain* mTerrain = nullptr;
-    Velun::TransformationNode* mPlace = nullptr;
+    std::unique_ptr<Velun::TransformationNode> mPlace;
     std::int64_t mTime = 1000;
 };
 
