@@ -1,16 +1,118 @@
 #include <gtest/gtest.h>
 
-#include "RecordingLayer.h"
+#include <cstdint>
+#include <map>
+#include <set>
+#include <sstream>
+
 #include "core/LogManager.h"
 #include "core/VelunCore.h"
 #include "plugins/sound/fmod/FmodSoundEngine.h"
+#include "plugins/sound/fmod/layer/fmod.hpp"
 #include "support/ChannelLog.h"
 
 using Dorvan::SharedPtr;
-using FmodCalls::recording;
 using Velun::SoundChannel;
 using Velun::SoundSource;
 typedef std::vector<std::string> Calls;
+
+// A stand-in of the FMOD layer that records what it is asked, one entry per call, e.g.
+// "playSound(-1,1)" or "setVolume(0.5)", and gives the results set per call name
+// (FMOD_OK for any other).
+namespace {
+
+struct Recording {
+    Calls mCalls;
+    std::map<std::string, FMOD_RESULT> mResults;
+    bool mVoicePaused = false;       // what getPaused reports
+    std::set<FMOD::Sound*> mSounds;  // open ones; the system's release frees them
+} gRecording;
+
+struct StandInSystem : public FMOD::System {};
+struct StandInSound : public FMOD::Sound {};
+
+FMOD_RESULT record(const std::string& name, const std::string& arguments = std::string()) {
+    gRecording.mCalls.push_back(name + (arguments.empty() ? std::string() : "(" + arguments + ")"));
+    return gRecording.mResults.count(name) ? gRecording.mResults[name] : FMOD_OK;
+}
+
+template <class T>
+std::string text(T value) {
+    std::ostringstream out;
+    out << value;
+    return out.str();
+}
+
+// Handles are numbers, as in the library; each started voice gets the next one.
+std::uintptr_t gNextHandle = 0x10;
+
+}  // namespace
+
+FMOD_RESULT FMOD_System_Create(FMOD::System** system) {
+    *system = new StandInSystem();
+    return record("System_Create");
+}
+
+namespace FMOD {
+
+FMOD_RESULT System::init(int, FMOD_INITFLAGS, void*) { return record("init"); }
+FMOD_RESULT System::initLoopback(int, FMOD_INITFLAGS, int) { return record("initLoopback"); }
+FMOD_RESULT System::renderLoopback(float*, int) { return record("renderLoopback"); }
+FMOD_RESULT System::release() {
+    FMOD_RESULT result = record("release");
+    for (Sound* sound : gRecording.mSounds)
+        delete static_cast<StandInSound*>(sound);
+    gRecording.mSounds.clear();
+    delete static_cast<StandInSystem*>(this);
+    return result;
+}
+FMOD_RESULT System::update() { return record("update"); }
+FMOD_RESULT System::set3DListenerAttributes(int, const FMOD_VECTOR*, const FMOD_VECTOR*, const FMOD_VECTOR*,
+                                            const FMOD_VECTOR*) {
+    return record("set3DListenerAttributes");
+}
+FMOD_RESULT System::createSound(const char* name, FMOD_MODE mode, FMOD_CREATESOUNDEXINFO*, Sound** sound) {
+    std::ostringstream arguments;
+    arguments << name << ",0x" << std::hex << std::uppercase << mode;
+    FMOD_RESULT result = record("createSound", arguments.str());
+    *sound = result == FMOD_OK ? new StandInSound() : nullptr;
+    if (*sound)
+        gRecording.mSounds.insert(*sound);
+    return result;
+}
+FMOD_RESULT System::playSound(FMOD_CHANNELINDEX channelid, Sound*, bool paused, Channel** channel) {
+    FMOD_RESULT result = record("playSound", text(channelid) + "," + text(paused));
+    if (result == FMOD_OK) {
+        *channel = reinterpret_cast<Channel*>(gNextHandle);
+        gNextHandle += 0x10;
+    }
+    return result;
+}
+
+FMOD_RESULT Sound::release() {
+    gRecording.mSounds.erase(this);
+    delete static_cast<StandInSound*>(this);
+    return record("Sound::release");
+}
+
+FMOD_RESULT Channel::isPlaying(bool* isplaying) {
+    *isplaying = true;
+    return record("isPlaying");
+}
+FMOD_RESULT Channel::stop() { return record("stop"); }
+FMOD_RESULT Channel::setPaused(bool paused) { return record("setPaused", text(paused)); }
+FMOD_RESULT Channel::getPaused(bool* paused) {
+    *paused = gRecording.mVoicePaused;
+    return record("getPaused");
+}
+FMOD_RESULT Channel::setVolume(float volume) { return record("setVolume", text(volume)); }
+FMOD_RESULT Channel::setMute(bool mute) { return record("setMute", text(mute)); }
+FMOD_RESULT Channel::setLoopCount(int loopcount) { return record("setLoopCount", text(loopcount)); }
+FMOD_RESULT Channel::set3DAttributes(const FMOD_VECTOR* pos, const FMOD_VECTOR*) {
+    return record("set3DAttributes", text(pos->x) + "," + text(pos->y) + "," + text(pos->z));
+}
+
+}  // namespace FMOD
 
 namespace {
 
@@ -25,7 +127,7 @@ protected:
     void SetUp() override {
         Velun::VelunCore::getSingleton().startup();
         Velun::VelunCore::getSingleton().getLogManager().registerBackend(log);
-        recording() = FmodCalls::Recording();
+        gRecording = Recording();
         ASSERT_TRUE(engine.initialize());
         source = engine.createSoundSource(info("engine.wav"), true);
         ASSERT_TRUE(source);
@@ -43,7 +145,7 @@ protected:
     // The calls since the last look.
     Calls calls() {
         Calls made;
-        made.swap(recording().mCalls);
+        made.swap(gRecording.mCalls);
         return made;
     }
     void newChannel() {
@@ -74,9 +176,9 @@ TEST_F(FmodChannelCalls, NewChannelHoldsAPausedVoiceAndPlayUnpausesIt) {
 TEST_F(FmodChannelCalls, HandleTakenBackIsDroppedSilentlyAndPlayBuildsANewVoice) {
     newChannel();
     EXPECT_TRUE(channel->setVolume(0.5f));
-    recording().mResults["isPlaying"] = FMOD_ERR_INVALID_HANDLE;
+    gRecording.mResults["isPlaying"] = FMOD_ERR_INVALID_HANDLE;
     EXPECT_FALSE(channel->isPlaying());
-    recording().mResults.clear();
+    gRecording.mResults.clear();
     EXPECT_TRUE(channel->setRepeat(true));
     channel->set3DAttributes(Dorvan::TVector<float, 3>(1, 2, 3), Dorvan::TVector<float, 3>(0, 0, 0));
     EXPECT_EQ(calls(), Calls({"setVolume(0.5)", "isPlaying"}));
@@ -89,16 +191,16 @@ TEST_F(FmodChannelCalls, HandleTakenBackIsDroppedSilentlyAndPlayBuildsANewVoice)
 }
 
 TEST_F(FmodChannelCalls, FailuresCostNeitherTheSoundNorTheVoice) {
-    recording().mResults["playSound"] = FMOD_ERR_CHANNEL_ALLOC;
+    gRecording.mResults["playSound"] = FMOD_ERR_CHANNEL_ALLOC;
     newChannel();
     EXPECT_FALSE(channel->play());
     EXPECT_EQ(calls(), Calls({"playSound(-1,1)"}));
-    recording().mResults.clear();
+    gRecording.mResults.clear();
     EXPECT_TRUE(channel->play());
     EXPECT_EQ(calls().back(), "setPaused(0)");
 
     // A sound played at the listener refuses a place; the voice stays controllable.
-    recording().mResults["set3DAttributes"] = FMOD_ERR_NEEDS3D;
+    gRecording.mResults["set3DAttributes"] = FMOD_ERR_NEEDS3D;
     EXPECT_FALSE(
         channel->set3DAttributes(Dorvan::TVector<float, 3>(1, 0, 0), Dorvan::TVector<float, 3>(0, 0, 0)));
     EXPECT_TRUE(channel->stop());
@@ -130,7 +232,7 @@ TEST_F(FmodChannelCalls, ErrorsAreLoggedWithTheirTexts) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.code);
         log.mLines.clear();
-        recording().mResults["setVolume"] = c.code;
+        gRecording.mResults["setVolume"] = c.code;
         EXPECT_FALSE(channel->setVolume(0.2f));
         EXPECT_EQ(log.mLines,
                   Calls({std::string("plugins.sound.fmod: FMOD Error while setting volume: ") + c.text}));
@@ -140,7 +242,7 @@ TEST_F(FmodChannelCalls, ErrorsAreLoggedWithTheirTexts) {
 TEST_F(FmodChannelCalls, SourcesOpenStreamsPlacedOrAtTheListenerAndMissingFilesAreLogged) {
     engine.createSoundSource(info("a.wav"), true);
     engine.createSoundSource(info("a.wav"), false);
-    recording().mResults["createSound"] = FMOD_ERR_FILE_NOTFOUND;
+    gRecording.mResults["createSound"] = FMOD_ERR_FILE_NOTFOUND;
     EXPECT_FALSE(engine.createSoundSource(info("gone.wav"), false));
     EXPECT_EQ(calls(), Calls({"createSound(./sound/a.wav,0xD2)", "Sound::release",
                               "createSound(./sound/a.wav,0x400C2)", "Sound::release",
@@ -161,7 +263,7 @@ TEST_F(FmodChannelCalls, DroppedChannelStopsOnlyAVoiceThatWouldNeverEnd) {
         SCOPED_TRACE(c.name);
         newChannel();
         channel->setRepeat(c.repeat);
-        recording().mVoicePaused = c.paused;
+        gRecording.mVoicePaused = c.paused;
         calls();
         channel = SharedPtr<SoundChannel>();
         Calls expected = {"getPaused"};
