@@ -39,18 +39,17 @@ TEST_F(EngineTest, InitializeMakesTilesAndPatchesOnce) {
 }
 
 TEST_F(EngineTest, RefusedArgumentsLogOneLineAndMakeNothing) {
-    struct Case {
+    const struct {
         unsigned int patchLevel, tileLevel;
         float tileSize;
         char const* text;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {3, 1, 0.0f, "tile size 0 must be above 0 and patch level 3 plus tile level 1 at most 15"},
         {3, 1, std::numeric_limits<float>::quiet_NaN(),
          "tile size nan must be above 0 and patch level 3 plus tile level 1 at most 15"},
         {8, 8, 10.0f, "tile size 10 must be above 0 and patch level 8 plus tile level 8 at most 15"},
     };
-    for (Case const& c : cases) {
+    for (auto const& c : cases) {
         SCOPED_TRACE(c.text);
         Terrain terrain(2, 2);
         testing::internal::CaptureStderr();
@@ -70,13 +69,12 @@ TEST_F(EngineTest, PointsAreLocatedOnTilesUpToButNotOnTheFarEdges) {
     terrain.initializeTerrain(3, 1, 100.0f);
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float inf = std::numeric_limits<float>::infinity();
-    struct Case {
+    const struct {
         char const* name;
         float x, z;
         int tileX, tileY;  // -1: outside
         float u, v;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"near corner", 0.0f, 0.0f, 0, 0, 0.0f, 0.0f},
         {"just before x = 0", -0.5f, 10.0f, -1, 0, 0, 0},
         {"middle of tile (1, 0)", 150.0f, 50.0f, 1, 0, 0.5f, 0.5f},
@@ -89,7 +87,7 @@ TEST_F(EngineTest, PointsAreLocatedOnTilesUpToButNotOnTheFarEdges) {
         {"NaN z", 10.0f, nan, -1, 0, 0, 0},
         {"infinite", inf, 10.0f, -1, 0, 0, 0},
     };
-    for (Case const& c : cases) {
+    for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
         Terrain::PointHandle handle = terrain.getPointHandle(Point(c.x, 3.0f, c.z));
         if (c.tileX < 0) {
@@ -139,11 +137,10 @@ protected:
 };
 
 TEST_F(HeightTest, HeightsLieOnTheDrawnTriangles) {
-    struct Case {
+    const struct {
         char const* name;
         float x, z, expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"pixel", 1.0f, 0.0f, 100.0f},
         {"saddle, on the drawn diagonal", 0.5f, 0.5f, 100.0f},
         {"saddle, near triangle", 0.25f, 0.25f, 50.0f},
@@ -152,7 +149,7 @@ TEST_F(HeightTest, HeightsLieOnTheDrawnTriangles) {
         {"far triangle", 1.5f, 1.75f, 111.25f},
         {"last column", 1.99999f, 0.0f, 20.0f},
     };
-    for (Case const& c : cases) {
+    for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_NEAR(mTerrain->getSurfacePoint(Point(c.x, 0, c.z))[1], c.expected, 1e-3f);
     }
@@ -173,29 +170,27 @@ TEST_F(HeightTest, SixteenBitHeightsAreReadAtTheirByteOffset) {
 }
 
 TEST_F(HeightTest, MapsThatCannotServeAreRefusedAndTheOldOneKept) {
-    std::ostringstream prefix;
-    prefix << "Could not load the height map of terrain tile (0, 0): ";
+    const std::string prefix = "Could not load the height map of terrain tile (0, 0): ";
     Velun::TextureInfo floats(2, 2, 1, Velun::DataType::Float, Velun::Color::Luminance);
     Dorvan::CowMemPtr<void> floatData;
     floatData.alloc(floats.getMemSize());
-    struct Case {
+    const struct {
         char const* name;
         SharedPtr<Velun::TextureSource> map;
         unsigned int offset, slice;
         std::string line;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"offset past the pixel", grey(2, {1, 2, 3, 4}), 1, 0,
-         prefix.str() + "byte offset 1 lies outside a pixel of 1 bytes"},
+         prefix + "byte offset 1 lies outside a pixel of 1 bytes"},
         {"16-bit value across the pixel's end", makeImage<unsigned short>(2, 2, 1, {1, 2, 3, 4}), 1, 0,
-         prefix.str() + "byte offset 1 lies outside a pixel of 2 bytes"},
+         prefix + "byte offset 1 lies outside a pixel of 2 bytes"},
         {"missing slice", grey(2, {1, 2, 3, 4}), 0, 1,
-         prefix.str() + "slice 1 of a 2 x 2 x 1 image holds no pixels"},
-        {"empty image", grey(0, {}), 0, 0, prefix.str() + "slice 0 of a 0 x 0 x 1 image holds no pixels"},
+         prefix + "slice 1 of a 2 x 2 x 1 image holds no pixels"},
+        {"empty image", grey(0, {}), 0, 0, prefix + "slice 0 of a 0 x 0 x 1 image holds no pixels"},
         {"float pixels", SharedPtr<Velun::TextureSource>(new Velun::TextureData(floats, floatData)), 0, 0,
          "Unsupported format: Float"},
     };
-    for (Case const& c : cases) {
+    for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
         testing::internal::CaptureStderr();
         EXPECT_FALSE(tile().load(c.map, c.offset, c.slice));
@@ -238,7 +233,7 @@ protected:
     }
 };
 
-TEST_F(MeshTest, PatchesCoverEveryCellWithTheTrianglesTheQueriesUse) {
+TEST_F(MeshTest, PatchesCoverEveryCellWithTheTrianglesTheQueriesUseAndFollowANewMap) {
     EXPECT_EQ(mTerrain->getPatch(0)->getGeometry(0)->getElementGroups().size(), 0u);
     tile().setEnabled(true);
     tile().updateTile();
@@ -270,11 +265,8 @@ TEST_F(MeshTest, PatchesCoverEveryCellWithTheTrianglesTheQueriesUse) {
     EXPECT_FLOAT_EQ(box.getMin()[0], 4.0f);
     EXPECT_FLOAT_EQ(box.getMax()[0], 7.0f);
     EXPECT_FLOAT_EQ(box.getMax()[1], 20.0f);
-}
 
-TEST_F(MeshTest, UpdateRebindsThePatchesToTheNewVertices) {
-    tile().setEnabled(true);
-    tile().updateTile();
+    // A new map: the patches take the new vertices.
     SharedPtr<Velun::TextureSource> bumpySlopes = tile().getSlopeMap();
     ASSERT_TRUE(tile().load(grey(2, {255, 255, 255, 255})));
     tile().updateTile();
@@ -316,14 +308,13 @@ protected:
 TEST_F(RampTerrainTest, AnswersFollowTheTerrainNode) {
     const float r = 1.0f / std::sqrt(2.0f);
     const float s = 1.0f / std::sqrt(1.0f + 1.5f * 1.5f);
-    struct Case {
+    const struct {
         char const* name;
         int transform;  // 0 none, 1 translated, 2 turned 90 degrees about y, 3 scaled
         Point query;
         Point ground;
         float normal[3];
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"in place, interior", 0, Point(2.5f, 9, 2), Point(2.5f, 2.5f, 2), {-r, r, 0}},
         {"in place, border row", 0, Point(2, 9, 0), Point(2, 2, 0), {-r, r, 0}},
         {"in place, corner pixel", 0, Point(0, 9, 0), Point(0, 0, 0), {-r, r, 0}},
@@ -332,7 +323,7 @@ TEST_F(RampTerrainTest, AnswersFollowTheTerrainNode) {
         {"scaled", 3, Point(4, 9, 2), Point(4, 6, 2), {-1.5f * s, s, 0}},
         {"below ground", 1, Point(12, 6, -18), Point(12, 7, -18), {-r, r, 0}},
     };
-    for (Case const& c : cases) {
+    for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
         mPlace->reset();
         if (c.transform == 1)
