@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 #include <sstream>
+#include <utility>
 
 #include "core/LogManager.h"
 #include "core/VelunCore.h"
@@ -143,11 +144,7 @@ protected:
         return Velun::NameMapper::ResourceInfo(name, ".\\sound\\" + name, "wav");
     }
     // The calls since the last look.
-    Calls calls() {
-        Calls made;
-        made.swap(gRecording.mCalls);
-        return made;
-    }
+    Calls calls() { return std::exchange(gRecording.mCalls, Calls()); }
     void newChannel() {
         channel = engine.createChannel(source);
         ASSERT_TRUE(channel);
