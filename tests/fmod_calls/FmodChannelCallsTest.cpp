@@ -16,6 +16,7 @@ using Dorvan::SharedPtr;
 using Velun::SoundChannel;
 using Velun::SoundSource;
 typedef std::vector<std::string> Calls;
+typedef Dorvan::TVector<float, 3> Vec3;
 
 // A stand-in of the FMOD layer that records what it is asked, one entry per call, e.g.
 // "playSound(-1,1)" or "setVolume(0.5)", and gives the results set per call name
@@ -177,7 +178,7 @@ TEST_F(FmodChannelCalls, HandleTakenBackIsDroppedSilentlyAndPlayBuildsANewVoice)
     EXPECT_FALSE(channel->isPlaying());
     gRecording.mResults.clear();
     EXPECT_TRUE(channel->setRepeat(true));
-    channel->set3DAttributes(Dorvan::TVector<float, 3>(1, 2, 3), Dorvan::TVector<float, 3>(0, 0, 0));
+    channel->set3DAttributes(Vec3(1, 2, 3), Vec3(0, 0, 0));
     EXPECT_EQ(calls(), Calls({"setVolume(0.5)", "isPlaying"}));
     EXPECT_FALSE(channel->stop());
 
@@ -198,8 +199,7 @@ TEST_F(FmodChannelCalls, FailuresCostNeitherTheSoundNorTheVoice) {
 
     // A sound played at the listener refuses a place; the voice stays controllable.
     gRecording.mResults["set3DAttributes"] = FMOD_ERR_NEEDS3D;
-    EXPECT_FALSE(
-        channel->set3DAttributes(Dorvan::TVector<float, 3>(1, 0, 0), Dorvan::TVector<float, 3>(0, 0, 0)));
+    EXPECT_FALSE(channel->set3DAttributes(Vec3(1, 0, 0), Vec3(0, 0, 0)));
     EXPECT_TRUE(channel->stop());
     EXPECT_EQ(calls(), Calls({"set3DAttributes(1,0,0)", "stop"}));
     EXPECT_EQ(log.mLines, Calls({"plugins.sound.fmod: FMOD Error while creating new channel: "
@@ -250,9 +250,7 @@ TEST_F(FmodChannelCalls, SourcesOpenStreamsPlacedOrAtTheListenerAndMissingFilesA
 TEST_F(FmodChannelCalls, DroppedChannelStopsOnlyAVoiceThatWouldNeverEnd) {
     const struct {
         const char* name;
-        bool paused;
-        bool repeat;
-        bool stopped;
+        bool paused, repeat, stopped;
     } cases[] = {{"paused", true, false, true},
                  {"endless", false, true, true},
                  {"finite and playing", false, false, false}};
@@ -263,10 +261,7 @@ TEST_F(FmodChannelCalls, DroppedChannelStopsOnlyAVoiceThatWouldNeverEnd) {
         gRecording.mVoicePaused = c.paused;
         calls();
         channel = SharedPtr<SoundChannel>();
-        Calls expected = {"getPaused"};
-        if (c.stopped)
-            expected.push_back("stop");
-        EXPECT_EQ(calls(), expected);
+        EXPECT_EQ(calls(), c.stopped ? Calls({"getPaused", "stop"}) : Calls({"getPaused"}));
     }
 }
 
