@@ -119,6 +119,10 @@ protected:
         ASSERT_TRUE(tile().load(map));
     }
     Terrain::Tile& tile() { return *mTerrain->getTile(0, 0); }
+    Point vertex(unsigned int index) {
+        float const* v = static_cast<float const*>(tile().getVertexData()->getVertices()) + 3 * index;
+        return Point(v[0], v[1], v[2]);
+    }
     void TearDown() override {
         mTerrain.reset();
         EngineTest::TearDown();
@@ -218,22 +222,11 @@ TEST_F(HeightTest, NormalsAreContinuousAndMeetThePixelNormals) {
 }
 
 // n = 8 vertices per edge over two patches per edge, on a map of 8 x 8 pixels.
-class MeshTest : public TileTest {
-protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        std::vector<unsigned char> bumps;
-        for (unsigned int i = 0; i < 64; ++i)
-            bumps.push_back(static_cast<unsigned char>((i * 97 + (i / 8) * 31) % 256));
-        make(2, 1, 7.0f, 20.0f, grey(8, bumps));
-    }
-    Point vertex(unsigned int index) {
-        float const* v = static_cast<float const*>(tile().getVertexData()->getVertices()) + 3 * index;
-        return Point(v[0], v[1], v[2]);
-    }
-};
-
-TEST_F(MeshTest, PatchesCoverEveryCellWithTheTrianglesTheQueriesUseAndFollowANewMap) {
+TEST_F(TileTest, PatchesCoverEveryCellWithTheTrianglesTheQueriesUseAndFollowANewMap) {
+    std::vector<unsigned char> bumps;
+    for (unsigned int i = 0; i < 64; ++i)
+        bumps.push_back(static_cast<unsigned char>((i * 97 + (i / 8) * 31) % 256));
+    make(2, 1, 7.0f, 20.0f, grey(8, bumps));
     EXPECT_EQ(mTerrain->getPatch(0)->getGeometry(0)->getElementGroups().size(), 0u);
     tile().setEnabled(true);
     tile().updateTile();
@@ -279,33 +272,18 @@ TEST_F(MeshTest, PatchesCoverEveryCellWithTheTrianglesTheQueriesUseAndFollowANew
     EXPECT_FLOAT_EQ(vertex(63)[1], 20.0f);
 }
 
-// A ramp rising one unit per unit along the tile's x: heights 0 to 4 over 4 units,
+// A ramp rising one unit per unit along the tile's x, heights 0 to 4 over 4 units,
 // under a transformation node.
-class RampTerrainTest : public TileTest {
-protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        std::vector<unsigned char> ramp;
-        for (int i = 0; i < 25; ++i)
-            ramp.push_back(static_cast<unsigned char>(51 * (i % 5)));
-        make(2, 0, 4.0f, 5.0f, grey(5, ramp));
-        mScene = &core.getSceneManager().createSceneGraph();
-        mPlace.reset(new Velun::TransformationNode());
-        mPlace->setChild(*mTerrain);
-        mScene->getRoot()->attachChild(*mPlace);
-    }
-    void TearDown() override {
-        mPlace.reset();
-        TileTest::TearDown();
-    }
-    void update() { mScene->getUpdateTraverser()->run(mTime += 20); }
-
-    Velun::SceneGraph* mScene = nullptr;
-    std::unique_ptr<Velun::TransformationNode> mPlace;
-    std::int64_t mTime = 1000;
-};
-
-TEST_F(RampTerrainTest, AnswersFollowTheTerrainNode) {
+TEST_F(TileTest, RampAnswersFollowTheTerrainNode) {
+    std::vector<unsigned char> ramp;
+    for (int i = 0; i < 25; ++i)
+        ramp.push_back(static_cast<unsigned char>(51 * (i % 5)));
+    make(2, 0, 4.0f, 5.0f, grey(5, ramp));
+    Velun::SceneGraph& scene = core.getSceneManager().createSceneGraph();
+    Velun::TransformationNode place;
+    place.setChild(*mTerrain);
+    scene.getRoot()->attachChild(place);
+    std::int64_t time = 1000;
     const float r = 1.0f / std::sqrt(2.0f);
     const float s = 1.0f / std::sqrt(1.0f + 1.5f * 1.5f);
     const struct {
@@ -325,14 +303,14 @@ TEST_F(RampTerrainTest, AnswersFollowTheTerrainNode) {
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
-        mPlace->reset();
+        place.reset();
         if (c.transform == 1)
-            mPlace->translate(10, 5, -20, false);
+            place.translate(10, 5, -20, false);
         else if (c.transform == 2)
-            mPlace->rotateY(float(M_PI) / 2, false);
+            place.rotateY(float(M_PI) / 2, false);
         else if (c.transform == 3)
-            mPlace->scale(2, 3, 2, false);
-        update();
+            place.scale(2, 3, 2, false);
+        scene.getUpdateTraverser()->run(time += 20);
         Point ground = mTerrain->getSurfacePoint(c.query);
         Dorvan::TVector<float, 3> normal = mTerrain->getNormal(c.query);
         for (int i = 0; i < 3; ++i) {
