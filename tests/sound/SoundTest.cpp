@@ -94,35 +94,20 @@ protected:
     SoundManager manager;
 };
 
-TEST_F(SoundManagerTest, SourceCacheByNameAndKind) {
-    const struct {
-        const char* name;
-        bool firstPositional, secondPositional, useCache;
-        size_t engineCalls;
-        bool same;
-    } cases[] = {
-        {"cached twice", true, true, true, 1, true},
-        {"uncached twice", true, true, false, 2, false},
-        {"positional and not kept apart", true, false, true, 2, false},
-        {"missing, never cached", true, true, true, 2, false},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        SoundManager fresh;
-        fresh.setSoundNameMapper(manager.getSoundNameMapper());
-        ASSERT_TRUE(fresh.registerSoundEngine(engine));
-        engine.mOpened.clear();
-        const char* file = c.name[0] == 'm' ? "missing.wav" : "x.wav";
-        SharedPtr<SoundSource> a = fresh.getSoundSource(file, c.firstPositional, c.useCache);
-        SharedPtr<SoundSource> b = fresh.getSoundSource(file, c.secondPositional, c.useCache);
-        EXPECT_EQ(engine.mOpened.size(), c.engineCalls);
-        if (!a)
-            continue;
-        EXPECT_EQ(a == b, c.same);
-        // Held by a, by b when it is the same, and by the cache when it keeps it.
-        EXPECT_EQ(a.getRefCount(), 1 + int(c.same) + int(c.useCache));
-    }
-    EXPECT_EQ(engine.mOpened[0], "sound\\missing.wav");
+TEST_F(SoundManagerTest, SourcesAreCachedByNameAndKindWhenAsked) {
+    SharedPtr<SoundSource> cached = manager.getSoundSource("x.wav", true, true);
+    EXPECT_TRUE(manager.getSoundSource("x.wav", true, true) == cached);
+    EXPECT_FALSE(manager.getSoundSource("x.wav", false, true) == cached);
+    SharedPtr<SoundSource> uncached = manager.getSoundSource("y.wav", true, false);
+    EXPECT_FALSE(manager.getSoundSource("y.wav", true, false) == uncached);
+    EXPECT_FALSE(manager.getSoundSource("missing.wav", true, true));
+    EXPECT_FALSE(manager.getSoundSource("missing.wav", true, true));
+    EXPECT_EQ(engine.mOpened,
+              std::vector<std::string>({"sound\\x.wav", "sound\\x.wav", "sound\\y.wav", "sound\\y.wav",
+                                        "sound\\missing.wav", "sound\\missing.wav"}));
+    // Held here, and by the cache when it keeps it.
+    EXPECT_EQ(cached.getRefCount(), 2);
+    EXPECT_EQ(uncached.getRefCount(), 1);
 }
 
 TEST_F(SoundManagerTest, NamedChannelsAreReplacedAndReleased) {
