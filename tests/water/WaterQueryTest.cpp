@@ -107,11 +107,10 @@ TEST_F(WaterQueryTest, APointOnASharedLineBelongsToTheOlderQuad) {
         water.addQuad(Point(0, 0, 10.0f * line), Point(10, 0, 10.0f * line), Vec3(0, 0, float(line)));
     const struct {
         const char* name;
-        float z;
+        float z, v;
         unsigned int quad;
-        float v;
     } cases[] = {
-        {"on the shared line", 10, 0, 1}, {"just past it", 10.5f, 1, 0.05f}, {"last line", 20, 1, 1}};
+        {"on the shared line", 10, 1, 0}, {"just past it", 10.5f, 0.05f, 1}, {"last line", 20, 1, 1}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
         Water::PointHandle handle = water.getPointHandle(Point(3, 0, c.z));
