@@ -56,13 +56,12 @@ TEST(TextureInfoTest, PixelColorsOfEveryLayout) {
 
 namespace {
 
-Dorvan::SharedPtr<TextureSource> makeRgb(unsigned int width, unsigned int height) {
-    TextureInfo info(width, height, 1, DataType::UnsignedByte, Color::Rgb);
+// An image of zero bytes in its own block.
+Dorvan::SharedPtr<TextureSource> makeImage(unsigned int width, unsigned int height,
+                                           Color::Format format = Color::Rgb) {
+    TextureInfo info(width, height, 1, DataType::UnsignedByte, format);
     Dorvan::CowMemPtr<void> pixels;
     pixels.alloc(info.getMemSize());
-    unsigned char* p = static_cast<unsigned char*>(pixels.get());
-    for (unsigned int i = 0; i < info.getMemSize(); ++i)
-        p[i] = static_cast<unsigned char>(i);
     return Dorvan::SharedPtr<TextureSource>(new TextureData(info, pixels));
 }
 
@@ -95,12 +94,12 @@ TEST(TextureTest, FiltersAreNormalised) {
 TEST(TextureTest, ReplacingTheSourceStampsTheTexture) {
     VelunTest::EngineClock clock;
     clock.setTime(2000);
-    Dorvan::SharedPtr<TextureSource> image = makeRgb(2, 2);
+    Dorvan::SharedPtr<TextureSource> image = makeImage(2, 2);
     Texture2D texture(image);
     EXPECT_EQ(image.get(), texture.getTextureSource(3, 7).get());
     EXPECT_FALSE(texture.hasChanged(1));
 
-    texture.setTextureSource(makeRgb(1, 1));
+    texture.setTextureSource(makeImage(1, 1));
     EXPECT_TRUE(texture.hasChanged(2000));
     EXPECT_FALSE(texture.hasChanged(2001));
 }
@@ -115,7 +114,7 @@ TEST(TextureTest, TextureOutlivesTheEngine) {
 }
 
 TEST(TextureDataTest, PixelsAddressedRowAfterRowAndRejectedAtTheSize) {
-    Dorvan::SharedPtr<TextureSource> image = makeRgb(3, 2);
+    Dorvan::SharedPtr<TextureSource> image = makeImage(3, 2);
     const unsigned char* base = static_cast<const unsigned char*>(image->getTextureData());
     EXPECT_EQ(base, image->getPixel(0, 0, 0));
     EXPECT_EQ(base + 3 * 4, image->getPixel(1, 1, 0));
@@ -132,12 +131,7 @@ namespace {
 typedef std::vector<std::string> Calls;
 typedef NameMapper::ResourceInfo Resource;
 
-Dorvan::SharedPtr<TextureSource> onePixel() {
-    Dorvan::CowMemPtr<void> pixels;
-    pixels.alloc(1);
-    return Dorvan::SharedPtr<TextureSource>(
-        new TextureData(TextureInfo(1, 1, 1, DataType::UnsignedByte, Color::Luminance), pixels));
-}
+Dorvan::SharedPtr<TextureSource> onePixel() { return makeImage(1, 1, Color::Luminance); }
 
 // A source loader that accepts one file type and records what it is asked.
 class RecordingSourceLoader : public TextureSourceLoader {
