@@ -12,6 +12,7 @@
 #include "scene/SceneRoot.h"
 #include "scene/TransformationNode.h"
 #include "scene/UpdateTraverser.h"
+#include "support/Engine.h"
 
 using namespace Velun;
 using Dorvan::SharedPtr;
@@ -64,7 +65,7 @@ TEST(GeometryDataTest, GroupsOwnTheirElementsAndTheGeometryItsVolumesOnce) {
 
 namespace {
 
-typedef ObjectTestModels::EngineTest GeometrySubobjectTest;
+typedef VelunTest::EngineTest GeometrySubobjectTest;
 
 TEST_F(GeometrySubobjectTest, NewGeometryOrAChangedVolumeMarksTheNodesThatShowIt) {
     Velun::Branch group;
@@ -95,7 +96,7 @@ TEST_F(GeometrySubobjectTest, NewGeometryOrAChangedVolumeMarksTheNodesThatShowIt
 
 namespace {
 
-typedef ObjectTestModels::EngineTest GeometryObjectTest;
+typedef VelunTest::EngineTest GeometryObjectTest;
 
 GeometrySubobject* newPart(SharedPtr<Geometry> geometry) {
     GeometrySubobject* part = new GeometrySubobject();

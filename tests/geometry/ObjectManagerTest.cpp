@@ -13,6 +13,7 @@
 #include "geometry/GeometrySubobject.h"
 #include "geometry/ObjectManager.h"
 #include "scene/TransformationNode.h"
+#include "support/Engine.h"
 
 using Dorvan::SharedPtr;
 using ObjectTestModels::TextModelLoader;
@@ -22,9 +23,10 @@ namespace {
 
 // A started engine, the engine's ObjectManager with a mapper onto a temporary model
 // directory that holds "tri.tmod".
-class ObjectManagerTest : public ObjectTestModels::EngineTest {
+class ObjectManagerTest : public VelunTest::EngineTest {
 protected:
     void SetUp() override {
+        EngineTest::SetUp();
         char pattern[] = "/tmp/velun-objects-XXXXXX";
         ASSERT_TRUE(mkdtemp(pattern));
         mDir = pattern;
@@ -34,6 +36,7 @@ protected:
     void TearDown() override {
         std::remove((mDir + "/tri.tmod").c_str());
         rmdir(mDir.c_str());
+        EngineTest::TearDown();
     }
 
     static ObjectManager& manager() {

@@ -6,8 +6,6 @@
 #include <fstream>
 #include <string>
 
-#include <gtest/gtest.h>
-
 #include "core/NativePath.h"
 #include "core/VelunCore.h"
 #include "geometry/GeometryData.h"
@@ -22,18 +20,6 @@
 namespace ObjectTestModels {
 
 using Dorvan::SharedPtr;
-
-// Base of fixtures that make nodes: node ids come from the started engine. As a base
-// class it starts the engine before the fixture's members are built and shuts it down
-// after they are gone.
-class EngineTest : public ::testing::Test {
-protected:
-    EngineTest() { Velun::VelunCore::getSingleton().startup(); }
-    ~EngineTest() override {
-        if (Velun::VelunCore::getSingleton().findResourceManager())
-            Velun::VelunCore::getSingleton().shutdown();
-    }
-};
 
 // An axis-aligned box from lo to hi: eight vertices, twelve triangles in one group of
 // material slot 0, and its bounding box.
