@@ -185,8 +185,6 @@ Model oneTriangle() {
     // The last vertex is used by no triangle.
     model.vertices = {{0, 0, 0}, {2, 0, 0}, {0, 3, -1}, {100, 100, 100}};
     model.triangles = {ms3dtest::triangle(0, 1, 2)};
-    model.triangles[0].s[1] = 1.0f;
-    model.triangles[0].t[2] = 0.5f;
     model.groups = {{{0}, 0}};
     model.materials = {ms3dtest::material(1, 0.5f, 0.25f, "")};
     return model;
@@ -194,13 +192,27 @@ Model oneTriangle() {
 
 }  // namespace
 
-TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertex) {
-    writeModel("one.ms3d", ms3dtest::write(oneTriangle()));
-    std::unique_ptr<GeometryObject> object = create("one.ms3d");
+TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertexWithItsNormal) {
+    Model model = oneTriangle();
+    model.vertices[3] = {2, 3, 0};
+    model.vertices.push_back({100, 100, 100});  // used by no triangle
+    model.triangles.push_back(ms3dtest::triangle(1, 3, 2));
+    model.triangles.push_back(ms3dtest::triangle(0, 1, 2));
+    model.triangles[0].s[1] = 1.0f;
+    model.triangles[0].t[2] = 0.5f;
+    // Vertex 1 is shared with a different normal in triangles 0 and 1.
+    model.triangles[0].n[1][0] = 1;
+    model.triangles[0].n[1][2] = 0;
+    model.triangles[1].n[0][1] = 1;
+    model.triangles[1].n[0][2] = 0;
+    // The first group lists triangle 1 first; the second names no material.
+    model.groups = {{{1, 0}, 0}, {{2}, -1}};
+    writeModel("corners.ms3d", ms3dtest::write(model));
+    std::unique_ptr<GeometryObject> object = create("corners.ms3d");
     ASSERT_TRUE(object);
     GeometryData& geometry = geometryOf(*object);
     VertexData& vertices = *geometry.getIndexedData(0);
-    EXPECT_EQ(3u, vertices.getCount());
+    EXPECT_EQ(9u, vertices.getCount());
     EXPECT_TRUE(vertices.isUsingNormal());
     EXPECT_FALSE(vertices.isUsingColor());
     EXPECT_EQ(1u, vertices.getNumTexLayer());
@@ -210,10 +222,14 @@ TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertex) {
     const float* st = static_cast<const float*>(vertices.getTexCoordinates(0));
     EXPECT_EQ(1.0f, st[2]);
     EXPECT_EQ(0.5f, st[5]);
+    const float* normals = static_cast<const float*>(vertices.getNormals());
+    EXPECT_EQ(1.0f, normals[1 * 3 + 0]);
+    EXPECT_EQ(1.0f, normals[3 * 3 + 1]);
+    EXPECT_EQ(0.0f, normals[3 * 3 + 0]);
     const IndexData& indices = indicesOf(geometry);
-    ASSERT_EQ(3u, indices.getCount());
-    EXPECT_EQ(0u, indices.getIndex(0));
-    EXPECT_EQ(2u, indices.getIndex(2));
+    ASSERT_EQ(6u, indices.getCount());
+    EXPECT_EQ(3u, indices.getIndex(0));
+    EXPECT_EQ(1u, indices.getIndex(4));
 
     // The box holds the used corners; the unused vertex does not widen it.
     const BoundingBox* box = dynamic_cast<const BoundingBox*>(geometry.getBoundingVolume());
@@ -228,36 +244,7 @@ TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertex) {
     EXPECT_EQ(Color(1, 0.5f, 0.25f, 1), material->getDiffuseMaterialColor());
     // An empty texture name leaves the material untextured, without complaint.
     EXPECT_EQ(0u, material->getTextureCount());
-}
-
-TEST_F(Ms3dObjectLoaderTest, KeepsEachCornersNormal) {
-    Model model;
-    model.vertices = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
-    model.triangles = {ms3dtest::triangle(0, 1, 2), ms3dtest::triangle(1, 3, 2)};
-    // Vertex 1 is shared with a different normal in each triangle.
-    model.triangles[0].n[1][0] = 1;
-    model.triangles[0].n[1][2] = 0;
-    model.triangles[1].n[0][1] = 1;
-    model.triangles[1].n[0][2] = 0;
-    model.groups = {{{1, 0}, -1}};
-    writeModel("shared.ms3d", ms3dtest::write(model));
-    std::unique_ptr<GeometryObject> object = create("shared.ms3d");
-    ASSERT_TRUE(object);
-    GeometryData& geometry = geometryOf(*object);
-    VertexData& vertices = *geometry.getIndexedData(0);
-    ASSERT_EQ(6u, vertices.getCount());
-    const IndexData& indices = indicesOf(geometry);
-    ASSERT_EQ(6u, indices.getCount());
-    // The group lists triangle 1 first.
-    EXPECT_EQ(3u, indices.getIndex(0));
-    EXPECT_EQ(1u, indices.getIndex(4));
-    const float* normals = static_cast<const float*>(vertices.getNormals());
-    EXPECT_EQ(1.0f, normals[1 * 3 + 0]);
-    EXPECT_EQ(1.0f, normals[3 * 3 + 1]);
-    EXPECT_EQ(0.0f, normals[3 * 3 + 0]);
-
-    // Material index -1: the group names no material.
-    EXPECT_EQ(0xFFFFFFFFu, geometry.getGroup(0)->getMaterialIndex());
+    EXPECT_EQ(0xFFFFFFFFu, geometry.getGroup(1)->getMaterialIndex());
     EXPECT_FALSE(object->getDefaultMaterial(0xFFFFFFFFu));
 }
 
