@@ -28,6 +28,24 @@ Source image(unsigned int width, unsigned int height, Color::Format format,
     return Source(new TextureData(info, pixels));
 }
 
+// The same pixels offered only one at a time, as a source that makes them on demand
+// would: no block to read rows from, so the proxy takes its per-pixel path.
+class PixelByPixel : public TextureSource {
+public:
+    explicit PixelByPixel(Source inner) : mInner(inner) {}
+    const TextureInfo& getTextureInfo() const override { return mInner->getTextureInfo(); }
+    bool hasChanged(std::int64_t) const override { return false; }
+    const void* getTextureData() const override { return nullptr; }
+    const void* getPixel(unsigned int x, unsigned int y, unsigned int z) const override {
+        return mInner->getPixel(x, y, z);
+    }
+    bool copyData(unsigned int, unsigned int, unsigned int, unsigned int, unsigned int, unsigned int,
+                  void*) const override {
+        return false;
+    }
+    Source mInner;
+};
+
 std::vector<unsigned char> pixel(const TextureProxy& proxy, unsigned int x, unsigned int y) {
     const unsigned char* p = static_cast<const unsigned char*>(proxy.getPixel(x, y, 0));
     return p ? std::vector<unsigned char>(p, p + 4) : std::vector<unsigned char>();
@@ -69,6 +87,8 @@ TEST(TextureProxyTest, PixelsOfColourAndAlphaSources) {
     for (unsigned int i = 0; i < 16; ++i)
         ramp[i] = static_cast<unsigned char>(16 * (i / 4) + i % 4);
     const Source mask = image(4, 4, Color::ColorIndex, ramp), grey = image(4, 4, Color::Luminance, ramp);
+    const Source tall =
+        image(2, 8, Color::Luminance, Bytes{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15});
     const Source dark = image(2, 2, Color::Rgba, {0, 0, 0, 9, 0, 0, 0, 9, 0, 0, 0, 9, 0, 0, 0, 9});
     const Source tiny = image(1, 1, Color::Rgb, {200, 17, 51});
     // A block shorter than its description reads black beyond its end.
@@ -96,6 +116,7 @@ TEST(TextureProxyTest, PixelsOfColourAndAlphaSources) {
         {"mask 1 0", rgb, mask, 1.0f, 0.0f, 3, 1, 0, {40, 50, 60, 2}},
         {"mask 0 1", rgb, mask, 1.0f, 0.0f, 3, 0, 1, {70, 80, 90, 32}},
         {"mask 1 1", rgb, mask, 1.0f, 0.0f, 3, 1, 1, {100, 110, 120, 34}},
+        {"tall mask", rgb, tall, 1.0f, 0.0f, 0, 1, 1, {100, 110, 120, 9}},
         {"grey mask, green", rgb, grey, 1.0f, 0.0f, 1, 1, 1, {100, 110, 120, 34}},
         {"grey mask, alpha", rgb, grey, 1.0f, 0.0f, 3, 1, 1, {100, 110, 120, 255}},
         {"grey mask, no channel", rgb, grey, 1.0f, 0.0f, 7, 1, 1, {100, 110, 120, 0}},
@@ -118,10 +139,13 @@ TEST(TextureProxyTest, PixelsOfColourAndAlphaSources) {
         {"short block, end", shortBlock, {}, 1.0f, 0.0f, 3, 1, 1, {0, 0, 0, 255}},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        TextureProxy proxy(c.colour, c.alpha, c.scale, c.bias, c.channel);
-        EXPECT_EQ(c.colour->getTextureInfo().getWidth(), proxy.getTextureInfo().getWidth());
-        EXPECT_EQ(c.expected, pixel(proxy, c.x, c.y));
+        for (bool block : {true, false}) {
+            SCOPED_TRACE(std::string(c.name) + (block ? " from the block" : " pixel by pixel"));
+            auto offer = [block](Source s) { return block || !s ? s : Source(new PixelByPixel(s)); };
+            TextureProxy proxy(offer(c.colour), offer(c.alpha), c.scale, c.bias, c.channel);
+            EXPECT_EQ(c.colour->getTextureInfo().getWidth(), proxy.getTextureInfo().getWidth());
+            EXPECT_EQ(c.expected, pixel(proxy, c.x, c.y));
+        }
     }
 }
 
