@@ -109,45 +109,37 @@ TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAskedAndFailuresAreLogged
     }
 }
 
-TEST_F(ObjectManagerTest, UnloadDropsTheFactoryAndTheNextCallLoadsAgain) {
+TEST_F(ObjectManagerTest, UnloadAndShutdownReleaseFactoriesAndObjectsKeepTheirData) {
     TextModelLoader loader;
     manager().registerObjectLoader(loader);
     GeometryObject* before = asGeometryObject(manager().createObject("tri.tmod"));
     ASSERT_TRUE(before);
     SharedPtr<Velun::Geometry> oldGeometry = before->getSubobjectAt(0)->getGeometry(0);
+    // Held by us, the object's subobject and the cached factory.
+    EXPECT_EQ(oldGeometry.getRefCount(), 3);
 
     EXPECT_TRUE(manager().unloadObjectFactory("tri.tmod"));
     EXPECT_TRUE(manager().unloadObjectFactory("never-loaded"));
     EXPECT_FALSE(manager().isLoaded("tri.tmod"));
-    // The object made before keeps its data.
     EXPECT_EQ(oldGeometry.getRefCount(), 2);
     EXPECT_EQ(before->getDefaultMaterial(0)->getDiffuseMaterialColor(), Velun::Color(1, 0, 0, 1));
 
+    // The next call loads again.
     GeometryObject* after = asGeometryObject(manager().createObject("tri.tmod"));
     ASSERT_TRUE(after);
     EXPECT_EQ(loader.getLoadCount(), 2);
-    EXPECT_NE(after->getSubobjectAt(0)->getGeometry(0).get(), oldGeometry.get());
-    delete before;
-    delete after;
-    EXPECT_EQ(oldGeometry.getRefCount(), 1);
-}
-
-TEST_F(ObjectManagerTest, ShutdownReleasesFactoriesAndLeftoverObjectsEndCleanly) {
-    TextModelLoader loader;
-    manager().registerObjectLoader(loader);
-    GeometryObject* kept = asGeometryObject(manager().createObject("tri.tmod"));
-    ASSERT_TRUE(kept);
-    SharedPtr<Velun::Geometry> geometry = kept->getSubobjectAt(0)->getGeometry(0);
-    SharedPtr<Velun::Material> material = kept->getDefaultMaterial(0);
-    // Held by us, the object's subobject and the cached factory.
+    SharedPtr<Velun::Geometry> geometry = after->getSubobjectAt(0)->getGeometry(0);
+    SharedPtr<Velun::Material> material = after->getDefaultMaterial(0);
+    EXPECT_NE(geometry.get(), oldGeometry.get());
     EXPECT_EQ(geometry.getRefCount(), 3);
 
     VelunCore::getSingleton().shutdown();
     EXPECT_EQ(geometry.getRefCount(), 2);
     EXPECT_EQ(material.getRefCount(), 2);
-
-    // An object released after shutdown needs no manager.
-    delete kept;
+    // Objects released after shutdown need no manager.
+    delete before;
+    delete after;
+    EXPECT_EQ(oldGeometry.getRefCount(), 1);
     EXPECT_EQ(geometry.getRefCount(), 1);
     EXPECT_EQ(material.getRefCount(), 1);
 }

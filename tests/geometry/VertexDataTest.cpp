@@ -11,26 +11,20 @@
 
 using namespace Velun;
 
+template <class T>
+unsigned int rawIndex(const void* list, unsigned int i) {
+    return static_cast<const T*>(list)[i];
+}
+
 // Each index type stores the value converted to its size, and a full list grows by its step.
 TEST(IndexDataTest, StoresEachTypeAndGrowsByTheStep) {
     const struct {
         DataType::Type type;
         unsigned int first, second;
         unsigned int (*raw)(const void*, unsigned int);
-    } cases[] = {
-        {DataType::UnsignedInt, 70000, 12,
-         [](const void* p, unsigned int i) -> unsigned int {
-             return static_cast<const std::uint32_t*>(p)[i];
-         }},
-        {DataType::UnsignedShort, 65535, 300,
-         [](const void* p, unsigned int i) -> unsigned int {
-             return static_cast<const std::uint16_t*>(p)[i];
-         }},
-        {DataType::UnsignedByte, 200, 7,
-         [](const void* p, unsigned int i) -> unsigned int {
-             return static_cast<const std::uint8_t*>(p)[i];
-         }},
-    };
+    } cases[] = {{DataType::UnsignedInt, 70000, 12, rawIndex<std::uint32_t>},
+                 {DataType::UnsignedShort, 65535, 300, rawIndex<std::uint16_t>},
+                 {DataType::UnsignedByte, 200, 7, rawIndex<std::uint8_t>}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.type);
         IndexData list;

@@ -19,23 +19,15 @@ using RenderTest::TestRenderEngine;
 
 namespace {
 
+// Two engines that outlive the engine's shutdown in TearDown.
 class RenderManagerTest : public VelunTest::EngineTest {
 protected:
-    void SetUp() override {
-        VelunTest::EngineTest::SetUp();
-        mFirst = new TestRenderEngine(&mLog, "first");
-        mSecond = new TestRenderEngine(&mLog, "second");
-    }
-    void TearDown() override {
-        VelunTest::EngineTest::TearDown();
-        delete mFirst;
-        delete mSecond;
-    }
     RenderManager& manager() { return VelunCore::getSingleton().getRenderManager(); }
 
     CallLog mLog;
-    TestRenderEngine* mFirst;
-    TestRenderEngine* mSecond;
+    TestRenderEngine mFirstEngine{&mLog, "first"}, mSecondEngine{&mLog, "second"};
+    TestRenderEngine* mFirst = &mFirstEngine;
+    TestRenderEngine* mSecond = &mSecondEngine;
 };
 
 TEST_F(RenderManagerTest, InitializeRunsEveryEngineInNameOrderAndLateOnesAtOnce) {
