@@ -1,17 +1,14 @@
 
 #include <IL/il.h>
 #include <IL/ilu.h>
+#include <array>
 #include <cstdint>
-#include <fstream>
-#include <iterator>
-#include <memory>
 #include <sstream>
 
 #include "core/PluginManager.h"
 #include "geometry/GeometryObject.h"
 #include "loader/EngineFixture.h"
 #include "plugins/loader/devil/DevILPlugin.h"
-#include "plugins/loader/devil/DevILTextureData.h"
 #include "plugins/loader/devil/DevILTextureSourceLoader.h"
 #include "plugins/loader/ms3d/Ms3dPlugin.h"
 
@@ -45,10 +42,7 @@ protected:
 };
 
 // A texel of an image of bytes in RGB or RGBA order.
-struct Rgba {
-    int r, g, b, a;
-    bool operator==(const Rgba& o) const { return r == o.r && g == o.g && b == o.b && a == o.a; }
-};
+typedef std::array<int, 4> Rgba;
 
 Rgba texel(const TextureSource& image, unsigned int x, unsigned int y) {
     const auto* p = static_cast<const std::uint8_t*>(image.getPixel(x, y, 0));
@@ -78,17 +72,21 @@ TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
     EXPECT_EQ(before, nextName());
 
     // Headers announcing far more pixels than the file holds are refused before DevIL
-    // allocates for them (the BMP came from the fuzzer: 402 million pixels a row).
+    // allocates for them (the BMP came from the fuzzer: 402 million pixels a row). A name
+    // no loader takes is nobody's error.
     const struct {
         const char* name;
         ILenum error;
     } cases[] = {{"missing.png", IL_COULD_NOT_OPEN_FILE},
                  {"huge.bmp", IL_INVALID_FILE_HEADER},
-                 {"huge.tga", IL_INVALID_FILE_HEADER}};
+                 {"huge.tga", IL_INVALID_FILE_HEADER},
+                 {"notes.txt", IL_NO_ERROR}};
     for (const auto& c : cases) {
         testing::internal::CaptureStderr();
         EXPECT_FALSE(source(c.name)) << c.name;
-        EXPECT_EQ(std::string("Error opening .\\textures\\") + c.name + ": " + iluErrorString(c.error) + "\n",
+        EXPECT_EQ(c.error == IL_NO_ERROR ? std::string()
+                                         : std::string("Error opening .\\textures\\") + c.name + ": " +
+                                               iluErrorString(c.error) + "\n",
                   testing::internal::GetCapturedStderr());
     }
 }
@@ -101,7 +99,7 @@ TEST_F(DevILTextureSourceLoaderTest, DeliversARequestedDescription) {
     EXPECT_EQ(wanted, image->getTextureInfo());
     // Red top left, blue bottom left.
     EXPECT_EQ((Rgba{255, 0, 0, 255}), texel(*image, 1, 1));
-    EXPECT_EQ(255, texel(*image, 1, 6).b);
+    EXPECT_EQ(255, texel(*image, 1, 6)[2]);
 
     // Left open, the file's own description stays.
     Dorvan::SharedPtr<TextureSource> same =
@@ -128,7 +126,7 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
         loader.load(NameMapper::ResourceInfo("rgb.png", ".\\textures\\rgb.png", "png"));
     ASSERT_TRUE(again);
     rgb = Dorvan::SharedPtr<TextureSource>();
-    EXPECT_EQ(255, texel(*again, 3, 3).r);
+    EXPECT_EQ(255, texel(*again, 3, 3)[0]);
     again = Dorvan::SharedPtr<TextureSource>();
     loader.shutdown();
 }
@@ -161,9 +159,4 @@ TEST_F(DevILTextureSourceLoaderTest, TakesFilesByTheirType) {
     TextureInfo palette;
     palette.setColorFormat(Color::ColorIndex);
     EXPECT_FALSE(loader.canLoad(resource("png"), palette));
-
-    // A name no loader takes is nobody's error.
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(source("notes.txt"));
-    EXPECT_EQ("", testing::internal::GetCapturedStderr());
 }
