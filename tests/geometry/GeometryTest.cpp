@@ -139,9 +139,11 @@ TEST_F(GeometryObjectTest, FactoryBuildsObjectsAroundSharedData) {
     GeometryObject* b = dynamic_cast<GeometryObject*>(factory.createObject());
     ASSERT_TRUE(a && b);
     EXPECT_EQ(a->getName(), "crate");
+    EXPECT_NE(a->getSubobjectAt(0), b->getSubobjectAt(0)) << "each object is a new subtree";
     EXPECT_EQ(a->getSubobjectAt(0)->getGeometry(0), box);
     EXPECT_EQ(b->getSubobjectAt(0)->getGeometry(0), box);
     EXPECT_EQ(a->getDefaultMaterial(1), materials.get(1));
+    EXPECT_EQ(b->getDefaultMaterial(0), materials.get(0));
     EXPECT_EQ(b->getDefaultMaterial(1), materials.get(1));
     EXPECT_EQ(box.getRefCount(), 4);
     delete a;
