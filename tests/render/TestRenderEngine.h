@@ -33,17 +33,6 @@ public:
     std::vector<std::string> mNames;
 };
 
-class TestRenderContext : public Velun::RenderContext {
-public:
-    explicit TestRenderContext(Velun::RenderEngine* engine) : mEngine(engine) {}
-    Velun::RenderEngine* getRenderEngine() override { return mEngine; }
-    void beginFrame() override {}
-    void endFrame() override {}
-
-private:
-    Velun::RenderEngine* mEngine;
-};
-
 // A render engine of the tests: makes TestRenderWindows and logs every call.
 class TestRenderEngine : public Velun::RenderEngine {
 public:
@@ -72,11 +61,12 @@ public:
     TestRenderWindow(TestRenderEngine* engine, CallLog* log, int id, std::string const& name, int width,
                      int height, bool fullscreen, int offsetX, int offsetY)
         : RenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, nullptr), mEngine(engine),
-          mContext(engine), mLog(log) {}
+          mLog(log) {}
     ~TestRenderWindow() override { mLog->push_back("destroy window " + getName()); }
 
     Velun::RenderEngine* getRenderEngine() override { return mEngine; }
-    Velun::RenderContext* getRenderContext() override { return &mContext; }
+    // Nothing draws through a context here.
+    Velun::RenderContext* getRenderContext() override { return nullptr; }
 
     void render(std::int64_t timestamp) override {
         mLog->push_back("render " + getName() + " at " + std::to_string(timestamp));
@@ -125,7 +115,6 @@ protected:
 
 private:
     TestRenderEngine* mEngine;
-    TestRenderContext mContext;
     CallLog* mLog;
 };
 
