@@ -12,6 +12,7 @@
 #include "scene/SceneRoot.h"
 #include "scene/TransformationNode.h"
 #include "scene/UpdateTraverser.h"
+#include "support/Engine.h"
 
 using namespace Velun;
 using Dorvan::SharedPtr;
@@ -37,26 +38,7 @@ public:
 
 }  // namespace
 
-TEST(GeometryDataTest, GroupsOwnTheirElements) {
-    int deleted = 0;
-    {
-        GeometryData geometry;
-        GeometryDataGroup& group = geometry.createGroup();
-        group.setMaterialIndex(4);
-        group.addElement(*new TrackedElement(&deleted));
-        group.addElement(*new TrackedElement(&deleted));
-        EXPECT_EQ(4u, group.getMaterialIndex());
-        ASSERT_EQ(2u, group.getElementList(0).size());
-        EXPECT_EQ(GeometryElement::Points, group.getElementList(0).get(0)->getElementType());
-        group.clearElements();
-        EXPECT_EQ(2, deleted);
-        EXPECT_EQ(0u, group.getElementList(0).size());
-        group.addElement(*new TrackedElement(&deleted));
-    }
-    EXPECT_EQ(3, deleted);
-}
-
-TEST(GeometryDataTest, DestroyingTheGeometryFreesVolumesGroupsAndOneReference) {
+TEST(GeometryDataTest, GroupsOwnTheirElementsAndTheGeometryItsVolumesOnce) {
     int deleted = 0;
     Dorvan::SharedPtr<VertexData> vertices(new VertexData());
     {
@@ -65,33 +47,53 @@ TEST(GeometryDataTest, DestroyingTheGeometryFreesVolumesGroupsAndOneReference) {
         TrackedBox* box = new TrackedBox(&deleted);
         geometry.setBoundingVolume(box);
         geometry.setPhysicsVolume(box);  // one volume in both roles is deleted once
-        geometry.createGroup().addElement(*new TrackedElement(&deleted));
+        GeometryDataGroup& group = geometry.createGroup();
+        group.addElement(*new TrackedElement(&deleted));
+        group.addElement(*new TrackedElement(&deleted));
+        ASSERT_EQ(2u, group.getElementList(0).size());
+        group.clearElements();
+        EXPECT_EQ(2, deleted);
+        EXPECT_EQ(0u, group.getElementList(0).size());
+        group.addElement(*new TrackedElement(&deleted));
     }
-    EXPECT_EQ(2, deleted);
+    EXPECT_EQ(4, deleted);
     EXPECT_EQ(1, vertices.getRefCount());
 }
 
 namespace {
 
-typedef ObjectTestModels::EngineTest GeometrySubobjectTest;
+typedef VelunTest::EngineTest GeometrySubobjectTest;
 
-TEST_F(GeometrySubobjectTest, NewGeometryMarksTheNode) {
+TEST_F(GeometrySubobjectTest, NewGeometryOrAChangedVolumeMarksTheNodesThatShowIt) {
     Velun::Branch group;
     GeometrySubobject* part = new GeometrySubobject();
     group.attachChild(*part);
     part->finishUpdate();
     group.finishUpdate();
-    part->setGeometry(makeBox(Point(0, 0, 0), Point(1, 1, 1)), 0);
+    SharedPtr<Geometry> first = makeBox(Point(0, 0, 0), Point(1, 1, 1));
+    SharedPtr<Geometry> second = makeBox(Point(0, 0, 0), Point(2, 2, 2));
+    part->setGeometry(first, 0);
     EXPECT_EQ(part->getNodeStatus(), Node::StatusModified);
     EXPECT_EQ(group.getNodeStatus(), Node::StatusChildModified);
+
+    part->finishUpdate();
+    first->volumeChanged();
+    EXPECT_EQ(part->getNodeStatus(), Node::StatusModified);
+    part->setGeometry(second, 0);
+    part->finishUpdate();
+    first->volumeChanged();
+    EXPECT_EQ(part->getNodeStatus(), Node::StatusUpdated) << "no longer shows the first";
+    second->volumeChanged();
+    EXPECT_EQ(part->getNodeStatus(), Node::StatusModified);
     delete part;
+    second->volumeChanged();  // the deleted node is no longer registered (ASan)
 }
 
 }  // namespace
 
 namespace {
 
-typedef ObjectTestModels::EngineTest GeometryObjectTest;
+typedef VelunTest::EngineTest GeometryObjectTest;
 
 GeometrySubobject* newPart(SharedPtr<Geometry> geometry) {
     GeometrySubobject* part = new GeometrySubobject();
@@ -99,7 +101,7 @@ GeometrySubobject* newPart(SharedPtr<Geometry> geometry) {
     return part;
 }
 
-TEST_F(GeometryObjectTest, SubobjectAlreadyInATreeIsRefused) {
+TEST_F(GeometryObjectTest, SubobjectInATreeIsRefusedAndARemovedOneGoesBackToTheCaller) {
     GeometryObject one;
     GeometryObject other;
     GeometrySubobject* part = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
@@ -112,18 +114,13 @@ TEST_F(GeometryObjectTest, SubobjectAlreadyInATreeIsRefused) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), expected.str());
     EXPECT_EQ(other.getAttachedChildCount(), 0);
     EXPECT_EQ(part->getParent(), one.getAttachedChild(0));
-}
 
-TEST_F(GeometryObjectTest, RemovedSubobjectGoesBackToTheCaller) {
-    GeometryObject object;
-    GeometrySubobject* part = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
-    object.addSubobject(*part);
-    EXPECT_EQ(object.removeSubobject(object.getNodeId()), nullptr);
-    EXPECT_EQ(object.removeSubobject(part->getNodeId()), part);
+    EXPECT_EQ(one.removeSubobject(one.getNodeId()), nullptr);
+    EXPECT_EQ(one.removeSubobject(part->getNodeId()), part);
     EXPECT_EQ(part->getParent(), nullptr);
-    EXPECT_EQ(object.getAttachedChildCount(), 0);
-    EXPECT_EQ(object.getSubobjectCount(), 0u);
-    EXPECT_EQ(object.getTransformation(*part), nullptr);
+    EXPECT_EQ(one.getAttachedChildCount(), 0);
+    EXPECT_EQ(one.getSubobjectCount(), 0u);
+    EXPECT_EQ(one.getTransformation(*part), nullptr);
     delete part;
 }
 
@@ -139,9 +136,11 @@ TEST_F(GeometryObjectTest, FactoryBuildsObjectsAroundSharedData) {
     GeometryObject* b = dynamic_cast<GeometryObject*>(factory.createObject());
     ASSERT_TRUE(a && b);
     EXPECT_EQ(a->getName(), "crate");
+    EXPECT_NE(a->getSubobjectAt(0), b->getSubobjectAt(0)) << "each object is a new subtree";
     EXPECT_EQ(a->getSubobjectAt(0)->getGeometry(0), box);
     EXPECT_EQ(b->getSubobjectAt(0)->getGeometry(0), box);
     EXPECT_EQ(a->getDefaultMaterial(1), materials.get(1));
+    EXPECT_EQ(b->getDefaultMaterial(0), materials.get(0));
     EXPECT_EQ(b->getDefaultMaterial(1), materials.get(1));
     EXPECT_EQ(box.getRefCount(), 4);
     delete a;
@@ -155,62 +154,20 @@ TEST_F(GeometryObjectTest, FactoryBuildsObjectsAroundSharedData) {
               "Could not create object empty: its factory has no geometry\n");
 }
 
-// A scene with one object of two unit boxes; the object sits at x = 10, its second part
-// 3 further along x.
-class GeometryObjectSceneTest : public ObjectTestModels::EngineTest {
-protected:
-    GeometryObjectSceneTest()
-        : mScene(1), mObject(new GeometryObject("model")), mPlace(new TransformationNode()) {
-        mFirst = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
-        mSecond = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
-        mObject->addSubobject(*mFirst);
-        mObject->addSubobject(*mSecond);
-        mObject->getTransformation(*mSecond)->translate(3, 0, 0, false);
-        mPlace->translate(10, 0, 0, false);
-        mPlace->setChild(*mObject);
-        mScene.getRoot()->attachChild(*mPlace);
-    }
-    ~GeometryObjectSceneTest() override {
-        delete mObject;
-        delete mPlace;
-    }
-    void update() { mScene.getUpdateTraverser()->run(0); }
-
-    SceneRoot mScene;
-    GeometryObject* mObject;
-    TransformationNode* mPlace;
-    GeometrySubobject* mFirst;
-    GeometrySubobject* mSecond;
-};
-
-TEST_F(GeometryObjectSceneTest, DeletingAnAttachedObjectTakesItsPartsOut) {
-    update();
-    Node* parentOfFirst = mFirst->getParent();
-    ASSERT_NE(parentOfFirst, nullptr);
-    delete mObject;
-    mObject = nullptr;
-    EXPECT_FALSE(mPlace->hasChild());
-    update();
-    EXPECT_EQ(mScene.getRoot()->getAttachedChildCount(), 1);
-}
-
-TEST_F(GeometrySubobjectTest, AChangedVolumeMarksTheNodesThatShowIt) {
-    SharedPtr<Geometry> first = makeBox(Point(0, 0, 0), Point(1, 1, 1));
-    SharedPtr<Geometry> second = makeBox(Point(0, 0, 0), Point(2, 2, 2));
-    GeometrySubobject* part = new GeometrySubobject();
-    part->setGeometry(first, 0);
-    part->finishUpdate();
-    first->volumeChanged();
-    EXPECT_EQ(part->getNodeStatus(), Node::StatusModified);
-
-    part->setGeometry(second, 0);
-    part->finishUpdate();
-    first->volumeChanged();
-    EXPECT_EQ(part->getNodeStatus(), Node::StatusUpdated) << "no longer shows the first";
-    second->volumeChanged();
-    EXPECT_EQ(part->getNodeStatus(), Node::StatusModified);
-    delete part;
-    second->volumeChanged();  // the deleted node is no longer registered (ASan)
+TEST_F(GeometryObjectTest, DeletingAnAttachedObjectTakesItsPartsOut) {
+    SceneRoot scene(1);
+    GeometryObject* object = new GeometryObject("model");
+    GeometrySubobject* part = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
+    object->addSubobject(*part);
+    TransformationNode place;
+    place.setChild(*object);
+    scene.getRoot()->attachChild(place);
+    scene.getUpdateTraverser()->run(0);
+    ASSERT_NE(part->getParent(), nullptr);
+    delete object;
+    EXPECT_FALSE(place.hasChild());
+    scene.getUpdateTraverser()->run(0);
+    EXPECT_EQ(scene.getRoot()->getAttachedChildCount(), 1);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <memory>
 #include <unistd.h>
 
 #include "ObjectTestModels.h"
@@ -13,6 +14,7 @@
 #include "geometry/GeometrySubobject.h"
 #include "geometry/ObjectManager.h"
 #include "scene/TransformationNode.h"
+#include "support/Engine.h"
 
 using Dorvan::SharedPtr;
 using ObjectTestModels::TextModelLoader;
@@ -21,19 +23,21 @@ using namespace Velun;
 namespace {
 
 // A started engine, the engine's ObjectManager with a mapper onto a temporary model
-// directory that holds "tri.tmod": one triangle and two materials.
-class ObjectManagerTest : public ObjectTestModels::EngineTest {
+// directory that holds "tri.tmod".
+class ObjectManagerTest : public VelunTest::EngineTest {
 protected:
     void SetUp() override {
+        EngineTest::SetUp();
         char pattern[] = "/tmp/velun-objects-XXXXXX";
         ASSERT_TRUE(mkdtemp(pattern));
         mDir = pattern;
-        std::ofstream(mDir + "/tri.tmod") << "v 0 0 0\nv 1 0 0\nv 0 2 0\nt 0 1 2\nm 1 0 0\nm 0 0 1\n";
+        std::ofstream(mDir + "/tri.tmod") << "tmod\n";
         manager().setObjectNameMapper(SharedPtr<NameMapper>(new FileNameMapper(mDir)));
     }
     void TearDown() override {
         std::remove((mDir + "/tri.tmod").c_str());
         rmdir(mDir.c_str());
+        EngineTest::TearDown();
     }
 
     static ObjectManager& manager() {
@@ -44,131 +48,83 @@ protected:
     std::string mDir;
 };
 
-TEST_F(ObjectManagerTest, ParsesOnceAndMakesFreshSubtreesSharingGeometryAndMaterials) {
+// What the objects of one factory share is the factory's part (GeometryTest).
+TEST_F(ObjectManagerTest, LoadsOnceAndMakesAnObjectPerCall) {
     TextModelLoader loader;
     EXPECT_EQ(manager().registerObjectLoader(loader), 0u);
     EXPECT_TRUE(loader.isInitialized());
-
-    GeometryObject* objects[3];
-    for (int i = 0; i < 3; ++i) {
-        objects[i] = asGeometryObject(manager().createObject("tri.tmod"));
-        ASSERT_TRUE(objects[i]);
-    }
+    std::unique_ptr<ObjectNode> first(manager().createObject("tri.tmod"));
+    std::unique_ptr<ObjectNode> second(manager().createObject("tri.tmod"));
+    ASSERT_TRUE(asGeometryObject(first.get()) && asGeometryObject(second.get()));
+    EXPECT_NE(first.get(), second.get());
     EXPECT_EQ(loader.getLoadCount(), 1);
     EXPECT_EQ(loader.getCanLoadCount(), 1) << "a cached name must not reach the loaders";
     EXPECT_TRUE(manager().isLoaded("tri.tmod"));
-
-    GeometrySubobject* first = objects[0]->getSubobjectAt(0);
-    ASSERT_TRUE(first);
-    ASSERT_TRUE(first->getGeometry(0));
-    EXPECT_EQ(first->getGeometry(0)->getName(), "tri.tmod");
-    EXPECT_EQ(objects[0]->getDefaultMaterial(1)->getDiffuseMaterialColor(), Velun::Color(0, 0, 1, 1));
-    for (int i = 1; i < 3; ++i) {
-        EXPECT_NE(objects[i], objects[0]);
-        GeometrySubobject* part = objects[i]->getSubobjectAt(0);
-        ASSERT_TRUE(part);
-        EXPECT_NE(part, first) << "each object is a new subtree";
-        EXPECT_NE(part->getParent(), first->getParent());
-        EXPECT_EQ(part->getGeometry(0).get(), first->getGeometry(0).get());
-        EXPECT_EQ(objects[i]->getDefaultMaterial(0).get(), objects[0]->getDefaultMaterial(0).get());
-        EXPECT_EQ(objects[i]->getDefaultMaterial(1).get(), objects[0]->getDefaultMaterial(1).get());
-    }
-    for (int i = 0; i < 3; ++i)
-        delete objects[i];
+    GeometryObject& object = *asGeometryObject(second.get());
+    EXPECT_EQ(object.getSubobjectAt(0)->getGeometry(0)->getName(), "tri.tmod");
+    EXPECT_EQ(object.getDefaultMaterial(1)->getDiffuseMaterialColor(), Velun::Color(0, 0, 1, 1));
 }
 
-TEST_F(ObjectManagerTest, UnknownNameIsLoggedAndGivesNothing) {
-    TextModelLoader loader;
-    manager().registerObjectLoader(loader);
-    testing::internal::CaptureStderr();
-    ObjectNode* object = manager().createObject("ghost.obj");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Could not find an objectloader for ghost.obj\n");
-    EXPECT_EQ(object, nullptr);
-    EXPECT_FALSE(manager().isLoaded("ghost.obj"));
-    EXPECT_EQ(loader.getLoadCount(), 0);
-}
-
-TEST_F(ObjectManagerTest, FailedLoadLogsTheLoadersCauseThenTheManagers) {
-    TextModelLoader loader;
-    manager().registerObjectLoader(loader);
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(manager().createObject("missing.tmod"), nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "Could not open " + mDir +
-                  "\\missing.tmod\n"
-                  "Could not find an objectloader for missing.tmod\n");
-    EXPECT_FALSE(manager().isLoaded("missing.tmod"));
-}
-
-TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAsked) {
-    TextModelLoader first;
-    TextModelLoader second;
+TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAskedAndFailuresAreLogged) {
+    TextModelLoader first, second;
     EXPECT_EQ(manager().registerObjectLoader(first), 0u);
     EXPECT_EQ(manager().registerObjectLoader(second), 1u);
-
     delete manager().createObject("tri.tmod");
     EXPECT_EQ(first.getLoadCount(), 1);
     EXPECT_EQ(second.getCanLoadCount(), 0);
 
-    // The first fails on a missing file; the second, which would fail too, is not tried.
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(manager().createObject("missing.tmod"), nullptr);
-    testing::internal::GetCapturedStderr();
-    EXPECT_EQ(first.getLoadCount(), 2);
-    EXPECT_EQ(second.getLoadCount(), 0);
+    // The first fails on a missing file, logging its cause and then the manager's; the
+    // second, which would fail too, is not tried. A name no loader takes loads nothing.
+    const struct {
+        const char* name;
+        std::string lines;
+        int firstLoads;
+    } cases[] = {
+        {"missing.tmod",
+         "Could not open " + mDir + "\\missing.tmod\nCould not find an objectloader for missing.tmod\n", 2},
+        {"ghost.obj", "Could not find an objectloader for ghost.obj\n", 2},
+    };
+    for (const auto& c : cases) {
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(manager().createObject(c.name), nullptr);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), c.lines);
+        EXPECT_FALSE(manager().isLoaded(c.name));
+        EXPECT_EQ(first.getLoadCount(), c.firstLoads);
+        EXPECT_EQ(second.getLoadCount(), 0);
+    }
 }
 
-TEST_F(ObjectManagerTest, UnloadDropsTheFactoryAndTheNextCallLoadsAgain) {
+TEST_F(ObjectManagerTest, UnloadAndShutdownReleaseFactoriesAndObjectsKeepTheirData) {
     TextModelLoader loader;
     manager().registerObjectLoader(loader);
     GeometryObject* before = asGeometryObject(manager().createObject("tri.tmod"));
     ASSERT_TRUE(before);
     SharedPtr<Velun::Geometry> oldGeometry = before->getSubobjectAt(0)->getGeometry(0);
+    // Held by us, the object's subobject and the cached factory.
+    EXPECT_EQ(oldGeometry.getRefCount(), 3);
 
     EXPECT_TRUE(manager().unloadObjectFactory("tri.tmod"));
     EXPECT_TRUE(manager().unloadObjectFactory("never-loaded"));
     EXPECT_FALSE(manager().isLoaded("tri.tmod"));
-    // The object made before keeps its data.
     EXPECT_EQ(oldGeometry.getRefCount(), 2);
     EXPECT_EQ(before->getDefaultMaterial(0)->getDiffuseMaterialColor(), Velun::Color(1, 0, 0, 1));
 
+    // The next call loads again.
     GeometryObject* after = asGeometryObject(manager().createObject("tri.tmod"));
     ASSERT_TRUE(after);
     EXPECT_EQ(loader.getLoadCount(), 2);
-    EXPECT_NE(after->getSubobjectAt(0)->getGeometry(0).get(), oldGeometry.get());
-    delete before;
-    delete after;
-    EXPECT_EQ(oldGeometry.getRefCount(), 1);
-}
-
-class CountingFactory : public ObjectFactory {
-public:
-    CountingFactory() : mName("hand-made"), mCount(0) {}
-    std::string const& getName() const override { return mName; }
-    ObjectNode* createObject() override {
-        ++mCount;
-        return new GeometryObject(mName);
-    }
-    std::string mName;
-    int mCount;
-};
-
-TEST_F(ObjectManagerTest, ShutdownReleasesFactoriesAndLeftoverObjectsEndCleanly) {
-    TextModelLoader loader;
-    manager().registerObjectLoader(loader);
-    GeometryObject* kept = asGeometryObject(manager().createObject("tri.tmod"));
-    ASSERT_TRUE(kept);
-    SharedPtr<Velun::Geometry> geometry = kept->getSubobjectAt(0)->getGeometry(0);
-    SharedPtr<Velun::Material> material = kept->getDefaultMaterial(0);
-    // Held by us, the object's subobject and the cached factory.
+    SharedPtr<Velun::Geometry> geometry = after->getSubobjectAt(0)->getGeometry(0);
+    SharedPtr<Velun::Material> material = after->getDefaultMaterial(0);
+    EXPECT_NE(geometry.get(), oldGeometry.get());
     EXPECT_EQ(geometry.getRefCount(), 3);
 
     VelunCore::getSingleton().shutdown();
     EXPECT_EQ(geometry.getRefCount(), 2);
     EXPECT_EQ(material.getRefCount(), 2);
-
-    // An object released after shutdown needs no manager.
-    delete kept;
+    // Objects released after shutdown need no manager.
+    delete before;
+    delete after;
+    EXPECT_EQ(oldGeometry.getRefCount(), 1);
     EXPECT_EQ(geometry.getRefCount(), 1);
     EXPECT_EQ(material.getRefCount(), 1);
 }

@@ -1,13 +1,10 @@
 #pragma once
 
 // Small models for the object tests: a box geometry built by hand, and a loader of the
-// tests' own for a tiny text format (".tmod") that counts how often it parses.
+// tests' own for ".tmod" files that counts how often it loads.
 
 #include <fstream>
-#include <sstream>
 #include <string>
-
-#include <gtest/gtest.h>
 
 #include "core/NativePath.h"
 #include "core/VelunCore.h"
@@ -23,18 +20,6 @@
 namespace ObjectTestModels {
 
 using Dorvan::SharedPtr;
-
-// Base of fixtures that make nodes: node ids come from the started engine. As a base
-// class it starts the engine before the fixture's members are built and shuts it down
-// after they are gone.
-class EngineTest : public ::testing::Test {
-protected:
-    EngineTest() { Velun::VelunCore::getSingleton().startup(); }
-    ~EngineTest() override {
-        if (Velun::VelunCore::getSingleton().findResourceManager())
-            Velun::VelunCore::getSingleton().shutdown();
-    }
-};
 
 // An axis-aligned box from lo to hi: eight vertices, twelve triangles in one group of
 // material slot 0, and its bounding box.
@@ -61,83 +46,40 @@ inline SharedPtr<Velun::Geometry> makeBox(Velun::Point const& lo, Velun::Point c
     return SharedPtr<Velun::Geometry>(geometry);
 }
 
-// Reads files of lines "v x y z" (a vertex), "t a b c" (a triangle) and "m r g b" (a
-// material with that diffuse colour). A file it cannot open is logged on the channel
-// "test.loader" and gives no factory.
+// Loads files of type "tmod": each gives a unit box and two materials, red and blue. A file
+// it cannot open is logged on the channel "test.loader" and gives no factory.
 class TextModelLoader : public Velun::ObjectLoader {
 public:
-    explicit TextModelLoader(std::string const& fileType = "tmod", bool initializes = true)
-        : mFileType(fileType), mInitializes(initializes), mInitialized(false), mLoadCount(0),
-          mCanLoadCount(0) {}
-
     bool isInitialized() const override { return mInitialized; }
-    bool initialize() override {
-        mInitialized = mInitializes;
-        return mInitialized;
-    }
-    bool shutdown() override {
-        mInitialized = false;
-        return true;
-    }
-
+    bool initialize() override { return mInitialized = true; }
+    bool shutdown() override { return !(mInitialized = false); }
     bool canLoad(Velun::NameMapper::ResourceInfo const& info) override {
         ++mCanLoadCount;
-        return info.getFileType() == mFileType;
+        return info.getFileType() == "tmod";
     }
-
     SharedPtr<Velun::ObjectFactory> load(Velun::NameMapper::ResourceInfo const& info) override {
         ++mLoadCount;
-        std::ifstream in(Velun::toNativePath(info.getFileName()).c_str());
-        if (!in) {
+        if (!std::ifstream(Velun::toNativePath(info.getFileName()).c_str())) {
             Velun::VelunCore::getLogger("test.loader")->error("Could not open " + info.getFileName());
             return SharedPtr<Velun::ObjectFactory>();
         }
-        Velun::GeometryData* geometry = new Velun::GeometryData(info.getName());
-        SharedPtr<Velun::VertexData> vertices(new Velun::VertexData());
-        vertices->setUseVertex(true);
-        vertices->initialize(8, 8);
-        Velun::BoundingBox* box = new Velun::BoundingBox();
-        Velun::IndexedTriangles* triangles = new Velun::IndexedTriangles();
         Dorvan::Vector<SharedPtr<Velun::Material>> materials;
-        std::string line;
-        while (std::getline(in, line)) {
-            std::istringstream fields(line);
-            std::string tag;
-            fields >> tag;
-            if (tag == "v") {
-                float x = 0, y = 0, z = 0;
-                fields >> x >> y >> z;
-                vertices->addVertex();
-                vertices->setVertex(x, y, z);
-                box->merge(Velun::Point(x, y, z));
-            } else if (tag == "t") {
-                unsigned int a = 0, b = 0, c = 0;
-                fields >> a >> b >> c;
-                triangles->addTriangle(a, b, c);
-            } else if (tag == "m") {
-                float r = 0, g = 0, b = 0;
-                fields >> r >> g >> b;
-                SharedPtr<Velun::Material> material(new Velun::Material());
-                material->setDiffuseMaterialColor(Velun::Color(r, g, b, 1.0f));
-                materials.add(material);
-            }
+        for (const Velun::Color& colour : {Velun::Color(1, 0, 0, 1), Velun::Color(0, 0, 1, 1)}) {
+            materials.add(SharedPtr<Velun::Material>(new Velun::Material()));
+            materials.get(materials.size() - 1)->setDiffuseMaterialColor(colour);
         }
-        geometry->setIndexedVertexData(vertices);
-        geometry->createGroup().addElement(*triangles);
-        geometry->setBoundingVolume(box);
         return SharedPtr<Velun::ObjectFactory>(new Velun::GeometryObjectFactory(
-            info.getName(), SharedPtr<Velun::Geometry>(geometry), materials));
+            info.getName(), makeBox(Velun::Point(0, 0, 0), Velun::Point(1, 1, 1), info.getName()),
+            materials));
     }
 
     int getLoadCount() const { return mLoadCount; }
     int getCanLoadCount() const { return mCanLoadCount; }
 
 private:
-    std::string mFileType;
-    bool mInitializes;
-    bool mInitialized;
-    int mLoadCount;
-    int mCanLoadCount;
+    bool mInitialized = false;
+    int mLoadCount = 0;
+    int mCanLoadCount = 0;
 };
 
 }  // namespace ObjectTestModels

@@ -11,42 +11,37 @@
 
 using namespace Velun;
 
-TEST(IndexDataTest, AddsAndGrowsUnsignedInts) {
-    IndexData list;
-    EXPECT_EQ(DataType::UnsignedInt, list.getIndexType());
-    list.initialize(2, 3);
-    EXPECT_EQ(0u, list.addIndex(10));
-    EXPECT_EQ(1u, list.addIndex(11));
-    EXPECT_EQ(2u, list.addIndex(12));
-    EXPECT_EQ(3u, list.getCount());
-    EXPECT_EQ(5u, list.getCapacity());
-    const std::uint32_t* raw = static_cast<const std::uint32_t*>(list.getIndexList());
-    EXPECT_EQ(10u, raw[0]);
-    EXPECT_EQ(12u, raw[2]);
-
-    EXPECT_TRUE(list.setIndex(1, 99));
-    EXPECT_EQ(99u, list.getIndex(1));
-    EXPECT_FALSE(list.setIndex(3, 5));
+template <class T>
+unsigned int rawIndex(const void* list, unsigned int i) {
+    return static_cast<const T*>(list)[i];
 }
 
-TEST(IndexDataTest, ShortAndByteListsStoreConvertedValues) {
-    IndexData shorts;
-    shorts.setIndexType(DataType::UnsignedShort);
-    shorts.initialize(1, 0);
-    shorts.addIndex(65535);
-    shorts.addIndex(300);
-    EXPECT_EQ(2u, shorts.getCapacity());
-    const std::uint16_t* s = static_cast<const std::uint16_t*>(shorts.getIndexList());
-    EXPECT_EQ(65535u, s[0]);
-    EXPECT_EQ(300u, s[1]);
-    EXPECT_TRUE(shorts.setIndex(0, 4));
-    EXPECT_EQ(4u, shorts.getIndex(0));
-
-    IndexData bytes;
-    bytes.setIndexType(DataType::UnsignedByte);
-    bytes.initialize(4, 4);
-    bytes.addIndex(200);
-    EXPECT_EQ(200u, static_cast<const std::uint8_t*>(bytes.getIndexList())[0]);
+// Each index type stores the value converted to its size, and a full list grows by its step.
+TEST(IndexDataTest, StoresEachTypeAndGrowsByTheStep) {
+    const struct {
+        DataType::Type type;
+        unsigned int first, second;
+        unsigned int (*raw)(const void*, unsigned int);
+    } cases[] = {{DataType::UnsignedInt, 70000, 12, rawIndex<std::uint32_t>},
+                 {DataType::UnsignedShort, 65535, 300, rawIndex<std::uint16_t>},
+                 {DataType::UnsignedByte, 200, 7, rawIndex<std::uint8_t>}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.type);
+        IndexData list;
+        EXPECT_EQ(DataType::UnsignedInt, list.getIndexType());
+        list.setIndexType(c.type);
+        list.initialize(2, 3);
+        EXPECT_EQ(0u, list.addIndex(c.first));
+        EXPECT_EQ(1u, list.addIndex(c.second));
+        EXPECT_EQ(2u, list.addIndex(c.second));
+        EXPECT_EQ(3u, list.getCount());
+        EXPECT_EQ(5u, list.getCapacity());
+        EXPECT_EQ(c.first, c.raw(list.getIndexList(), 0));
+        EXPECT_EQ(c.second, c.raw(list.getIndexList(), 2));
+        EXPECT_TRUE(list.setIndex(1, 4));
+        EXPECT_EQ(4u, list.getIndex(1));
+        EXPECT_FALSE(list.setIndex(3, 5));
+    }
 }
 
 namespace {
@@ -93,31 +88,11 @@ TEST(VertexDataTest, NormalsAreStoredNormalisedAndNeverNaN) {
     }
 }
 
-TEST(VertexDataTest, EveryAttributeLandsAtItsVertex) {
+TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndTextureLayersSideBySide) {
     VertexData data;
     data.setUseColor(true);
     data.setUseSecondaryColor(true);
     data.setUseFogCoordinates(true);
-    data.initialize(2, 1);
-    data.addVertex();
-    data.addVertex();
-    data.setColor(Color(0.1f, 0.2f, 0.3f, 0.4f));
-    data.setSecondaryColor(0.5f, 0.6f, 0.7f);
-    data.setFogCoordinate(9.0f);
-    const float* c = floats(data.getColor());
-    EXPECT_FLOAT_EQ(0.1f, c[4]);
-    EXPECT_FLOAT_EQ(0.4f, c[7]);
-    EXPECT_FLOAT_EQ(0.7f, floats(data.getSecondaryColor())[5]);
-    EXPECT_FLOAT_EQ(9.0f, floats(data.getFogCoordinates())[1]);
-    EXPECT_EQ(DataType::Float, data.getColorType());
-    EXPECT_EQ(DataType::Float, data.getSecondaryColorType());
-    EXPECT_EQ(DataType::Float, data.getFogCoordinateType());
-    EXPECT_EQ(0u, data.getStride(VertexDataSet::Part::Color));
-    EXPECT_EQ(0u, data.getStride(VertexDataSet::Part::Vertex));
-}
-
-TEST(VertexDataTest, TextureLayersSitSideBySidePerVertex) {
-    VertexData data;
     data.setUseTexCoordinates(true);
     data.addTextureIndex(4);
     data.addTextureIndex(7);
@@ -125,19 +100,30 @@ TEST(VertexDataTest, TextureLayersSitSideBySidePerVertex) {
     EXPECT_EQ(2u, data.getNumTexLayer());
     EXPECT_EQ(7u, data.getTexturesIndices().get(1));
     EXPECT_EQ(16u, data.getStride(VertexDataSet::Part::TexCoordinate));
+    EXPECT_EQ(0u, data.getStride(VertexDataSet::Part::Color));
+    EXPECT_EQ(0u, data.getStride(VertexDataSet::Part::Vertex));
     const char* layer0 = static_cast<const char*>(data.getTexCoordinates(0));
     EXPECT_EQ(layer0 + 8, static_cast<const char*>(data.getTexCoordinates(1)));
 
     data.addVertex();
     data.addVertex();
+    data.setColor(Color(0.1f, 0.2f, 0.3f, 0.4f));
+    data.setSecondaryColor(0.5f, 0.6f, 0.7f);
+    data.setFogCoordinate(9.0f);
     data.setTexCoordinate(0.25f, 0.75f, 1);
     data.setTexCoordinate(9.0f, 9.0f, 2);  // no such layer
-    const float* t = floats(data.getTexCoordinates(0));
+    const float* c = floats(data.getColor());
+    EXPECT_FLOAT_EQ(0.1f, c[4]);
+    EXPECT_FLOAT_EQ(0.4f, c[7]);
+    EXPECT_FLOAT_EQ(0.7f, floats(data.getSecondaryColor())[5]);
+    EXPECT_FLOAT_EQ(9.0f, floats(data.getFogCoordinates())[1]);
     // Vertex 1, layer 1 begins at float (2 * 1 + 1) * 2.
+    const float* t = floats(data.getTexCoordinates(0));
     EXPECT_FLOAT_EQ(0.25f, t[6]);
     EXPECT_FLOAT_EQ(0.75f, t[7]);
     data.addVertex();  // grows to 4 vertices of two layers
     EXPECT_FLOAT_EQ(0.25f, floats(data.getTexCoordinates(0))[6]);
+    EXPECT_FLOAT_EQ(0.7f, floats(data.getSecondaryColor())[5]);
 }
 
 TEST(VertexDataTest, ACopySharesArraysUntilOneSideWrites) {

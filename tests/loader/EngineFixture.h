@@ -4,7 +4,6 @@
 // and "textures" below it, holding links to the test data, and the name mappers that
 // setup would install. Each test leaves the engine shut down and the folder removed.
 
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -14,9 +13,9 @@
 
 #include "core/FileNameMapper.h"
 #include "core/ResourceManager.h"
-#include "core/VelunCore.h"
 #include "geometry/ObjectManager.h"
 #include "loader/Ms3dWriter.h"
+#include "support/Engine.h"
 #include "texture/TextureManager.h"
 
 // A temporary working directory: models/ links the sample models, textures/ the sample
@@ -29,19 +28,21 @@ public:
         if (!mkdtemp(pattern))
             return;
         mDirectory = pattern;
-        fs::create_directory(mDirectory / "models");
-        fs::create_directory(mDirectory / "textures");
-        link(fs::path(VELUN_TEST_DATA_DIR) / "models", mDirectory / "models");
-        link(fs::path(VELUN_TEST_DATA_DIR) / "textures", mDirectory / "textures");
-        link(fs::path(VELUN_TEST_DATA_DIR) / "images", mDirectory / "textures");
+        for (const char* from : {"models", "textures", "images"}) {
+            fs::path to = mDirectory / (*from == 'm' ? "models" : "textures");
+            fs::create_directories(to);
+            for (const auto& entry : fs::directory_iterator(fs::path(VELUN_TEST_DATA_DIR) / from))
+                fs::create_symlink(entry.path(), to / entry.path().filename());
+        }
         fs::current_path(mDirectory);
     }
-
     ~DataDirectory() {
         std::filesystem::current_path(mOldDirectory);
         if (!mDirectory.empty())
             std::filesystem::remove_all(mDirectory);
     }
+    DataDirectory(const DataDirectory&) = delete;
+    DataDirectory& operator=(const DataDirectory&) = delete;
 
     const std::filesystem::path& path() const { return mDirectory; }
 
@@ -54,31 +55,22 @@ public:
             Dorvan::SharedPtr<Velun::NameMapper>(new Velun::FileNameMapper(".\\textures")));
     }
 
-    DataDirectory(const DataDirectory&) = delete;
-    DataDirectory& operator=(const DataDirectory&) = delete;
-
 private:
-    static void link(const std::filesystem::path& from, const std::filesystem::path& to) {
-        for (const auto& entry : std::filesystem::directory_iterator(from))
-            std::filesystem::create_symlink(entry.path(), to / entry.path().filename());
-    }
-
     std::filesystem::path mOldDirectory;
     std::filesystem::path mDirectory;
 };
 
-class EngineFixture : public testing::Test {
+class EngineFixture : public VelunTest::EngineTest {
 protected:
     void SetUp() override {
         mData.reset(new DataDirectory());
         ASSERT_FALSE(mData->path().empty());
         mDirectory = mData->path();
-        core.startup();
+        EngineTest::SetUp();
         DataDirectory::mapNames();
     }
-
     void TearDown() override {
-        core.shutdown();
+        EngineTest::TearDown();
         mData.reset();
     }
 
@@ -87,7 +79,6 @@ protected:
         ms3dtest::save((mDirectory / "models" / name).string(), bytes);
     }
 
-    Velun::VelunCore& core = Velun::VelunCore::getSingleton();
     std::filesystem::path mDirectory;
 
 private:

@@ -72,40 +72,22 @@ private:
 
 void stopAfterFrame() { VelunCore::getSingleton().getProcessManager().stop(false); }
 
-class FrameTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        gLog = &mLog;
-        VelunCore::getSingleton().startup();
-        mEngine = new RenderTest::TestRenderEngine(&mLog);
-        mInput = new InputProbe();
-    }
-    void TearDown() override {
-        std::vector<Process*>& sound =
-            *VelunCore::getSingleton().getResourceManager().getSoundManager().getProcessList();
-        sound.erase(std::remove(sound.begin(), sound.end(), &mSound), sound.end());
-        delete mInput;
-        VelunCore::getSingleton().shutdown();
-        delete mEngine;
-        gLog = nullptr;
-    }
-
-    CallLog mLog;
-    RenderTest::TestRenderEngine* mEngine;
-    InputProbe* mInput;
-    SoundProbe mSound;
-};
-
-TEST_F(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
+TEST(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
+    CallLog log;
+    gLog = &log;
+    VelunCore::getSingleton().startup();
+    RenderTest::TestRenderEngine engine(&log);
+    InputProbe input;
+    SoundProbe sound;
     VelunCore& core = VelunCore::getSingleton();
     RenderManager& render = core.getRenderManager();
     SceneManager& scenes = core.getSceneManager();
 
-    core.getInputManager().registerInputProvider(*mInput);
+    core.getInputManager().registerInputProvider(input);
     SharedPtr<LogicProbe> logic(new LogicProbe());
     logic->setState(LogicElement::StateRunning);
     core.getEventManager().registerModifier(logic);
-    core.getResourceManager().getSoundManager().getProcessList()->push_back(&mSound);
+    core.getResourceManager().getSoundManager().getProcessList()->push_back(&sound);
 
     // A world with a box in front of the cameras and one behind them, and an overlay.
     SceneGraph& world = scenes.createSceneGraph();
@@ -128,7 +110,7 @@ TEST_F(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
     world.getRoot()->attachChild(turn);
     mainCamera->setOverlay(hud);
 
-    render.registerRenderer("test", mEngine);
+    render.registerRenderer("test", &engine);
     EXPECT_EQ(1, render.initializeRenderer(false));
     RenderTest::TestRenderWindow* window = static_cast<RenderTest::TestRenderWindow*>(
         render.createRenderWindow("main", 800, 600, false, 0, 0, nullptr));
@@ -144,7 +126,7 @@ TEST_F(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
     target->attachViewport(corner);
     window->attachRenderTarget(target);
 
-    mLog.clear();
+    log.clear();
     EXPECT_EQ(0, core.getProcessManager().run(true));
 
     std::vector<std::string> expected = {
@@ -166,11 +148,15 @@ TEST_F(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
         "pass mirror scene 1 aspect 2: behind lamp",
         "swap",
     };
-    EXPECT_EQ(expected, mLog);
+    EXPECT_EQ(expected, log);
 
     world.getRoot()->detachChilds();
     hud.getRoot()->detachChilds();
     turn.detachChild();
+    std::vector<Process*>& sounds = *core.getResourceManager().getSoundManager().getProcessList();
+    sounds.erase(std::remove(sounds.begin(), sounds.end(), &sound), sounds.end());
+    core.shutdown();
+    gLog = nullptr;
 }
 
 }  // namespace

@@ -33,49 +33,25 @@ public:
     std::vector<std::string> mNames;
 };
 
-class TestRenderContext : public Velun::RenderContext {
-public:
-    explicit TestRenderContext(Velun::RenderEngine* engine) : mEngine(engine) {}
-    Velun::RenderEngine* getRenderEngine() override { return mEngine; }
-    void beginFrame() override {}
-    void endFrame() override {}
-
-private:
-    Velun::RenderEngine* mEngine;
-};
-
 // A render engine of the tests: makes TestRenderWindows and logs every call.
 class TestRenderEngine : public Velun::RenderEngine {
 public:
-    explicit TestRenderEngine(CallLog* log, std::string const& name = "test")
-        : mLog(log), mName(name), mFailWindows(false), mInitializeCount(0), mShutdownCount(0) {}
+    explicit TestRenderEngine(CallLog* log, std::string const& name = "test") : mLog(log), mName(name) {}
 
     bool initialize() override {
-        ++mInitializeCount;
-        record("initialize " + mName);
+        mLog->push_back("initialize " + mName);
         return true;
     }
     Velun::RenderWindow* createRenderWindow(int id, std::string const& name, int width, int height,
                                             bool fullscreen, int offsetX, int offsetY,
                                             Dorvan::LinkedMap<std::string, std::string>*) override;
     Velun::Capabilities* getCapabilities() override { return &mCapabilities; }
-    void shutdown() override {
-        ++mShutdownCount;
-        record("shutdown " + mName);
-    }
+    void shutdown() override { mLog->push_back("shutdown " + mName); }
 
     CallLog* mLog;
     std::string mName;
-    bool mFailWindows;
-    int mInitializeCount;
-    int mShutdownCount;
 
 private:
-    void record(std::string const& line) {
-        if (mLog)
-            mLog->push_back(line);
-    }
-
     TestCapabilities mCapabilities;
 };
 
@@ -85,48 +61,44 @@ public:
     TestRenderWindow(TestRenderEngine* engine, CallLog* log, int id, std::string const& name, int width,
                      int height, bool fullscreen, int offsetX, int offsetY)
         : RenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, nullptr), mEngine(engine),
-          mContext(engine), mLog(log), mGrabbed(false), mCursorVisible(true), mAfterRender(nullptr) {}
-    ~TestRenderWindow() override { record("destroy window " + getName()); }
+          mLog(log) {}
+    ~TestRenderWindow() override { mLog->push_back("destroy window " + getName()); }
 
     Velun::RenderEngine* getRenderEngine() override { return mEngine; }
-    Velun::RenderContext* getRenderContext() override { return &mContext; }
+    // Nothing draws through a context here.
+    Velun::RenderContext* getRenderContext() override { return nullptr; }
 
     void render(std::int64_t timestamp) override {
-        std::ostringstream line;
-        line << "render " << getName() << " at " << timestamp;
-        record(line.str());
+        mLog->push_back("render " + getName() + " at " + std::to_string(timestamp));
         Dorvan::SharedPtr<Velun::RenderTarget> target = getRenderTarget();
         if (target.isNull())
-            record("clear surface");
+            mLog->push_back("clear surface");
         else
             renderTarget(*target, getWidth(), getHeight());
-        record("swap");
+        mLog->push_back("swap");
         if (mAfterRender)
             mAfterRender();
     }
 
-    bool canGrabInput() override { return true; }
-    bool isInputGrabbed() override { return mGrabbed; }
-    bool setInputGrabbed(bool grabbed) override {
-        mGrabbed = grabbed;
-        return true;
-    }
-    bool canControlCursor() override { return true; }
-    bool isCursorVisible() override { return mCursorVisible; }
-    bool setCursorVisible(bool visible) override {
-        mCursorVisible = visible;
-        return true;
-    }
-    bool warpCursor(unsigned short, unsigned short) override { return true; }
+    bool canGrabInput() override { return false; }
+    bool isInputGrabbed() override { return false; }
+    bool setInputGrabbed(bool) override { return false; }
+    bool canControlCursor() override { return false; }
+    bool isCursorVisible() override { return true; }
+    bool setCursorVisible(bool) override { return false; }
+    bool warpCursor(unsigned short, unsigned short) override { return false; }
+
+    // Called after each frame, e.g. to stop the main loop.
+    void (*mAfterRender)() = nullptr;
 
 protected:
-    void clearSurface() override { record("clear surface"); }
+    void clearSurface() override { mLog->push_back("clear surface"); }
     void setViewport(int x, int y, int width, int height) override {
         std::ostringstream line;
         line << "viewport " << x << " " << y << " " << width << " " << height;
-        record(line.str());
+        mLog->push_back(line.str());
     }
-    void clearDepth() override { record("clear depth"); }
+    void clearDepth() override { mLog->push_back("clear depth"); }
     void renderPass(Velun::Camera& camera, Dorvan::SharedPtr<Velun::View> const& view,
                     bool overlay) override {
         Dorvan::SharedPtr<NameCollector> collector(new NameCollector());
@@ -136,36 +108,19 @@ protected:
         std::ostringstream line;
         line << (overlay ? "overlay pass " : "pass ") << camera.getName() << " scene "
              << view->getSceneRoot().getSceneId() << " aspect " << view->getFrustrum()->getAspect() << ":";
-        for (std::size_t i = 0; i < collector->mNames.size(); ++i)
-            line << " " << collector->mNames[i];
-        record(line.str());
+        for (const std::string& name : collector->mNames)
+            line << " " << name;
+        mLog->push_back(line.str());
     }
 
 private:
-    void record(std::string const& line) {
-        if (mLog)
-            mLog->push_back(line);
-    }
-
     TestRenderEngine* mEngine;
-    TestRenderContext mContext;
     CallLog* mLog;
-    bool mGrabbed;
-    bool mCursorVisible;
-
-public:
-    // Called after each frame, e.g. to stop the main loop.
-    void (*mAfterRender)();
 };
 
 inline Velun::RenderWindow*
 TestRenderEngine::createRenderWindow(int id, std::string const& name, int width, int height, bool fullscreen,
                                      int offsetX, int offsetY, Dorvan::LinkedMap<std::string, std::string>*) {
-    std::ostringstream line;
-    line << "create window " << id << " " << name << " " << width << "x" << height << " on " << mName;
-    record(line.str());
-    if (mFailWindows)
-        return nullptr;
     return new TestRenderWindow(this, mLog, id, name, width, height, fullscreen, offsetX, offsetY);
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <string>
 #include <vector>
 
 #include "foundation/CowMemPtr.h"
@@ -14,18 +15,21 @@ namespace {
 
 typedef Dorvan::SharedPtr<TextureSource> Source;
 
-// Pixels from bytes, in the given format.
+// Pixels from bytes, in the given format (with two channels if None); the block is as long
+// as `bytes`, which may be shorter than the description.
 Source image(unsigned int width, unsigned int height, Color::Format format,
              const std::vector<unsigned char>& bytes) {
     TextureInfo info(width, height, 1, DataType::UnsignedByte, format);
+    if (format == Color::None)
+        info.setChannels(2);
     Dorvan::CowMemPtr<void> pixels;
-    pixels.alloc(info.getMemSize());
-    std::memcpy(pixels.get(), bytes.data(), info.getMemSize());
+    pixels.alloc(bytes.size());
+    std::memcpy(pixels.get(), bytes.data(), bytes.size());
     return Source(new TextureData(info, pixels));
 }
 
 // The same pixels offered only one at a time, as a source that makes them on demand
-// would: no block to read rows from.
+// would: no block to read rows from, so the proxy takes its per-pixel path.
 class PixelByPixel : public TextureSource {
 public:
     explicit PixelByPixel(Source inner) : mInner(inner) {}
@@ -67,11 +71,7 @@ TEST(TextureProxyTest, FloatsBecomeBytesByTruncation) {
 
 TEST(TextureProxyTest, SolidColourIsRgbaBytes) {
     TextureProxy proxy(4, 2, Color(1.0f, 0.0f, 0.0f, 0.5f));
-    const TextureInfo& info = proxy.getTextureInfo();
-    EXPECT_EQ(32u, info.getMemSize());
-    EXPECT_EQ(Color::Rgba, info.getColorFormat());
-    EXPECT_EQ(DataType::UnsignedByte, info.getDataType());
-    EXPECT_EQ(1u, info.getDepth());
+    EXPECT_EQ(TextureInfo(4, 2, 1, DataType::UnsignedByte, Color::Rgba), proxy.getTextureInfo());
     const unsigned char* data = static_cast<const unsigned char*>(proxy.getTextureData());
     for (unsigned int i = 0; i < 8; ++i)
         EXPECT_EQ((Bytes{255, 0, 0, 127}), Bytes(data + 4 * i, data + 4 * i + 4));
@@ -79,75 +79,87 @@ TEST(TextureProxyTest, SolidColourIsRgbaBytes) {
     EXPECT_FALSE(proxy.copyData(0, 0, 0, 1, 1, 1, nullptr));
 }
 
-TEST(TextureProxyTest, ColoursAreScaledAndBiasedButAlphaIsNot) {
-    Source rgb = image(2, 2, Color::Rgb, {128, 64, 0, 128, 64, 0, 128, 64, 0, 128, 64, 0});
-    TextureProxy proxy(rgb, Source(), 2.0f, 0.0f, 3);
-    EXPECT_EQ(2u, proxy.getTextureInfo().getWidth());
-    for (unsigned int y = 0; y < 2; ++y)
-        for (unsigned int x = 0; x < 2; ++x)
-            EXPECT_EQ((Bytes{255, 128, 0, 255}), pixel(proxy, x, y));
-
-    Source rgba = image(1, 1, Color::Rgba, {100, 34, 254, 51});
-    TextureProxy biased(rgba, Source(), 0.5f, 0.25f, 3);
-    // 100 / 255 * 0.5 + 0.25 gives 113.75, truncated; alpha passes through.
-    EXPECT_EQ((Bytes{113, 80, 190, 51}), pixel(biased, 0, 0));
+// Colours are scaled and biased, alpha is not; alpha comes from a channel of a second source
+// of any size, one-channel sources read as grey.
+TEST(TextureProxyTest, PixelsOfColourAndAlphaSources) {
+    const Source rgb = image(2, 2, Color::Rgb, {10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110, 120});
+    std::vector<unsigned char> ramp(16);
+    for (unsigned int i = 0; i < 16; ++i)
+        ramp[i] = static_cast<unsigned char>(16 * (i / 4) + i % 4);
+    const Source mask = image(4, 4, Color::ColorIndex, ramp), grey = image(4, 4, Color::Luminance, ramp);
+    const Source tall =
+        image(2, 8, Color::Luminance, Bytes{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15});
+    const Source dark = image(2, 2, Color::Rgba, {0, 0, 0, 9, 0, 0, 0, 9, 0, 0, 0, 9, 0, 0, 0, 9});
+    const Source tiny = image(1, 1, Color::Rgb, {200, 17, 51});
+    // A block shorter than its description reads black beyond its end.
+    const Source shortBlock = image(2, 2, Color::Rgb, {200, 200, 200});
+    const struct {
+        const char* name;
+        Source colour, alpha;
+        float scale, bias;
+        unsigned int channel, x, y;
+        Bytes expected;
+    } cases[] = {
+        {"scaled", image(1, 1, Color::Rgb, {128, 64, 0}), {}, 2.0f, 0.0f, 3, 0, 0, {255, 128, 0, 255}},
+        // 100 / 255 * 0.5 + 0.25 gives 113.75, truncated; alpha passes through.
+        {"biased",
+         image(1, 1, Color::Rgba, {100, 34, 254, 51}),
+         {},
+         0.5f,
+         0.25f,
+         3,
+         0,
+         0,
+         {113, 80, 190, 51}},
+        // Pixel (x, y) takes its alpha from (2x, 2y) of the larger mask.
+        {"mask 0 0", rgb, mask, 1.0f, 0.0f, 3, 0, 0, {10, 20, 30, 0}},
+        {"mask 1 0", rgb, mask, 1.0f, 0.0f, 3, 1, 0, {40, 50, 60, 2}},
+        {"mask 0 1", rgb, mask, 1.0f, 0.0f, 3, 0, 1, {70, 80, 90, 32}},
+        {"mask 1 1", rgb, mask, 1.0f, 0.0f, 3, 1, 1, {100, 110, 120, 34}},
+        {"tall mask", rgb, tall, 1.0f, 0.0f, 0, 1, 1, {100, 110, 120, 9}},
+        {"grey mask, green", rgb, grey, 1.0f, 0.0f, 1, 1, 1, {100, 110, 120, 34}},
+        {"grey mask, alpha", rgb, grey, 1.0f, 0.0f, 3, 1, 1, {100, 110, 120, 255}},
+        {"grey mask, no channel", rgb, grey, 1.0f, 0.0f, 7, 1, 1, {100, 110, 120, 0}},
+        // A smaller alpha source repeats its pixels.
+        {"small mask, red", dark, tiny, 1.0f, 0.0f, 0, 1, 0, {0, 0, 0, 200}},
+        {"small mask, red far", dark, tiny, 1.0f, 0.0f, 0, 1, 1, {0, 0, 0, 200}},
+        {"small mask, blue", dark, tiny, 1.0f, 0.0f, 2, 1, 1, {0, 0, 0, 51}},
+        {"luminance", image(2, 1, Color::Luminance, {128, 17}), {}, 1.0f, 0.0f, 3, 1, 0, {17, 17, 17, 255}},
+        {"index", image(2, 1, Color::ColorIndex, {128, 17}), {}, 1.0f, 0.0f, 3, 1, 0, {17, 17, 17, 255}},
+        {"luminance alpha",
+         image(1, 1, Color::None, {200, 34}),
+         {},
+         1.0f,
+         0.0f,
+         3,
+         0,
+         0,
+         {200, 200, 200, 34}},
+        {"short block, start", shortBlock, {}, 1.0f, 0.0f, 3, 0, 0, {200, 200, 200, 255}},
+        {"short block, end", shortBlock, {}, 1.0f, 0.0f, 3, 1, 1, {0, 0, 0, 255}},
+    };
+    for (const auto& c : cases) {
+        for (bool block : {true, false}) {
+            SCOPED_TRACE(std::string(c.name) + (block ? " from the block" : " pixel by pixel"));
+            auto offer = [block](Source s) { return block || !s ? s : Source(new PixelByPixel(s)); };
+            TextureProxy proxy(offer(c.colour), offer(c.alpha), c.scale, c.bias, c.channel);
+            EXPECT_EQ(c.colour->getTextureInfo().getWidth(), proxy.getTextureInfo().getWidth());
+            EXPECT_EQ(c.expected, pixel(proxy, c.x, c.y));
+        }
+    }
 }
 
-TEST(TextureProxyTest, AlphaFromALargerOneChannelSource) {
-    Source rgb = image(2, 2, Color::Rgb, {10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110, 120});
-    std::vector<unsigned char> mask(16);
-    for (unsigned int y = 0; y < 4; ++y)
-        for (unsigned int x = 0; x < 4; ++x)
-            mask[y * 4 + x] = static_cast<unsigned char>(16 * y + x);
-    Source alpha = image(4, 4, Color::ColorIndex, mask);
-    TextureProxy proxy(rgb, alpha, 1.0f, 0.0f, 3);
-    // Pixel (x, y) takes its alpha from (2x, 2y) of the mask.
-    EXPECT_EQ((Bytes{10, 20, 30, 0}), pixel(proxy, 0, 0));
-    EXPECT_EQ((Bytes{40, 50, 60, 2}), pixel(proxy, 1, 0));
-    EXPECT_EQ((Bytes{70, 80, 90, 32}), pixel(proxy, 0, 1));
-    EXPECT_EQ((Bytes{100, 110, 120, 34}), pixel(proxy, 1, 1));
-
-    // A luminance mask is grey: red, green and blue are its value, alpha is opaque.
-    Source grey = image(4, 4, Color::Luminance, mask);
-    EXPECT_EQ((Bytes{100, 110, 120, 34}), pixel(TextureProxy(rgb, grey, 1.0f, 0.0f, 1), 1, 1));
-    EXPECT_EQ((Bytes{100, 110, 120, 255}), pixel(TextureProxy(rgb, grey, 1.0f, 0.0f, 3), 1, 1));
-    EXPECT_EQ((Bytes{100, 110, 120, 0}), pixel(TextureProxy(rgb, grey, 1.0f, 0.0f, 7), 1, 1));
-}
-
-TEST(TextureProxyTest, AlphaFromASmallerSourceRepeatsItsPixels) {
-    Source rgba = image(2, 2, Color::Rgba, {0, 0, 0, 9, 0, 0, 0, 9, 0, 0, 0, 9, 0, 0, 0, 9});
-    Source alpha = image(1, 1, Color::Rgb, {200, 17, 51});
-    TextureProxy red(rgba, alpha, 1.0f, 0.0f, 0);
-    EXPECT_EQ(200, pixel(red, 0, 0)[3]);
-    EXPECT_EQ(200, pixel(red, 1, 0)[3]);
-    EXPECT_EQ(200, pixel(red, 1, 1)[3]);
-    TextureProxy blue(rgba, alpha, 1.0f, 0.0f, 2);
-    EXPECT_EQ(51, pixel(blue, 1, 1)[3]);
-}
-
-TEST(TextureProxyTest, OneChannelSourcesReadAsGrey) {
-    Source luminance = image(2, 1, Color::Luminance, {128, 17});
-    TextureProxy fromLuminance(luminance, Source(), 1.0f, 0.0f, 3);
-    EXPECT_EQ((Bytes{128, 128, 128, 255}), pixel(fromLuminance, 0, 0));
-    EXPECT_EQ((Bytes{17, 17, 17, 255}), pixel(fromLuminance, 1, 0));
-
-    Source indexed = image(2, 1, Color::ColorIndex, {128, 17});
-    TextureProxy fromIndex(indexed, Source(), 1.0f, 0.0f, 3);
-    EXPECT_EQ((Bytes{128, 128, 128, 255}), pixel(fromIndex, 0, 0));
-    EXPECT_EQ((Bytes{17, 17, 17, 255}), pixel(fromIndex, 1, 0));
-
-    TextureInfo twoChannels;
-    twoChannels.setDataType(DataType::UnsignedByte);
-    twoChannels.setChannels(2);
-    twoChannels.setWidth(1);
-    twoChannels.setHeight(1);
-    twoChannels.setDepth(1);
-    Dorvan::CowMemPtr<void> bytes;
-    bytes.alloc(2);
-    static_cast<unsigned char*>(bytes.get())[0] = 200;
-    static_cast<unsigned char*>(bytes.get())[1] = 34;
-    TextureProxy fromLuminanceAlpha(Source(new TextureData(twoChannels, bytes)), Source(), 1.0f, 0.0f, 3);
-    EXPECT_EQ((Bytes{200, 200, 200, 34}), pixel(fromLuminanceAlpha, 0, 0));
+// The canvas row after row, a digit per pixel whose four bytes are that value, 'x' otherwise.
+std::string digits(const TextureProxy& canvas) {
+    std::string rows;
+    for (unsigned int y = 0; y < 4; ++y) {
+        for (unsigned int x = 0; x < 4; ++x) {
+            Bytes p = pixel(canvas, x, y);
+            rows += p == Bytes(4, p[0]) ? static_cast<char>('0' + p[0]) : 'x';
+        }
+        rows += y < 3 ? "/" : "";
+    }
+    return rows;
 }
 
 TEST(TextureProxyTest, CanvasCopiesClipAtTheEdgesAndStamp) {
@@ -161,22 +173,11 @@ TEST(TextureProxyTest, CanvasCopiesClipAtTheEdgesAndStamp) {
     EXPECT_TRUE(canvas.copyRect(patch, 1, 0, 0, 0, 0, 0, 2, 2, 1));
     EXPECT_TRUE(canvas.hasChanged(700));
     EXPECT_FALSE(canvas.hasChanged(701));
-    EXPECT_EQ((Bytes{0, 0, 0, 0}), pixel(canvas, 0, 0));
-    EXPECT_EQ((Bytes{1, 1, 1, 1}), pixel(canvas, 1, 0));
-    EXPECT_EQ((Bytes{2, 2, 2, 2}), pixel(canvas, 2, 0));
-    EXPECT_EQ((Bytes{4, 4, 4, 4}), pixel(canvas, 2, 1));
-    EXPECT_EQ((Bytes{0, 0, 0, 0}), pixel(canvas, 3, 0));
-
-    // Only the part inside the canvas is copied.
-    clock.setTime(800);
+    EXPECT_EQ("0120/0340/0000/0000", digits(canvas));
+    // Only the part inside the canvas is copied, and only the part inside the source.
     EXPECT_TRUE(canvas.copyRect(patch, 3, 3, 0, 0, 0, 0, 2, 2, 1));
-    EXPECT_EQ((Bytes{1, 1, 1, 1}), pixel(canvas, 3, 3));
-    EXPECT_EQ((Bytes{0, 0, 0, 0}), pixel(canvas, 3, 2));
-    // And only the part inside the source.
     EXPECT_TRUE(canvas.copyRect(patch, 0, 2, 0, 1, 1, 0, 5, 5, 1));
-    EXPECT_EQ((Bytes{4, 4, 4, 4}), pixel(canvas, 0, 2));
-    EXPECT_EQ((Bytes{0, 0, 0, 0}), pixel(canvas, 1, 2));
-    EXPECT_EQ((Bytes{0, 0, 0, 0}), pixel(canvas, 0, 3));
+    EXPECT_EQ("0120/0340/4000/0001", digits(canvas));
 
     // Nothing left after clipping: refused, no stamp.
     clock.setTime(900);
@@ -185,14 +186,4 @@ TEST(TextureProxyTest, CanvasCopiesClipAtTheEdgesAndStamp) {
     EXPECT_FALSE(canvas.copyRect(patch, 0, 0, 0, 0, 0, 0, 0, 1, 1));
     EXPECT_FALSE(canvas.copyRect(Source(), 0, 0, 0, 0, 0, 0, 1, 1, 1));
     EXPECT_FALSE(canvas.hasChanged(900));
-}
-
-TEST(TextureProxyTest, BlockShorterThanItsDescriptionReadsBlackBeyondItsEnd) {
-    TextureInfo info(2, 2, 1, DataType::UnsignedByte, Color::Rgb);
-    Dorvan::CowMemPtr<void> pixels;
-    pixels.alloc(3);
-    std::memset(pixels.get(), 200, 3);
-    TextureProxy proxy(Source(new TextureData(info, pixels)), Source(), 1.0f, 0.0f, 3);
-    EXPECT_EQ((Bytes{200, 200, 200, 255}), pixel(proxy, 0, 0));
-    EXPECT_EQ((Bytes{0, 0, 0, 255}), pixel(proxy, 1, 1));
 }
