@@ -13,9 +13,8 @@ Node::Node(NodeType type, std::string const& name) : Node(type, name, std::strin
 
 Node::Node(NodeType type, std::string const& name, std::string const& uniqueName)
     : mNodeType(static_cast<unsigned char>(type)), mNodeStatus(StatusNew), mKind(KindNode), mUpdating(false),
-      mParent(nullptr), mSceneRoot(nullptr),
-      mNodeId(VelunCore::getSingleton().getSceneManager().createNodeId()), mDetails(nullptr),
-      mTransformedNode(this) {
+      mParent(nullptr), mTransformedNode(this), mSceneRoot(nullptr),
+      mNodeId(VelunCore::getSingleton().getSceneManager().createNodeId()), mDetails(nullptr) {
     if (!name.empty() || !uniqueName.empty()) {
         details().mName = name;
         details().mUniqueName = uniqueName;

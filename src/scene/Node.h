@@ -111,17 +111,19 @@ private:
     };
     Details& details();
 
-    // What the walks read comes first, next to the world volume; small fields keep
-    // the node small, which is what a walk over many nodes pays for.
+    // What the walks read comes first: type, status and parent share the first cache
+    // line with the world volume's state, whose extents fill the second, so that culling
+    // a node reads two lines. Small fields keep the node small, which is what a walk over
+    // many nodes pays for.
     unsigned char mNodeType;
     unsigned char mNodeStatus;
     Kind mKind;
     bool mUpdating;
     Group* mParent;
+    TransformedNode mTransformedNode;
     SceneRoot* mSceneRoot;
     std::uint64_t mNodeId;
     Details* mDetails;
-    TransformedNode mTransformedNode;
 };
 
 }  // namespace Velun

@@ -52,7 +52,8 @@ GLenum GLGeometryRenderer::toGLPrimitive(int elementType) {
     }
 }
 
-void GLGeometryRenderer::drawDrawable(Drawable* drawable, ObjectNode* object, std::int64_t stamp) {
+void GLGeometryRenderer::drawDrawable(Drawable* drawable, ObjectNode* object, std::int64_t stamp,
+                                      SharedPtr<Material> const* first) {
     SharedPtr<Geometry> geometry = drawable->getGeometry(0);
     if (geometry.isNull())
         return;
@@ -62,8 +63,9 @@ void GLGeometryRenderer::drawDrawable(Drawable* drawable, ObjectNode* object, st
         if (!group)
             continue;
         // Never null: without a material of its own a group gets a default one.
+        unsigned int const index = group->getMaterialIndex();
         SharedPtr<Material> material =
-            mMaterialManager->getMaterial(drawable, object, group->getMaterialIndex());
+            index == 0 && first && *first ? *first : mMaterialManager->getMaterial(drawable, object, index);
         if (material.get() != mAppliedMaterial) {
             mMaterialManager->applyMaterial(material);
             mAppliedMaterial = material.get();

@@ -38,7 +38,7 @@ void GLObjectRenderer::addDrawable(ObjectNode* object, Node& node, Drawable* dra
     SharedPtr<Material> material = drawable->getMaterial(0);
     if (material.isNull())
         material = object->getDefaultMaterial(0);
-    RenderEntry entry = {distance, object, drawable, &node};
+    RenderEntry entry = {distance, object, drawable, &node, material};
     if (!material.isNull() && material->useBlending())
         mBlended.push_back(entry);
     else
@@ -48,20 +48,35 @@ void GLObjectRenderer::addDrawable(ObjectNode* object, Node& node, Drawable* dra
 void GLObjectRenderer::renderAll() {
     mStamp = currentTimestamp();
     glDepthMask(GL_TRUE);
-    for (RenderEntry const& entry : mOpaque)
-        renderDrawable(entry);
+    renderList(mOpaque);
     // Stable: entries at the same distance keep the order of the walk.
     std::stable_sort(mBlended.begin(), mBlended.end(),
                      [](RenderEntry const& a, RenderEntry const& b) { return a.distance > b.distance; });
     glDepthMask(GL_FALSE);
-    for (RenderEntry const& entry : mBlended)
-        renderDrawable(entry);
+    renderList(mBlended);
     glDepthMask(GL_TRUE);
+}
+
+// A large scene no longer fits the caches by the time it is drawn: the nodes and
+// drawables a few entries ahead are fetched while this one draws.
+void GLObjectRenderer::renderList(std::vector<RenderEntry> const& list) {
+    std::size_t const count = list.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i + 2 < count) {
+            char const* node = reinterpret_cast<char const*>(list[i + 2].node);
+            char const* drawable = reinterpret_cast<char const*>(list[i + 2].drawable);
+            __builtin_prefetch(node + 64);
+            __builtin_prefetch(node + 128);
+            __builtin_prefetch(drawable);
+            __builtin_prefetch(drawable + 64);
+        }
+        renderDrawable(list[i]);
+    }
 }
 
 void GLObjectRenderer::renderDrawable(RenderEntry const& entry) {
     mSceneManager->setWorldTransformation(entry.node->getTransformedNode().getWorldTransformation());
-    mGeometryRenderer.drawDrawable(entry.drawable, entry.object, mStamp);
+    mGeometryRenderer.drawDrawable(entry.drawable, entry.object, mStamp, &entry.material);
     GLenum code = glGetError();
     if (code != GL_NO_ERROR)
         logGLError("render.opengl.GLObjectRenderer", "GL Error: ", code);

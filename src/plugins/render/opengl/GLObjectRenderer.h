@@ -10,6 +10,7 @@ class Drawable;
 class GLMaterialManager;
 class GLRenderContext;
 class GLSceneManager;
+class Material;
 class Node;
 class ObjectNode;
 class RenderSettings;
@@ -27,6 +28,9 @@ public:
         Drawable* drawable;
         // The drawable's own node, which places it.
         Node* node;
+        // Its material 0 as collection found it (null: the manager's default), so that
+        // drawing does not look it up again.
+        Dorvan::SharedPtr<Material> material;
     };
 
     GLObjectRenderer(GLRenderContext* context, Dorvan::SharedPtr<RenderSettings> settings);
@@ -50,6 +54,8 @@ public:
     GLGeometryRenderer& getGeometryRenderer() { return mGeometryRenderer; }
 
 private:
+    void renderList(std::vector<RenderEntry> const& list);
+
     Dorvan::SharedPtr<RenderSettings> mSettings;
     GLMaterialManager* mMaterialManager;
     GLSceneManager* mSceneManager;
