@@ -5,8 +5,9 @@
 #   bench/compare_cubes.sh <release build dir with bench_gl_cubes and bench_gl_cubes_raw>
 # Prints "name value unit" lines like the peers do, then the per-object slopes and the
 # engine's slope over the raw-GL slope; the modified case is also compared with the
-# raw-GL program that gives each cube its own buffers (bench_gl_cubes_raw). VELUN_NO_RASTER=1 compares without
-# rasterisation (the peers' PEERS_NO_RASTER).
+# raw-GL program that gives each cube its own buffers (bench_gl_cubes_raw). The *_both_sides
+# baselines draw with face culling off, as the engine does, so the rasteriser fills the same
+# fragments. VELUN_NO_RASTER=1 compares without rasterisation (the peers' PEERS_NO_RASTER).
 set -uo pipefail
 HERE=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 BUILD=${1:?usage: $0 <release build dir>}
@@ -49,7 +50,9 @@ def peer(file, prefix):
 runs = {"gl": peer("gl.txt", r"gl(?:_noraster)?"), "irr": peer("irr.txt", r"irr_vbo(?:_noraster)?")}
 benches = (("velun.json", "BM_Cubes", "velun"), ("velun.json", "BM_CubesModified", "velun_modified"),
            ("raw.json", "BM_RawCubes", "raw"), ("raw.json", "BM_RawCubesOwnBuffers", "raw_own"),
-           ("raw.json", "BM_RawCubesOwnBuffersPerAttribute", "raw_own_per_attribute"))
+           ("raw.json", "BM_RawCubesOwnBuffersPerAttribute", "raw_own_per_attribute"),
+           ("raw.json", "BM_RawCubesBothSides", "raw_both_sides"),
+           ("raw.json", "BM_RawCubesOwnBuffersBothSides", "raw_own_both_sides"))
 for file, name, key in benches:
     vals = {}
     for b in json.load(open(f"{out}/{file}"))["benchmarks"]:
@@ -71,7 +74,8 @@ ratio = slope(runs["velun"], 200, 20000) / slope(runs["gl"], 200, 20000)
 print(f"velun_over_gl_slope_200_20000 {ratio:.3g} ratio")
 ratio = slope(runs["velun_modified"], 200, 20000) / slope(runs["gl"], 200, 20000)
 print(f"velun_modified_over_gl_slope_200_20000 {ratio:.3g} ratio")
-for over, base in (("velun", "raw"), ("velun_modified", "raw_own"), ("velun_modified", "raw_own_per_attribute")):
+for over, base in (("velun", "raw"), ("velun_modified", "raw_own"), ("velun_modified", "raw_own_per_attribute"),
+                   ("velun", "raw_both_sides"), ("velun_modified", "raw_own_both_sides")):
     ratio = slope(runs[over], 200, 20000) / slope(runs[base], 200, 20000)
     print(f"{over}_over_{base}_slope_200_20000 {ratio:.3g} ratio")
 EOF

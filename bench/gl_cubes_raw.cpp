@@ -7,6 +7,8 @@
 // pointed at before its draw: the fair baseline of BM_CubesModified.
 // BM_RawCubesOwnBuffersPerAttribute: each cube has a buffer per attribute (position,
 // normal, texture coordinate), the layout the engine keeps for a vertex data set.
+// ...BothSides: the same with face culling off, as the engine draws (it never culls
+// faces), so that the rasteriser has the same fragments to fill.
 // PEERS_NO_RASTER=1 wraps each frame in GL_RASTERIZER_DISCARD, as bench_gl_cubes does.
 #include <benchmark/benchmark.h>
 
@@ -205,11 +207,15 @@ private:
     std::vector<GLuint> mBuffers;
 };
 
-void runRaw(benchmark::State& state, Layout layout) {
+void runRaw(benchmark::State& state, Layout layout, bool cullFaces = true) {
     if (!window().ok) {
         state.SkipWithError("no GL window");
         return;
     }
+    if (cullFaces)
+        glEnable(GL_CULL_FACE);
+    else
+        glDisable(GL_CULL_FACE);
     RawScene scene(int(state.range(0)), layout);
     for (int i = 0; i < cubescene::kWarmupFrames; ++i)
         scene.frame();
@@ -223,10 +229,14 @@ void runRaw(benchmark::State& state, Layout layout) {
 void BM_RawCubes(benchmark::State& state) { runRaw(state, Shared); }
 void BM_RawCubesOwnBuffers(benchmark::State& state) { runRaw(state, OwnInterleaved); }
 void BM_RawCubesOwnBuffersPerAttribute(benchmark::State& state) { runRaw(state, OwnPerAttribute); }
+void BM_RawCubesBothSides(benchmark::State& state) { runRaw(state, Shared, false); }
+void BM_RawCubesOwnBuffersBothSides(benchmark::State& state) { runRaw(state, OwnInterleaved, false); }
 
 BENCHMARK(BM_RawCubes)->Arg(200)->Arg(2000)->Arg(20000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RawCubesOwnBuffers)->Arg(200)->Arg(2000)->Arg(20000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RawCubesOwnBuffersPerAttribute)->Arg(200)->Arg(2000)->Arg(20000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RawCubesBothSides)->Arg(200)->Arg(2000)->Arg(20000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RawCubesOwnBuffersBothSides)->Arg(200)->Arg(2000)->Arg(20000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
