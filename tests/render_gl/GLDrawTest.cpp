@@ -12,8 +12,6 @@ namespace RenderGLTest {
 
 class GLGeometryRendererTest : public GLDrawTest {
 protected:
-    Velun::GLRenderContext& context() { return *sWindow->getGLRenderContext(); }
-
     // The shared vertex set of the quad below `place`.
     static Velun::VertexData& verticesOf(Velun::TransformationNode& place) {
         Velun::GeometryObject* object = static_cast<Velun::GeometryObject*>(place.getChild());
@@ -93,22 +91,10 @@ TEST_F(GLGeometryRendererTest, VertexElementIsDrawnFromItsOwnVertices) {
     geometry->setBoundingVolume(
         new Velun::BoundingBox(Velun::Point(-1, -1, -0.1f), Velun::Point(1, 1, 0.1f)));
 
-    Velun::TransformationNode& place = this->own(new Velun::TransformationNode());
-    place.translate(0, 0, -5, false);
-    root().attachChild(place);
-    Velun::GeometryObject& object = this->own(new Velun::GeometryObject());
-    Velun::GeometrySubobject* sub = new Velun::GeometrySubobject();
-    sub->setGeometry(SharedPtr<Velun::Geometry>(geometry), 0);
-    sub->setMaterial(0, colorMaterial(Color(0, 1, 1)));
-    object.addSubobject(*sub);
-    place.setChild(object);
+    addObject(root(), 0, 0, -5, SharedPtr<Velun::Geometry>(geometry), colorMaterial(Color(0, 1, 1)));
     frame();
     EXPECT_TRUE(near(centre(), Rgb{0, 255, 255}, 0));
 }
-
-}  // namespace RenderGLTest
-
-namespace RenderGLTest {
 
 class GLTextureDrawTest : public GLDrawTest {
 protected:
@@ -203,10 +189,6 @@ TEST_F(GLTextureDrawTest, UnitsOfAFormerTwoLayerDrawAreOffForASingleLayerOne) {
     EXPECT_TRUE(near(pixel(Width / 2 + 16, Height / 2), Rgb{255, 255, 0}, 0));
 }
 
-}  // namespace RenderGLTest
-
-namespace RenderGLTest {
-
 // Fixed-function lighting of a white default material (ambient 0.2, diffuse 0.8, no
 // specular) under GL's global ambient of 0.2: a vertex gets
 //   0.2 * 0.2 + light ambient * 0.2 + light diffuse * 0.8 * max(0, N.L)
@@ -235,33 +217,34 @@ protected:
     }
 };
 
-TEST_F(GLLightingTest, DirectionalLightShadesByTheAngleToTheNormal) {
-    addViewport(addCamera(true));
-    addDirectionalLight(0.0f);
-    addLitQuad(0, true);
-    frame();
-    savePicture("light_head_on");
-    int const headOn = lit(1.0f);
-    EXPECT_TRUE(near(centre(), Rgb{headOn, headOn, headOn}));
-}
-
-TEST_F(GLLightingTest, DisabledLightLeavesOnlyTheGlobalAmbient) {
-    addViewport(addCamera(true));
-    addDirectionalLight(0.0f).setEnabled(false);
-    addLitQuad(0, true);
-    frame();
-    int const ambient = toByte(0.04f);
-    EXPECT_TRUE(near(centre(), Rgb{ambient, ambient, ambient}));
-}
-
-TEST_F(GLLightingTest, ColouredLightTintsTheDiffuseTerm) {
+TEST_F(GLLightingTest, DirectionalLightShadesByItsColoursWhileEnabled) {
+    struct Case {
+        const char* name;
+        bool enabled;
+        Color diffuse, ambient;
+        Rgb expected;
+    };
+    int const headOn = lit(1.0f), global = toByte(0.04f);
+    Case const cases[] = {
+        {"head on", true, Color(1, 1, 1), Color(0.2f, 0.2f, 0.2f), {headOn, headOn, headOn}},
+        {"disabled: only the global ambient",
+         false,
+         Color(1, 1, 1),
+         Color(0.2f, 0.2f, 0.2f),
+         {global, global, global}},
+        {"red diffuse, no ambient", true, Color(1, 0, 0), Color(0, 0, 0), {toByte(0.84f), global, global}},
+    };
     addViewport(addCamera(true));
     Velun::Light& light = addDirectionalLight(0.0f);
-    light.setDiffuseColor(Color(1, 0, 0));
-    light.setAmbientColor(Color(0, 0, 0));
     addLitQuad(0, true);
-    frame();
-    EXPECT_TRUE(near(centre(), Rgb{toByte(0.84f), toByte(0.04f), toByte(0.04f)}));
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.name);
+        light.setEnabled(c.enabled);
+        light.setDiffuseColor(c.diffuse);
+        light.setAmbientColor(c.ambient);
+        frame();
+        EXPECT_TRUE(near(centre(), c.expected));
+    }
 }
 
 TEST_F(GLLightingTest, GeometryWithoutNormalsFacesItsOwnPlusZ) {

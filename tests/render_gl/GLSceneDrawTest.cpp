@@ -1,11 +1,7 @@
-#include <gmock/gmock.h>
-
 #include <cstdio>
 
 #include "core/NameMapper.h"
 #include "plugins/loader/devil/DevILTextureSourceLoader.h"
-#include "plugins/render/opengl/GLViewRenderer.h"
-#include "scene/View.h"
 #include "support/GLDrawFixture.h"
 #include "texture/TextureSource.h"
 
@@ -126,27 +122,15 @@ TEST_F(GLObjectRendererTest, GLErrorOfADrawableIsLoggedOnceAndDrawingGoesOn) {
     group.getElementList(0).add(&broken);
     geometry->setBoundingVolume(new Velun::BoundingBox(Velun::Point(0, 0, -0.1f), Velun::Point(2, 1, 0.1f)));
 
-    Velun::TransformationNode& place = own(new Velun::TransformationNode());
-    place.translate(-2, 0, -5, false);
-    Velun::GeometryObject& object = own(new Velun::GeometryObject());
-    Velun::GeometrySubobject* sub = new Velun::GeometrySubobject();
-    sub->setGeometry(SharedPtr<Velun::Geometry>(geometry), 0);
-    object.addSubobject(*sub);
-    place.setChild(object);
-    root().attachChild(place);
+    addObject(root(), -2, 0, -5, SharedPtr<Velun::Geometry>(geometry), SharedPtr<Velun::Material>());
     addQuad(root(), 2, 0, -5, QuadSpec(), colorMaterial(Color(1, 1, 0)));
 
-    testing::internal::CaptureStderr();
     frame();
-    std::string log = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(log, "GL Error: invalid enumerant\n");
+    EXPECT_EQ(logLines(),
+              std::vector<std::string>{"render.opengl.GLObjectRenderer: GL Error: invalid enumerant"});
     EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{255, 255, 0}, 0));
     group.getElementList(0).clear();  // the element lives on this test's stack
 }
-
-}  // namespace RenderGLTest
-
-namespace RenderGLTest {
 
 class GLViewRendererTest : public GLDrawTest {};
 
@@ -166,17 +150,7 @@ TEST_F(GLViewRendererTest, UnlitQuadInFrontIsDrawnAndCulledWhenOutside) {
 
     // Behind the camera: culled before any GL call, so not even a draw call is made.
     place.translate(0, 0, 10, false);
-    mScene->getUpdateTraverser()->run(mTime + 1);
-    Velun::GLViewRenderer pass(sWindow->getGLRenderContext(), camera->getView(1.0f),
-                               SharedPtr<Velun::RenderSettings>(), camera->getView(1.0f)->getFrustrum());
-    pass.traverse();
-    EXPECT_TRUE(pass.getObjectRenderer().getOpaqueList().empty());
-    pass.setProjection();
-    pass.setModelview();
-    pass.render();
-    pass.popModelview();
-    EXPECT_EQ(pass.getObjectRenderer().getGeometryRenderer().getDrawCallCount(), 0u);
-
+    EXPECT_EQ(drawCalls(), 0u);
     frame();
     EXPECT_TRUE(near(centre(), Rgb{0, 0, 0}, 0));
 }
@@ -214,26 +188,15 @@ TEST_F(GLViewRendererTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) 
     EXPECT_TRUE(near(centre(), Rgb{0, 255, 0}, 0));
 }
 
-// The number of pixels of `colour` in row y between x0 and x1, and in column x between
-// y0 and y1.
-namespace {
-int runLength(std::vector<unsigned char> const& px, int width, int x0, int x1, int y, Rgb colour) {
-    int n = 0;
-    for (int x = x0; x < x1; ++x) {
-        std::size_t i = (std::size_t(y) * width + x) * 3;
-        n += px[i] == colour.r && px[i + 1] == colour.g && px[i + 2] == colour.b;
+// The number of pixels of `colour` in the run of n pixels from (x, y), along a row or a column.
+static int countOf(std::vector<unsigned char> const& px, int x, int y, int n, bool row, Rgb colour) {
+    int found = 0;
+    for (int i = 0; i < n; ++i) {
+        std::size_t at = (std::size_t(y + (row ? 0 : i)) * GLDrawTest::Width + x + (row ? i : 0)) * 3;
+        found += px[at] == colour.r && px[at + 1] == colour.g && px[at + 2] == colour.b;
     }
-    return n;
+    return found;
 }
-int columnLength(std::vector<unsigned char> const& px, int width, int x, int y0, int y1, Rgb colour) {
-    int n = 0;
-    for (int y = y0; y < y1; ++y) {
-        std::size_t i = (std::size_t(y) * width + x) * 3;
-        n += px[i] == colour.r && px[i + 1] == colour.g && px[i + 2] == colour.b;
-    }
-    return n;
-}
-}  // namespace
 
 TEST_F(GLViewRendererTest, TwoViewportsShowTheirCamerasSideBySideEachWithItsOwnAspect) {
     // A narrow viewport on the left (16 x 64, aspect 1/4) and a wide one on the right
@@ -250,8 +213,7 @@ TEST_F(GLViewRendererTest, TwoViewportsShowTheirCamerasSideBySideEachWithItsOwnA
     unlit->setUseLights(false);
     right->getCamSettings().setRenderSettings(unlit);
     other.getRoot()->attachChild(*rightCamera);
-    Velun::TransformationNode& greenQuad =
-        addQuad(*other.getRoot(), 0, 0, -4, QuadSpec(), colorMaterial(Color(0, 1, 0)));
+    addQuad(*other.getRoot(), 0, 0, -4, QuadSpec(), colorMaterial(Color(0, 1, 0)));
     addViewport(right, 0.25f, 0.0f, 0.75f, 1.0f);
     other.getUpdateTraverser()->run(mTime);
 
@@ -260,29 +222,22 @@ TEST_F(GLViewRendererTest, TwoViewportsShowTheirCamerasSideBySideEachWithItsOwnA
     Rgb const red{255, 0, 0}, green{0, 255, 0};
     // Both cameras see a 2 x 2 quad at distance 4 under a vertical field of 90 degrees:
     // 16 of the 64 rows. A square stays square in either viewport.
-    int redRows = columnLength(mPixels, Width, 8, 0, Height, red);
-    int greenRows = columnLength(mPixels, Width, 40, 0, Height, green);
+    int redRows = countOf(mPixels, 8, 0, Height, false, red);
+    int greenRows = countOf(mPixels, 40, 0, Height, false, green);
     EXPECT_NEAR(redRows, 16, 1);
     EXPECT_NEAR(greenRows, 16, 1);
-    EXPECT_NEAR(runLength(mPixels, Width, 0, 16, Height / 2, red), redRows, 1);
-    EXPECT_NEAR(runLength(mPixels, Width, 16, Width, Height / 2, green), greenRows, 1);
+    EXPECT_NEAR(countOf(mPixels, 0, Height / 2, 16, true, red), redRows, 1);
+    EXPECT_NEAR(countOf(mPixels, 16, Height / 2, Width - 16, true, green), greenRows, 1);
     // Neither picture spills into the other's viewport.
-    EXPECT_EQ(runLength(mPixels, Width, 16, Width, Height / 2, red), 0);
-    EXPECT_EQ(runLength(mPixels, Width, 0, 16, Height / 2, green), 0);
-    EXPECT_TRUE(near(pixel(8, Height / 2), red, 0));
-    EXPECT_TRUE(near(pixel(40, Height / 2), green, 0));
+    EXPECT_EQ(countOf(mPixels, 16, Height / 2, Width - 16, true, red), 0);
+    EXPECT_EQ(countOf(mPixels, 0, Height / 2, 16, true, green), 0);
 
     mTarget = SharedPtr<Velun::RenderTarget>();
     sWindow->detachRenderTarget();
     right = SharedPtr<Velun::Camera>();
-    (void)greenQuad;
     mNodes.clear();
     Velun::VelunCore::getSingleton().getSceneManager().deleteSceneGraph(other);
 }
-
-}  // namespace RenderGLTest
-
-namespace RenderGLTest {
 
 class GLScreenshotTest : public GLDrawTest {
 protected:
@@ -329,11 +284,9 @@ TEST_F(GLScreenshotTest, SavesWhatTheWindowShowsAsPngWithTheTopRowFirst) {
 
 TEST_F(GLScreenshotTest, UnwritablePathFailsWithAnErrorLine) {
     addViewport(addCamera());
-    std::string const path = "/nonexistent-directory/shot.png";
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(sWindow->saveScreenshot(path));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "Could not save the image /nonexistent-directory/shot.png: could not open file\n");
+    EXPECT_FALSE(sWindow->saveScreenshot("/nonexistent-directory/shot.png"));
+    EXPECT_EQ(logLines(), std::vector<std::string>{"render.opengl.GLScreenshot: Could not save the image "
+                                                   "/nonexistent-directory/shot.png: could not open file"});
 }
 
 }  // namespace RenderGLTest

@@ -1,7 +1,7 @@
 #pragma once
 
-// A GL window of its own for the drawing tests, with helpers that build small scenes
-// (quads, textures, cameras, lights) and read back what the window shows.
+// The one GL window of a test program, with helpers that build small scenes (quads,
+// textures, cameras) and read back what the window shows, and a log keeping every line.
 
 #include <gtest/gtest.h>
 
@@ -13,6 +13,7 @@
 #include <thread>
 #include <vector>
 
+#include "core/LogManager.h"
 #include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
 #include "geometry/GeometryData.h"
@@ -22,8 +23,10 @@
 #include "geometry/IndexedQuads.h"
 #include "geometry/VertexData.h"
 #include "material/Material.h"
+#include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/GLRenderEngine.h"
 #include "plugins/render/opengl/GLScreenshot.h"
+#include "plugins/render/opengl/GLViewRenderer.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
 #include "render/RenderTarget.h"
 #include "render/Viewport.h"
@@ -35,6 +38,8 @@
 #include "scene/SceneGraph.h"
 #include "scene/SceneManager.h"
 #include "scene/TransformationNode.h"
+#include "scene/View.h"
+#include "support/ChannelLog.h"
 #include "support/EngineClock.h"
 #include "texture/Texture2D.h"
 #include "texture/TextureData.h"
@@ -120,20 +125,26 @@ inline SharedPtr<Velun::Material> colorMaterial(Velun::Color const& color) {
     return material;
 }
 
-// A width x height RGB texture of the given texels (row 0 first), nearest filtering.
-inline SharedPtr<Velun::Texture> makeTexture(int width, int height, std::vector<unsigned char> const& rgb,
-                                             Velun::Texture::TexMode mode = Velun::Texture::Modulate) {
+// A width x height image of the given bytes (row 0 first).
+inline SharedPtr<Velun::TextureSource> makeImage(int width, int height,
+                                                 std::vector<unsigned char> const& bytes,
+                                                 Velun::Color::Format format = Velun::Color::Rgb) {
     Velun::TextureInfo info;
     info.setWidth(width);
     info.setHeight(height);
     info.setDepth(1);
     info.setDataType(Velun::DataType::UnsignedByte);
-    info.setColorFormat(Velun::Color::Rgb);
+    info.setColorFormat(format);
     Dorvan::CowMemPtr<void> data;
-    data.alloc(rgb.size());
-    std::copy(rgb.begin(), rgb.end(), static_cast<unsigned char*>(data.get()));
-    SharedPtr<Velun::TextureSource> source(new Velun::TextureData(info, data));
-    SharedPtr<Velun::Texture> texture(new Velun::Texture2D(source));
+    data.alloc(bytes.size());
+    std::copy(bytes.begin(), bytes.end(), static_cast<unsigned char*>(data.get()));
+    return SharedPtr<Velun::TextureSource>(new Velun::TextureData(info, data));
+}
+
+// A width x height RGB texture of the given texels (row 0 first), nearest filtering.
+inline SharedPtr<Velun::Texture> makeTexture(int width, int height, std::vector<unsigned char> const& rgb,
+                                             Velun::Texture::TexMode mode = Velun::Texture::Modulate) {
+    SharedPtr<Velun::Texture> texture(new Velun::Texture2D(makeImage(width, height, rgb)));
     texture->setAllFilters(Velun::Texture::Nearest);
     texture->setAllWrapModes(Velun::Texture::ClampToEdge);
     texture->setTexMode(mode);
@@ -145,10 +156,12 @@ public:
     static constexpr int Width = 64;
     static constexpr int Height = 64;
 
-    // One engine and window for the whole program (SDL has one video surface), made
-    // by the test environment at the end of this file.
+    // One engine and window for the whole program (SDL has one video surface), opened by
+    // the first drawing test and closed at the end of the program, or by a test that needs
+    // the engine or SDL to itself.
     static void startWindow() {
         sClock = new VelunTest::EngineClock();
+        Velun::VelunCore::getSingleton().getLogManager().registerBackend(sLog);
         sEngine = new Velun::GLRenderEngine();
         // On a loaded machine an X connection now and then fails to open (xdpyinfo
         // fails alike), so a few attempts are made before the tests give up.
@@ -172,7 +185,10 @@ public:
 
 protected:
     void SetUp() override {
+        if (!sClock)
+            startWindow();
         ASSERT_NE(sWindow, nullptr);
+        sLog.mLines.clear();
         mTime = 1000;
         sClock->setTime(mTime);
         mScene = &Velun::VelunCore::getSingleton().getSceneManager().createSceneGraph();
@@ -201,21 +217,26 @@ protected:
 
     Velun::Branch& root() { return *mScene->getRoot(); }
 
-    // An object with one quad subobject, placed at (x, y, z) below `parent`; the object's
-    // default material 0 is `material`. Returns the placing transformation.
-    Velun::TransformationNode& addQuad(Velun::Branch& parent, float x, float y, float z,
-                                       QuadSpec const& shape, SharedPtr<Velun::Material> material) {
+    // An object of one subobject, placed at (x, y, z) below `parent`; the object's default
+    // material 0 is `material`. Returns the placing transformation.
+    Velun::TransformationNode& addObject(Velun::Branch& parent, float x, float y, float z,
+                                         SharedPtr<Velun::Geometry> geometry,
+                                         SharedPtr<Velun::Material> material) {
         Velun::TransformationNode& place = own(new Velun::TransformationNode());
         place.translate(x, y, z, false);
         Velun::GeometryObject& object = own(new Velun::GeometryObject());
         Velun::GeometrySubobject* sub = new Velun::GeometrySubobject();
-        sub->setGeometry(makeQuad(shape), 0);
+        sub->setGeometry(geometry, 0);
         object.addSubobject(*sub);
         if (!material.isNull())
             object.setDefaultMaterial(0, material);
         place.setChild(object);
         parent.attachChild(place);
         return place;
+    }
+    Velun::TransformationNode& addQuad(Velun::Branch& parent, float x, float y, float z,
+                                       QuadSpec const& shape, SharedPtr<Velun::Material> material) {
+        return addObject(parent, x, y, z, makeQuad(shape), material);
     }
 
     // A camera at the origin of the scene looking down -Z: near 0.1, fovY 90.
@@ -264,12 +285,30 @@ protected:
     }
     Rgb centre() const { return pixel(Width / 2, Height / 2); }
 
+    // Draw calls of one pass of the first camera, after an update pass.
+    unsigned int drawCalls() {
+        mScene->getUpdateTraverser()->run(mTime += 20);
+        SharedPtr<Velun::View> view = mCameras.front()->getView(1.0f);
+        Velun::GLViewRenderer pass(&context(), view, SharedPtr<Velun::RenderSettings>(), view->getFrustrum());
+        pass.traverse();
+        pass.setProjection();
+        pass.setModelview();
+        pass.render();
+        pass.popModelview();
+        return pass.getObjectRenderer().getGeometryRenderer().getDrawCallCount();
+    }
+
+    Velun::GLRenderContext& context() { return *sWindow->getGLRenderContext(); }
+    // Lines logged since the test began, as "channel: text".
+    static std::vector<std::string>& logLines() { return sLog.mLines; }
+
     // Keeps the picture for a person to look at.
     void savePicture(std::string const& name) {
         std::string path = std::string(VELUN_BINARY_DIR) + "/render_gl_" + name + ".png";
         EXPECT_TRUE(sWindow->saveScreenshot(path));
     }
 
+    static inline VelunTest::ChannelLog sLog;
     static inline VelunTest::EngineClock* sClock = nullptr;
     static inline Velun::GLRenderEngine* sEngine = nullptr;
     static inline Velun::GLSDLRenderWindow* sWindow = nullptr;
@@ -280,25 +319,19 @@ protected:
     SharedPtr<Velun::RenderTarget> mTarget;
     std::vector<SharedPtr<Velun::Camera>> mCameras;
     // Destroyed last-made first, so children leave their parents before these go.
-    struct NodeList {
-        std::vector<std::unique_ptr<Velun::Node>> nodes;
-        template <class... A>
-        void emplace_back(A&&... a) {
-            nodes.emplace_back(std::forward<A>(a)...);
-        }
+    struct NodeList : std::vector<std::unique_ptr<Velun::Node>> {
         void clear() {
-            while (!nodes.empty())
-                nodes.pop_back();
+            while (!empty())
+                pop_back();
         }
         ~NodeList() { clear(); }
     } mNodes;
     std::vector<unsigned char> mPixels;
 };
 
-// Opens the window before the program's first test and closes it after the last.
+// Closes the window after the program's last test.
 class GLWindowEnvironment : public ::testing::Environment {
 public:
-    void SetUp() override { GLDrawTest::startWindow(); }
     void TearDown() override { GLDrawTest::stopWindow(); }
 };
 
