@@ -217,31 +217,83 @@ protected:
     }
 };
 
-TEST_F(GLLightingTest, DirectionalLightShadesByItsColoursWhileEnabled) {
+// One light at the camera, changed from case to case, over a white quad 5 units away whose
+// corners see it at cos = 5 / sqrt(27) off their normals (and off a spot's axis).
+TEST_F(GLLightingTest, EachKindOfLightShadesByItsParameters) {
+    using L = Velun::Light;
     struct Case {
         const char* name;
+        L::LightType type;
+        float tilt;  // about x, radians
         bool enabled;
-        Color diffuse, ambient;
+        Color diffuse;
+        float attenuation, cutoff, exponent;
         Rgb expected;
     };
-    int const headOn = lit(1.0f), global = toByte(0.04f);
+    float const cosine = 5 / std::sqrt(27.0f);
+    int const headOn = lit(1.0f), global = toByte(0.04f), point = lit(cosine);
+    int const attenuated = toByte(0.04f + (0.04f + 0.8f * cosine) / (1 + 0.25f * std::sqrt(27.0f)));
+    int const spot = toByte(0.04f + cosine * cosine * (0.04f + 0.8f * cosine));
+    Color const white(1, 1, 1);
     Case const cases[] = {
-        {"head on", true, Color(1, 1, 1), Color(0.2f, 0.2f, 0.2f), {headOn, headOn, headOn}},
-        {"disabled: only the global ambient",
+        {"directional, head on", L::Directional, 0, true, white, 0, 180, 0, {headOn, headOn, headOn}},
+        {"directional, tilted 60 degrees",
+         L::Directional,
+         1.0472f,
+         true,
+         white,
+         0,
+         180,
+         0,
+         {lit(0.5f), lit(0.5f), lit(0.5f)}},
+        {"disabled: the global ambient only",
+         L::Directional,
+         0,
          false,
-         Color(1, 1, 1),
-         Color(0.2f, 0.2f, 0.2f),
+         white,
+         0,
+         180,
+         0,
          {global, global, global}},
-        {"red diffuse, no ambient", true, Color(1, 0, 0), Color(0, 0, 0), {toByte(0.84f), global, global}},
+        {"red diffuse",
+         L::Directional,
+         0,
+         true,
+         Color(1, 0, 0),
+         0,
+         180,
+         0,
+         {headOn, toByte(0.08f), toByte(0.08f)}},
+        {"point, linear attenuation",
+         L::PointLight,
+         0,
+         true,
+         white,
+         0.25f,
+         180,
+         0,
+         {attenuated, attenuated, attenuated}},
+        {"spot, inside its cone", L::Spot, 0, true, white, 0, 30, 2, {spot, spot, spot}},
+        {"spot, outside its cone", L::Spot, 0, true, white, 0, 10, 0, {global, global, global}},
+        {"point after a spot: no cone", L::PointLight, 0, true, white, 0, 10, 0, {point, point, point}},
     };
     addViewport(addCamera(true));
-    Velun::Light& light = addDirectionalLight(0.0f);
     addLitQuad(0, true);
+    Velun::TransformationNode& place = own(new Velun::TransformationNode());
+    Velun::Light& light = own(new Velun::Light());
+    place.setChild(light);
+    root().attachChild(place);
+    float tilt = 0;
     for (Case const& c : cases) {
         SCOPED_TRACE(c.name);
+        place.rotateX(c.tilt - tilt, true);
+        tilt = c.tilt;
+        light.setLightType(c.type);
         light.setEnabled(c.enabled);
         light.setDiffuseColor(c.diffuse);
-        light.setAmbientColor(c.ambient);
+        light.setLinearAttenuation(c.attenuation);
+        light.setSpotCutoff(c.cutoff);
+        light.setSpotExponent(c.exponent);
         frame();
         EXPECT_TRUE(near(centre(), c.expected));
     }

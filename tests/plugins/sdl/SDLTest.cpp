@@ -5,26 +5,18 @@
 
 #include <SDL.h>
 #include <SDL_syswm.h>
+
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
 #include <memory>
 #include <sstream>
-#include <string>
-#include <vector>
 
-#include "core/PluginManager.h"
 #include "core/ProcessManager.h"
-#include "core/TimerManager.h"
-#include "core/VelunCore.h"
 #include "input/InputEvent.h"
-#include "input/InputEventInfo.h"
 #include "input/InputManager.h"
 #include "input/InputProcessor.h"
-#include "input/InputProvider.h"
 #include "plugins/sdl/SDLInputProvider.h"
-#include "plugins/sdl/SDLPlugin.h"
 #include "plugins/sdl/SDLTimer.h"
 #include "support/PassRecorder.h"
 
@@ -86,37 +78,18 @@ TEST_F(SDLPluginTest, AQuitFromTheWindowSystemEndsTheMainLoopAfterThePass) {
     EXPECT_EQ(1u, passes.getPasses());
 }
 
-namespace {
-
-class SDLTimerTest : public testing::Test {
-protected:
-    void TearDown() override {
-        timer.shutdown();
-        if (SDL_WasInit(SDL_INIT_EVERYTHING) == 0)
-            SDL_Quit();
-    }
+TEST(SDLTimerTest, TimestampFollowsTheTickCountAndNeverGoesDown) {
     SDLTimer timer;
-};
-
-// A timestamp with the tick counts read just before and after it.
-struct Reading {
-    std::int64_t before, timestamp, after;
-};
-
-Reading read(SDLTimer& timer) {
-    Reading reading;
-    reading.before = SDL_GetTicks();
-    reading.timestamp = timer.getTimestamp();
-    reading.after = SDL_GetTicks();
-    return reading;
-}
-
-}  // namespace
-
-TEST_F(SDLTimerTest, TimestampFollowsTheTickCountAndNeverGoesDown) {
     timer.initialize();
-    Reading first = read(timer);
-    std::int64_t previous = first.timestamp;
+    // The timestamp with the tick counts read just before and after it.
+    auto read = [&timer](std::int64_t(&reading)[3]) {
+        reading[0] = SDL_GetTicks();
+        reading[1] = timer.getTimestamp();
+        reading[2] = SDL_GetTicks();
+    };
+    std::int64_t first[3], second[3];
+    read(first);
+    std::int64_t previous = first[1];
     for (int i = 0; i < 2000; ++i) {
         std::int64_t now = timer.getTimestamp();
         ASSERT_GE(now, previous);
@@ -124,11 +97,12 @@ TEST_F(SDLTimerTest, TimestampFollowsTheTickCountAndNeverGoesDown) {
     }
     SDL_Delay(30);
     timer.initialize();  // initialised already: the time goes on undisturbed
-    Reading second = read(timer);
+    read(second);
     // The timestamps differ by as many milliseconds as the tick count advanced.
-    EXPECT_GE(second.timestamp - first.timestamp, second.before - first.after);
-    EXPECT_LE(second.timestamp - first.timestamp, second.after - first.before);
-    EXPECT_GE(second.timestamp - first.timestamp, 30);
+    EXPECT_GE(second[1] - first[1], second[0] - first[2]);
+    EXPECT_LE(second[1] - first[1], second[2] - first[0]);
+    EXPECT_GE(second[1] - first[1], 30);
+    timer.shutdown();
 }
 
 namespace {
@@ -192,11 +166,12 @@ protected:
         event.key.keysym.unicode = unicode;
         return event;
     }
-    static SDL_Event active(Uint8 gain, Uint8 state) {
-        SDL_Event event = make(SDL_ACTIVEEVENT);
-        event.active.gain = gain;
-        event.active.state = state;
-        return event;
+    // One event of the kind that `field` of SDL_Event holds.
+    template <class T>
+    static void push(T SDL_Event::*field, T value) {
+        SDL_Event event = make(value.type);
+        event.*field = value;
+        push(event);
     }
     // Polls once and gives what arrived since the last call.
     std::vector<std::string> poll(std::int64_t timestamp) {
@@ -220,25 +195,12 @@ TEST_F(SDLInputProviderTest, EveryKindOfEventArrivesInOrderWithThePollTime) {
     push(make(SDL_VIDEOEXPOSE));
     push(
         key(SDL_KEYUP, SDLK_x, 53, KMOD_RSHIFT | KMOD_LCTRL | KMOD_LALT | KMOD_RMETA | KMOD_NUM | KMOD_CAPS));
-    SDL_Event motion = make(SDL_MOUSEMOTION);
-    motion.motion.x = 320;
-    motion.motion.y = 200;
-    motion.motion.xrel = -4;
-    motion.motion.yrel = 7;
-    push(motion);
-    SDL_Event down = make(SDL_MOUSEBUTTONDOWN);
-    down.button.button = SDL_BUTTON_RIGHT;
-    down.button.x = 17;
-    down.button.y = 99;
-    push(down);
-    SDL_Event up = make(SDL_MOUSEBUTTONUP);
-    up.button.button = SDL_BUTTON_WHEELDOWN;
-    push(up);
+    push(&SDL_Event::motion, SDL_MouseMotionEvent{SDL_MOUSEMOTION, 0, 0, 320, 200, -4, 7});
+    push(&SDL_Event::button,
+         SDL_MouseButtonEvent{SDL_MOUSEBUTTONDOWN, 0, SDL_BUTTON_RIGHT, SDL_PRESSED, 17, 99});
+    push(&SDL_Event::button, SDL_MouseButtonEvent{SDL_MOUSEBUTTONUP, 0, SDL_BUTTON_WHEELDOWN, 0, 0, 0});
     push(make(SDL_QUIT));
-    SDL_Event resize = make(SDL_VIDEORESIZE);
-    resize.resize.w = 640;
-    resize.resize.h = 480;
-    push(resize);
+    push(&SDL_Event::resize, SDL_ResizeEvent{SDL_VIDEORESIZE, 640, 480});
     EXPECT_EQ((Lines{"key 0 38 97 0x469 65 @123456789012 w-1", "wm 1 0 0 @123456789012 w-1",
                      "key 1 53 120 0x396 0 @123456789012 w-1", "move 2 320 200 -4 7 @123456789012 w-1",
                      "button 0 3 17 99 @123456789012 w-1", "button 1 5 0 0 @123456789012 w-1",
@@ -248,13 +210,12 @@ TEST_F(SDLInputProviderTest, EveryKindOfEventArrivesInOrderWithThePollTime) {
 }
 
 TEST_F(SDLInputProviderTest, OnlyInputFocusAndActivityChangeActivationAndTheRestIsDropped) {
-    push(active(1, SDL_APPINPUTFOCUS));
-    push(active(0, SDL_APPMOUSEFOCUS));  // the pointer left the window: no event
-    push(active(0, SDL_APPACTIVE));
-    push(active(0, SDL_APPMOUSEFOCUS | SDL_APPINPUTFOCUS));
-    SDL_Event axis = make(SDL_JOYAXISMOTION);
-    axis.jaxis.value = 1000;
-    push(axis);
+    push(&SDL_Event::active, SDL_ActiveEvent{SDL_ACTIVEEVENT, 1, SDL_APPINPUTFOCUS});
+    // The pointer left the window: no event.
+    push(&SDL_Event::active, SDL_ActiveEvent{SDL_ACTIVEEVENT, 0, SDL_APPMOUSEFOCUS});
+    push(&SDL_Event::active, SDL_ActiveEvent{SDL_ACTIVEEVENT, 0, SDL_APPACTIVE});
+    push(&SDL_Event::active, SDL_ActiveEvent{SDL_ACTIVEEVENT, 0, SDL_APPMOUSEFOCUS | SDL_APPINPUTFOCUS});
+    push(&SDL_Event::jaxis, SDL_JoyAxisEvent{SDL_JOYAXISMOTION, 0, 0, 1000});
     push(make(SDL_JOYBUTTONDOWN));
     SDL_SysWMmsg message;
     std::memset(&message, 0, sizeof message);
