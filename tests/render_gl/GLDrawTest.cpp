@@ -1,8 +1,6 @@
-
 #include <cmath>
 
 #include "geometry/ElementData.h"
-#include "plugins/render/opengl/GLRenderContext.h"
 #include "support/GLDrawFixture.h"
 
 using Velun::Color;
@@ -22,12 +20,9 @@ protected:
 
 TEST_F(GLGeometryRendererTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
     addViewport(addCamera());
-    QuadSpec shape;
-    shape.colors = true;
-    shape.normals = true;
-    shape.color = Color(1, 0, 0);
-    SharedPtr<Velun::Material> material(new Velun::Material());
-    Velun::TransformationNode& place = addQuad(root(), 0, 0, -5, shape, material);
+    Velun::TransformationNode& place =
+        addQuad(root(), 0, 0, -5, QuadSpec{-1, -1, 1, 1, 0, true, true, Color(1, 0, 0)},
+                SharedPtr<Velun::Material>(new Velun::Material()));
     Velun::VertexData& vertices = verticesOf(place);
 
     frame();
@@ -57,12 +52,8 @@ TEST_F(GLGeometryRendererTest, WireframeShadingDrawsOnlyTheEdges) {
     SharedPtr<Velun::Camera> camera = addCamera();
     camera->getCamSettings().getRenderSettings()->setShadingMode(Velun::RenderSettings::ShadeWireframe);
     addViewport(camera);
-    QuadSpec shape;
-    shape.x0 = shape.y0 = -2;
-    shape.x1 = shape.y1 = 2;
-    addQuad(root(), 0, 0, -5, shape, colorMaterial(Color(1, 1, 1)));
+    addQuad(root(), 0, 0, -5, QuadSpec{-2, -2, 2, 2}, colorMaterial(Color(1, 1, 1)));
     frame();
-    savePicture("wireframe");
     EXPECT_TRUE(near(centre(), Rgb{0, 0, 0}, 0));
     int edge = 0;
     for (int x = 0; x < Width; ++x)
@@ -101,36 +92,25 @@ protected:
     // A 2 x 2 quad at distance 2 covers the middle half of the view: pixels 16 to 47.
     SharedPtr<Velun::Material> texturedQuad(unsigned int layers) {
         SharedPtr<Velun::Material> material(new Velun::Material());
-        QuadSpec shape;
-        shape.layers = layers;
-        addQuad(root(), 0, 0, -2, shape, material);
+        addQuad(root(), 0, 0, -2, QuadSpec{-1, -1, 1, 1, layers}, material);
         return material;
     }
 };
 
-TEST_F(GLTextureDrawTest, TexturedQuadShowsTheTexelsWhereItsCoordinatesPutThem) {
+TEST_F(GLTextureDrawTest, TexelsShowWhereTheCoordinatesPutThemModulatingTheVertexColour) {
     addViewport(addCamera());
     // Row 0 (red, green) lies at t = 0, the bottom of the quad; row 1 (blue, white) at
-    // the top.
+    // the top; all of it times the vertex colour (0.5, 1, 1).
     SharedPtr<Velun::Material> material = texturedQuad(1);
     material->setTexture(0, makeTexture(2, 2, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255}));
-    frame();
-    savePicture("texture");
-    EXPECT_TRUE(near(pixel(24, 40), Rgb{255, 0, 0}, 0));
-    EXPECT_TRUE(near(pixel(40, 40), Rgb{0, 255, 0}, 0));
-    EXPECT_TRUE(near(pixel(24, 24), Rgb{0, 0, 255}, 0));
-    EXPECT_TRUE(near(pixel(40, 24), Rgb{255, 255, 255}, 0));
-    EXPECT_TRUE(near(pixel(8, 8), Rgb{0, 0, 0}, 0));
-}
-
-TEST_F(GLTextureDrawTest, TextureModulatesTheVertexColour) {
-    addViewport(addCamera());
-    SharedPtr<Velun::Material> material = texturedQuad(1);
-    material->setTexture(0, makeTexture(1, 1, {255, 128, 64}));
     material->setUseDefaultVertexColor(true);
     material->setDefaultVertexColor(Color(0.5f, 1.0f, 1.0f));
     frame();
-    EXPECT_TRUE(near(centre(), Rgb{128, 128, 64}, 2));
+    EXPECT_TRUE(near(pixel(24, 40), Rgb{128, 0, 0}, 1));
+    EXPECT_TRUE(near(pixel(40, 40), Rgb{0, 255, 0}, 0));
+    EXPECT_TRUE(near(pixel(24, 24), Rgb{0, 0, 255}, 0));
+    EXPECT_TRUE(near(pixel(40, 24), Rgb{128, 255, 255}, 1));
+    EXPECT_TRUE(near(pixel(8, 8), Rgb{0, 0, 0}, 0));
 }
 
 // Layer 0 (1, 0.5, 0) over white vertices of alpha 0.25 gives "previous";
@@ -153,11 +133,7 @@ TEST_F(GLTextureDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
     addViewport(addCamera());
     SharedPtr<Velun::Material> material(new Velun::Material());
     material->setUseAlphaTest(false);
-    QuadSpec shape;
-    shape.layers = 2;
-    shape.colors = true;
-    shape.color = Color(1, 1, 1, 0.25f);
-    addQuad(root(), 0, 0, -2, shape, material);
+    addQuad(root(), 0, 0, -2, QuadSpec{-1, -1, 1, 1, 2, false, true, Color(1, 1, 1, 0.25f)}, material);
     material->setTexture(0, makeTexture(1, 1, {255, 128, 0}));
     for (Case const& c : cases) {
         SCOPED_TRACE(c.mode);
@@ -174,16 +150,11 @@ TEST_F(GLTextureDrawTest, UnitsOfAFormerTwoLayerDrawAreOffForASingleLayerOne) {
     SharedPtr<Velun::Material> both(new Velun::Material());
     both->setTexture(0, makeTexture(1, 1, {255, 255, 255}));
     both->setTexture(1, makeTexture(1, 1, {0, 0, 255}));
-    QuadSpec two;
-    two.layers = 2;
-    addQuad(root(), -2.5f, 0, -5, two, both);
+    addQuad(root(), -2.5f, 0, -5, QuadSpec{-1, -1, 1, 1, 2}, both);
     SharedPtr<Velun::Material> single(new Velun::Material());
     single->setTexture(0, makeTexture(1, 1, {255, 255, 0}));
-    QuadSpec one;
-    one.layers = 1;
-    addQuad(root(), 2.5f, 0, -5, one, single);
+    addQuad(root(), 2.5f, 0, -5, QuadSpec{-1, -1, 1, 1, 1}, single);
     frame();
-    savePicture("texture_units");
     EXPECT_TRUE(near(pixel(Width / 2 - 16, Height / 2), Rgb{0, 0, 255}, 0));
     // A leftover blue unit 1 would turn yellow into black.
     EXPECT_TRUE(near(pixel(Width / 2 + 16, Height / 2), Rgb{255, 255, 0}, 0));
@@ -197,9 +168,8 @@ class GLLightingTest : public GLDrawTest {
 protected:
     // A white quad facing the camera, lit by the pass's lights.
     void addLitQuad(float x, bool normals) {
-        QuadSpec shape;
-        shape.normals = normals;
-        addQuad(root(), x, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
+        addQuad(root(), x, 0, -5, QuadSpec{-1, -1, 1, 1, 0, normals},
+                SharedPtr<Velun::Material>(new Velun::Material()));
     }
 
     Velun::Light& addDirectionalLight(float tiltRadians) {
@@ -235,47 +205,16 @@ TEST_F(GLLightingTest, EachKindOfLightShadesByItsParameters) {
     int const attenuated = toByte(0.04f + (0.04f + 0.8f * cosine) / (1 + 0.25f * std::sqrt(27.0f)));
     int const spot = toByte(0.04f + cosine * cosine * (0.04f + 0.8f * cosine));
     Color const white(1, 1, 1);
+    auto grey = [](int v) { return Rgb{v, v, v}; };
     Case const cases[] = {
-        {"directional, head on", L::Directional, 0, true, white, 0, 180, 0, {headOn, headOn, headOn}},
-        {"directional, tilted 60 degrees",
-         L::Directional,
-         1.0472f,
-         true,
-         white,
-         0,
-         180,
-         0,
-         {lit(0.5f), lit(0.5f), lit(0.5f)}},
-        {"disabled: the global ambient only",
-         L::Directional,
-         0,
-         false,
-         white,
-         0,
-         180,
-         0,
-         {global, global, global}},
-        {"red diffuse",
-         L::Directional,
-         0,
-         true,
-         Color(1, 0, 0),
-         0,
-         180,
-         0,
-         {headOn, toByte(0.08f), toByte(0.08f)}},
-        {"point, linear attenuation",
-         L::PointLight,
-         0,
-         true,
-         white,
-         0.25f,
-         180,
-         0,
-         {attenuated, attenuated, attenuated}},
-        {"spot, inside its cone", L::Spot, 0, true, white, 0, 30, 2, {spot, spot, spot}},
-        {"spot, outside its cone", L::Spot, 0, true, white, 0, 10, 0, {global, global, global}},
-        {"point after a spot: no cone", L::PointLight, 0, true, white, 0, 10, 0, {point, point, point}},
+        {"directional, head on", L::Directional, 0, true, white, 0, 180, 0, grey(headOn)},
+        {"directional, tilted 60 degrees", L::Directional, 1.0472f, true, white, 0, 180, 0, grey(lit(0.5f))},
+        {"disabled: the global ambient only", L::Directional, 0, false, white, 0, 180, 0, grey(global)},
+        {"red", L::Directional, 0, true, Color(1, 0, 0), 0, 180, 0, {headOn, toByte(0.08f), toByte(0.08f)}},
+        {"point, linear attenuation", L::PointLight, 0, true, white, 0.25f, 180, 0, grey(attenuated)},
+        {"spot, inside its cone", L::Spot, 0, true, white, 0, 30, 2, grey(spot)},
+        {"spot, outside its cone", L::Spot, 0, true, white, 0, 10, 0, grey(global)},
+        {"point after a spot: no cone", L::PointLight, 0, true, white, 0, 10, 0, grey(point)},
     };
     addViewport(addCamera(true));
     addLitQuad(0, true);
@@ -304,15 +243,12 @@ TEST_F(GLLightingTest, GeometryWithoutNormalsFacesItsOwnPlusZ) {
     addDirectionalLight(0.0f);
     // First a quad whose normals face away from the light, so that a leftover current
     // normal would darken the second quad, which has none.
-    QuadSpec away;
-    away.normals = true;
-    addQuad(root(), -2, 0, -5, away, SharedPtr<Velun::Material>(new Velun::Material()))
+    addQuad(root(), -2, 0, -5, QuadSpec{-1, -1, 1, 1, 0, true},
+            SharedPtr<Velun::Material>(new Velun::Material()))
         .rotateY(float(M_PI), true);
     addLitQuad(2, false);
     frame();
-    savePicture("light_no_normals");
-    int const headOn = lit(1.0f);
-    int const dark = lit(-1.0f);
+    int const headOn = lit(1.0f), dark = lit(-1.0f);
     EXPECT_TRUE(near(pixel(Width / 2 - 13, Height / 2), Rgb{dark, dark, dark}));
     EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{headOn, headOn, headOn}));
 }
@@ -326,7 +262,6 @@ TEST_F(GLLightingTest, FogBlendsTowardsTheFogColourWithDistance) {
     addQuad(root(), -3, 0, -5, QuadSpec(), colorMaterial(Color(1, 0, 0)));
     addQuad(root(), 6, 0, -10, QuadSpec(), colorMaterial(Color(1, 0, 0)));
     frame();
-    savePicture("fog");
     auto fogged = [](float z) {
         float f = std::exp(-0.04f * z);
         return Rgb{toByte(f + (1 - f) * 0.155f), toByte((1 - f) * 0.415f), toByte((1 - f) * 0.545f)};
@@ -341,20 +276,12 @@ TEST_F(GLLightingTest, FogBlendsTowardsTheFogColourWithDistance) {
 
 TEST_F(GLGeometryRendererTest, SecondaryColoursAddToTheirOwnQuadOnly) {
     addViewport(addCamera());
-    QuadSpec shape;
-    shape.x0 = -2;
-    shape.x1 = 0;
-    shape.colors = true;
-    shape.color = Color(0.5f, 0, 0);
-    shape.secondaryColors = true;
-    shape.secondaryColor = Color(0, 0, 1);
-    addQuad(root(), 0, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
-    shape.x0 = 0;
-    shape.x1 = 2;
-    shape.secondaryColors = false;
-    addQuad(root(), 0, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
+    Color const dark(0.5f, 0, 0);
+    addQuad(root(), 0, 0, -5, QuadSpec{-2, -1, 0, 1, 0, false, true, dark, true, Color(0, 0, 1)},
+            SharedPtr<Velun::Material>(new Velun::Material()));
+    addQuad(root(), 0, 0, -5, QuadSpec{0, -1, 2, 1, 0, false, true, dark},
+            SharedPtr<Velun::Material>(new Velun::Material()));
     frame();
-    savePicture("secondary_colour");
     EXPECT_TRUE(near(pixel(Width / 2 - 8, Height / 2), Rgb{128, 0, 255}));
     EXPECT_TRUE(near(pixel(Width / 2 + 8, Height / 2), Rgb{128, 0, 0}));
 }

@@ -55,7 +55,6 @@ TEST_F(GLParticleDrawTest, EachLivingParticleIsOneSprite) {
     add(0, 0, mTime + 30);
     add(3, 0, 0);
     step();
-    savePicture("particles_three");
     EXPECT_EQ(sprites(), 3);
     EXPECT_TRUE(lit(0));
     step();
@@ -73,7 +72,6 @@ TEST_F(GLParticleDrawTest, AMovingCloudIsDrawnWhereItIsNow) {
     EXPECT_TRUE(lit(-2)) << "moved out of its first box into the view";
     EXPECT_EQ(sprites(), 1);
     step();
-    savePicture("particles_moved");
     EXPECT_FALSE(lit(-2));
     EXPECT_TRUE(lit(4)) << "the buffer follows the positions";
 }

@@ -19,22 +19,8 @@ protected:
         return material;
     }
 
-    QuadSpec tinted(Color const& color, float half) {
-        QuadSpec shape;
-        shape.x0 = shape.y0 = -half;
-        shape.x1 = shape.y1 = half;
-        shape.colors = true;
-        shape.color = color;
-        return shape;
-    }
-
-    // A far red and a near green quad, both at alpha 0.5, in the given tree order.
-    void buildPair(bool nearFirst) {
-        if (nearFirst)
-            addQuad(root(), 0, 0, -5, tinted(Color(0, 1, 0, 0.5f), 1), blended());
-        addQuad(root(), 0, 0, -10, tinted(Color(1, 0, 0, 0.5f), 4), blended());
-        if (!nearFirst)
-            addQuad(root(), 0, 0, -5, tinted(Color(0, 1, 0, 0.5f), 1), blended());
+    static QuadSpec tinted(Color const& color, float half = 1) {
+        return QuadSpec{-half, -half, half, half, 0, false, true, color};
     }
 };
 
@@ -42,18 +28,18 @@ protected:
 // (0.5, 0.25, 0).
 TEST_F(GLObjectRendererTest, BlendedQuadsAreDrawnFarThenNearWhenTheNearOneComesFirst) {
     addViewport(addCamera());
-    buildPair(true);
+    addQuad(root(), 0, 0, -5, tinted(Color(0, 1, 0, 0.5f)), blended());
+    addQuad(root(), 0, 0, -10, tinted(Color(1, 0, 0, 0.5f), 4), blended());
     frame();
-    savePicture("blend_near_first");
     EXPECT_TRUE(near(centre(), Rgb{64, 128, 0}, 2));
     EXPECT_TRUE(near(pixel(Width / 2, 21), Rgb{128, 0, 0}, 2));  // the far quad alone
 }
 
 TEST_F(GLObjectRendererTest, EqualDistancesKeepTraversalOrderAndEntriesSortFarToNear) {
     SharedPtr<Velun::Camera> camera = addCamera();
-    addQuad(root(), 0, 0, -5, tinted(Color(1, 0, 0, 0.5f), 1), blended());
-    addQuad(root(), 0, 0, -9, tinted(Color(0, 1, 0, 0.5f), 1), blended());
-    addQuad(root(), 0, 0, -5, tinted(Color(0, 0, 1, 0.5f), 1), blended());
+    addQuad(root(), 0, 0, -5, tinted(Color(1, 0, 0, 0.5f)), blended());
+    addQuad(root(), 0, 0, -9, tinted(Color(0, 1, 0, 0.5f)), blended());
+    addQuad(root(), 0, 0, -5, tinted(Color(0, 0, 1, 0.5f)), blended());
     addQuad(root(), 0, 0, -7, QuadSpec(), colorMaterial(Color(1, 1, 1)));
     mScene->getUpdateTraverser()->run(mTime);
     SharedPtr<Velun::View> view = camera->getView(1.0f);
@@ -80,10 +66,9 @@ TEST_F(GLObjectRendererTest, DrawableWithoutMaterialIsDrawnWithTheDefaultNotWith
     addViewport(addCamera());
     // A blended, tinted quad first, then one with no material at all: it must come out
     // in the default material's white, opaque and untextured.
-    addQuad(root(), -2, 0, -5, tinted(Color(1, 0, 0, 0.5f), 1), blended());
+    addQuad(root(), -2, 0, -5, tinted(Color(1, 0, 0, 0.5f)), blended());
     addQuad(root(), 2, 0, -5, QuadSpec(), SharedPtr<Velun::Material>());
     frame();
-    savePicture("default_material");
     EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{255, 255, 255}, 0));
     EXPECT_TRUE(near(pixel(Width / 2 - 13, Height / 2), Rgb{128, 0, 0}, 2));
 }
@@ -108,28 +93,20 @@ private:
 
 TEST_F(GLObjectRendererTest, GLErrorOfADrawableIsLoggedOnceAndDrawingGoesOn) {
     addViewport(addCamera());
-    Velun::GeometryData* geometry = new Velun::GeometryData("broken");
-    SharedPtr<Velun::VertexData> vertices(new Velun::VertexData());
-    vertices->setUseVertex(true);
-    vertices->initialize(3, 3);
-    for (int i = 0; i < 3; ++i) {
-        vertices->addVertex();
-        vertices->setVertex(float(i), float(i % 2), 0);
-    }
-    geometry->setIndexedVertexData(vertices);
-    Velun::GeometryDataGroup& group = geometry->createGroup();
+    // A quad whose group draws the broken list after its own, then a yellow quad.
+    SharedPtr<Velun::Geometry> geometry = makeQuad(QuadSpec());
+    Velun::GeometryDataGroup& group = *static_cast<Velun::GeometryData&>(*geometry).getGroup(0);
     FloatIndices broken;
     group.getElementList(0).add(&broken);
-    geometry->setBoundingVolume(new Velun::BoundingBox(Velun::Point(0, 0, -0.1f), Velun::Point(2, 1, 0.1f)));
-
-    addObject(root(), -2, 0, -5, SharedPtr<Velun::Geometry>(geometry), SharedPtr<Velun::Material>());
+    addObject(root(), -2, 0, -5, geometry, SharedPtr<Velun::Material>());
     addQuad(root(), 2, 0, -5, QuadSpec(), colorMaterial(Color(1, 1, 0)));
 
     frame();
     EXPECT_EQ(logLines(),
               std::vector<std::string>{"render.opengl.GLObjectRenderer: GL Error: invalid enumerant"});
+    EXPECT_TRUE(near(pixel(Width / 2 - 13, Height / 2), Rgb{255, 255, 255}, 0));
     EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{255, 255, 0}, 0));
-    group.getElementList(0).clear();  // the element lives on this test's stack
+    group.getElementList(0).remove(&broken);  // it lives on this test's stack
 }
 
 class GLViewRendererTest : public GLDrawTest {};
@@ -140,7 +117,6 @@ TEST_F(GLViewRendererTest, UnlitQuadInFrontIsDrawnAndCulledWhenOutside) {
     Velun::TransformationNode& place = addQuad(root(), 0, 0, -5, QuadSpec(), colorMaterial(Color(1, 0, 0)));
 
     frame();
-    savePicture("red_quad");
     // The quad spans 2 of the 10 units the view is wide at distance 5.
     EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
     EXPECT_TRUE(near(pixel(0, 0), Rgb{0, 0, 0}, 0));
@@ -159,10 +135,7 @@ TEST_F(GLViewRendererTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) 
     SharedPtr<Velun::Camera> camera = addCamera();
     addViewport(camera);
     // Scene: a green quad just past the near plane, filling the whole view.
-    QuadSpec wall;
-    wall.x0 = wall.y0 = -1;
-    wall.x1 = wall.y1 = 1;
-    addQuad(root(), 0, 0, -0.2f, wall, colorMaterial(Color(0, 1, 0)));
+    addQuad(root(), 0, 0, -0.2f, QuadSpec(), colorMaterial(Color(0, 1, 0)));
 
     // Overlay: the unit square is the viewport; a red HUD quad over its middle, at the
     // overlay's origin, which is 2 units from its fixed eye and so far behind the wall.
@@ -171,13 +144,9 @@ TEST_F(GLViewRendererTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) 
     SharedPtr<Velun::RenderSettings> unlit(new Velun::RenderSettings());
     unlit->setUseLights(false);
     camera->getOverlaySettings().setRenderSettings(unlit);
-    QuadSpec hud;
-    hud.x0 = hud.y0 = 0.25f;
-    hud.x1 = hud.y1 = 0.75f;
-    addQuad(*overlay.getRoot(), 0, 0, 0, hud, colorMaterial(Color(1, 0, 0)));
+    addQuad(*overlay.getRoot(), 0, 0, 0, QuadSpec{0.25f, 0.25f, 0.75f, 0.75f}, colorMaterial(Color(1, 0, 0)));
 
     frame();
-    savePicture("overlay");
     EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
     EXPECT_TRUE(near(pixel(Width / 4 + 1, Height / 4 + 1), Rgb{255, 0, 0}, 0));
     EXPECT_TRUE(near(pixel(2, 2), Rgb{0, 255, 0}, 0));
@@ -205,20 +174,11 @@ TEST_F(GLViewRendererTest, TwoViewportsShowTheirCamerasSideBySideEachWithItsOwnA
     addQuad(root(), 0, 0, -4, QuadSpec(), colorMaterial(Color(1, 0, 0)));
     addViewport(left, 0.0f, 0.0f, 0.25f, 1.0f);
 
-    Velun::SceneGraph& other = Velun::VelunCore::getSingleton().getSceneManager().createSceneGraph();
-    Velun::Camera* rightCamera = new Velun::Camera();
-    SharedPtr<Velun::Camera> right(rightCamera);
-    right->getCamSettings().setFovY(90.0f);
-    SharedPtr<Velun::RenderSettings> unlit(new Velun::RenderSettings());
-    unlit->setUseLights(false);
-    right->getCamSettings().setRenderSettings(unlit);
-    other.getRoot()->attachChild(*rightCamera);
+    Velun::SceneGraph& other = addScene();
     addQuad(*other.getRoot(), 0, 0, -4, QuadSpec(), colorMaterial(Color(0, 1, 0)));
-    addViewport(right, 0.25f, 0.0f, 0.75f, 1.0f);
-    other.getUpdateTraverser()->run(mTime);
+    addViewport(addCamera(false, other.getRoot()), 0.25f, 0.0f, 0.75f, 1.0f);
 
     frame();
-    savePicture("viewports");
     Rgb const red{255, 0, 0}, green{0, 255, 0};
     // Both cameras see a 2 x 2 quad at distance 4 under a vertical field of 90 degrees:
     // 16 of the 64 rows. A square stays square in either viewport.
@@ -231,12 +191,6 @@ TEST_F(GLViewRendererTest, TwoViewportsShowTheirCamerasSideBySideEachWithItsOwnA
     // Neither picture spills into the other's viewport.
     EXPECT_EQ(countOf(mPixels, 16, Height / 2, Width - 16, true, red), 0);
     EXPECT_EQ(countOf(mPixels, 0, Height / 2, 16, true, green), 0);
-
-    mTarget = SharedPtr<Velun::RenderTarget>();
-    sWindow->detachRenderTarget();
-    right = SharedPtr<Velun::Camera>();
-    mNodes.clear();
-    Velun::VelunCore::getSingleton().getSceneManager().deleteSceneGraph(other);
 }
 
 class GLScreenshotTest : public GLDrawTest {
@@ -251,16 +205,8 @@ protected:
 TEST_F(GLScreenshotTest, SavesWhatTheWindowShowsAsPngWithTheTopRowFirst) {
     addViewport(addCamera());
     // Red above the middle, blue below it.
-    QuadSpec top;
-    top.x0 = -5;
-    top.x1 = 5;
-    top.y0 = 0;
-    top.y1 = 5;
-    addQuad(root(), 0, 0, -5, top, colorMaterial(Color(1, 0, 0)));
-    QuadSpec bottom = top;
-    bottom.y0 = -5;
-    bottom.y1 = 0;
-    addQuad(root(), 0, 0, -5, bottom, colorMaterial(Color(0, 0, 1)));
+    addQuad(root(), 0, 0, -5, QuadSpec{-5, 0, 5, 5}, colorMaterial(Color(1, 0, 0)));
+    addQuad(root(), 0, 0, -5, QuadSpec{-5, -5, 5, 0}, colorMaterial(Color(0, 0, 1)));
     mScene->getUpdateTraverser()->run(mTime);
     sWindow->render(mTime);
 

@@ -69,15 +69,16 @@ inline ::testing::AssertionResult near(Rgb actual, Rgb expected, int tolerance =
 
 inline int toByte(float v) { return int(std::lround(v * 255.0f)); }
 
-// A quad in the z = 0 plane of its node, from (x0, y0) to (x1, y1), facing +Z.
+// A quad in the z = 0 plane of its node, from (x0, y0) to (x1, y1), facing +Z; written
+// in this order, as QuadSpec{-2, -2, 2, 2, 1} for a larger quad of one texture layer.
 struct QuadSpec {
     float x0 = -1, y0 = -1, x1 = 1, y1 = 1;
+    unsigned int layers = 0;  // texture layers, coordinates 0..1 over the quad
     bool normals = false;
     bool colors = false;
     Velun::Color color = Velun::Color(1, 1, 1, 1);
     bool secondaryColors = false;
-    Velun::Color secondaryColor;
-    unsigned int layers = 0;  // texture layers, coordinates 0..1 over the quad
+    Velun::Color secondaryColor = Velun::Color();
 };
 
 inline SharedPtr<Velun::Geometry> makeQuad(QuadSpec const& shape) {
@@ -191,7 +192,7 @@ protected:
         sLog.mLines.clear();
         mTime = 1000;
         sClock->setTime(mTime);
-        mScene = &Velun::VelunCore::getSingleton().getSceneManager().createSceneGraph();
+        mScene = &addScene();
         mTarget = SharedPtr<Velun::RenderTarget>(new Velun::RenderTarget());
         sWindow->attachRenderTarget(mTarget);
     }
@@ -206,7 +207,8 @@ protected:
         Velun::SceneManager& scenes = Velun::VelunCore::getSingleton().getSceneManager();
         for (Velun::Overlay* overlay : mOverlays)
             scenes.deleteOverlay(*overlay);
-        scenes.deleteSceneGraph(*mScene);
+        for (Velun::SceneGraph* scene : mScenes)
+            scenes.deleteSceneGraph(*scene);
     }
 
     template <class T>
@@ -239,15 +241,15 @@ protected:
         return addObject(parent, x, y, z, makeQuad(shape), material);
     }
 
-    // A camera at the origin of the scene looking down -Z: near 0.1, fovY 90.
-    SharedPtr<Velun::Camera> addCamera(bool lights = false) {
+    // A camera at the origin of the scene (or of `parent`) looking down -Z: near 0.1, fovY 90.
+    SharedPtr<Velun::Camera> addCamera(bool lights = false, Velun::Branch* parent = nullptr) {
         Velun::Camera* camera = new Velun::Camera();
         SharedPtr<Velun::Camera> shared(camera);
         SharedPtr<Velun::RenderSettings> settings(new Velun::RenderSettings());
         settings->setUseLights(lights);
         camera->getCamSettings().setRenderSettings(settings);
         camera->getCamSettings().setFovY(90.0f);
-        root().attachChild(*camera);
+        (parent ? *parent : root()).attachChild(*camera);
         mCameras.push_back(shared);
         return shared;
     }
@@ -260,6 +262,12 @@ protected:
         return viewport;
     }
 
+    // A scene besides the first, drawn and removed with it.
+    Velun::SceneGraph& addScene() {
+        mScenes.push_back(&Velun::VelunCore::getSingleton().getSceneManager().createSceneGraph());
+        return *mScenes.back();
+    }
+
     Velun::Overlay& addOverlay() {
         Velun::Overlay& overlay = Velun::VelunCore::getSingleton().getSceneManager().createOverlay();
         mOverlays.push_back(&overlay);
@@ -270,7 +278,8 @@ protected:
     void frame() {
         mTime += 20;
         sClock->setTime(mTime);
-        mScene->getUpdateTraverser()->run(mTime);
+        for (Velun::SceneGraph* scene : mScenes)
+            scene->getUpdateTraverser()->run(mTime);
         for (Velun::Overlay* overlay : mOverlays)
             overlay->getUpdateTraverser()->run(mTime);
         // The window's frame without its swap, so the picture stays in the back buffer.
@@ -302,12 +311,6 @@ protected:
     // Lines logged since the test began, as "channel: text".
     static std::vector<std::string>& logLines() { return sLog.mLines; }
 
-    // Keeps the picture for a person to look at.
-    void savePicture(std::string const& name) {
-        std::string path = std::string(VELUN_BINARY_DIR) + "/render_gl_" + name + ".png";
-        EXPECT_TRUE(sWindow->saveScreenshot(path));
-    }
-
     static inline VelunTest::ChannelLog sLog;
     static inline VelunTest::EngineClock* sClock = nullptr;
     static inline Velun::GLRenderEngine* sEngine = nullptr;
@@ -315,6 +318,7 @@ protected:
 
     std::int64_t mTime = 0;
     Velun::SceneGraph* mScene = nullptr;
+    std::vector<Velun::SceneGraph*> mScenes;
     std::vector<Velun::Overlay*> mOverlays;
     SharedPtr<Velun::RenderTarget> mTarget;
     std::vector<SharedPtr<Velun::Camera>> mCameras;
