@@ -16,16 +16,19 @@ namespace {
 // The GL back end's parts driven one by one in the shared window.
 class GLBackEndTest : public RenderGLTest::GLDrawTest {
 protected:
-    // A triangle with positions and texture coordinates, no colours.
-    static void fill(VertexData& data) {
+    // A triangle with positions and `layers` layers of texture coordinates naming
+    // material indices 0, 1, ...
+    static void fill(VertexData& data, unsigned int layers = 1) {
         data.setUseVertex(true);
         data.setUseTexCoordinates(true);
-        data.addTextureIndex(0);
+        for (unsigned int l = 0; l < layers; ++l)
+            data.addTextureIndex(l);
         data.initialize(3, 3);
         for (int i = 0; i < 3; ++i) {
             data.addVertex();
             data.setVertex(float(i), float(i * i), 0.0f);
-            data.setTexCoordinate(0.5f * i, 0.0f, 0);
+            for (unsigned int l = 0; l < layers; ++l)
+                data.setTexCoordinate(0.5f * i, 0.0f, l);
         }
     }
     template <class Ids, class Set>
@@ -65,21 +68,11 @@ protected:
 
     GLMaterialManager& materials() {
         if (!mMaterials) {
-            mScene.reset(new GLSceneManager(&context(), SharedPtr<RenderSettings>()));
+            mGLScene.reset(new GLSceneManager(&context(), SharedPtr<RenderSettings>()));
             mMaterials.reset(new GLMaterialManager(&context()));
-            mMaterials->setSceneManager(mScene.get());
+            mMaterials->setSceneManager(mGLScene.get());
         }
         return *mMaterials;
-    }
-    // One vertex with `layers` texture coordinate layers naming material indices 0, 1, ...
-    static void fill(VertexData& data, unsigned int layers) {
-        data.setUseVertex(true);
-        data.setUseTexCoordinates(layers > 0);
-        for (unsigned int i = 0; i < layers; ++i)
-            data.addTextureIndex(i);
-        data.initialize(1, 1);
-        data.addVertex();
-        data.setVertex(0.0f, 0.0f, 0.0f);
     }
     static GLint levelWidth(int level) {
         GLint width = 0;
@@ -88,7 +81,7 @@ protected:
         return width;
     }
 
-    std::unique_ptr<GLSceneManager> mScene;
+    std::unique_ptr<GLSceneManager> mGLScene;
     std::unique_ptr<GLMaterialManager> mMaterials;
 };
 
@@ -232,7 +225,7 @@ TEST_F(GLBackEndTest, ACrossbarModeNamingNoUnitLogsTheModeAndTheGLError) {
 
 TEST_F(GLBackEndTest, TexturesAreUploadedByStampAndALostNameIsFilledAgain) {
     VertexData data;
-    fill(data, 1);
+    fill(data);
     SharedPtr<Texture2D> tex(new Texture2D(makeImage(1, 1, {10, 20, 30})));
     SharedPtr<Material> material(new Material());
     material->setTexture(0, tex);
@@ -259,7 +252,7 @@ TEST_F(GLBackEndTest, TexturesAreUploadedByStampAndALostNameIsFilledAgain) {
 
 TEST_F(GLBackEndTest, MipmapsOfOneImageAreGenerated) {
     VertexData data;
-    fill(data, 1);
+    fill(data);
     std::vector<unsigned char> pixels(4 * 4 * 4, 255);
     SharedPtr<Texture2D> tex(new Texture2D(makeImage(4, 4, pixels, Color::Rgba)));
     tex->setMinFilter(Texture::MipMap);
