@@ -24,6 +24,38 @@ using namespace Velun;
 
 namespace {
 
+// Writes each event it sees as one line: "key <type> <code> <symbol> <modifiers>
+// <unicode>", "move <axes> <x> <y> <dx> <dy>", "button <type> <number> <x> <y>" or
+// "wm <type> <width> <height>", then "@<timestamp> w<window>" and "dev" for a device.
+class Recorder : public InputProcessor {
+public:
+    explicit Recorder(int id) : InputProcessor(id) {}
+    bool processEvent(InputEvent& event) override {
+        std::ostringstream line;
+        if (KeyEventInfo* key = event.getKeyEventInfo())
+            line << "key " << key->getEventType() << " " << int(key->getKeycode()) << " "
+                 << key->getKeySymbol() << " 0x" << std::hex << key->getModifierMask() << std::dec << " "
+                 << key->getUnicode();
+        else if (MoveEventInfo* move = event.getMoveEventInfo())
+            line << "move " << move->getAxisCount() << " " << move->getX() << " " << move->getY() << " "
+                 << move->getRelativeX() << " " << move->getRelativeY();
+        else if (ButtonEventInfo* button = event.getButtonEventInfo())
+            line << "button " << button->getEventType() << " " << button->getButtonNr() << " "
+                 << button->getX() << " " << button->getY();
+        else if (SysWMEventInfo* wm = event.getSysWMEventInfo())
+            line << "wm " << wm->getEventType() << " " << wm->getWidth() << " " << wm->getHeight();
+        // As an application would, a quit stops the main loop (after its pass).
+        if (event.getSysWMEventInfo() &&
+            event.getSysWMEventInfo()->getEventType() == SysWMEventInfo::SysWMQuit)
+            VelunCore::getSingleton().getProcessManager().stop(false);
+        line << " @" << event.getTimestamp() << " w" << event.getWindowId()
+             << (event.getInputDevice() ? " dev" : "");
+        mSeen.push_back(line.str());
+        return false;
+    }
+    std::vector<std::string> mSeen;
+};
+
 // The engine started, and SDL's video, which the render window starts in an application,
 // started by the test. SDL's tests have both to themselves: the drawing tests' window
 // closes first.
@@ -35,46 +67,62 @@ protected:
             GTEST_SKIP() << "SDL's event queue needs an X display (run under xvfb-run)";
         ASSERT_EQ(0, SDL_InitSubSystem(SDL_INIT_VIDEO)) << SDL_GetError();
         core.startup();
+        core.getInputManager().registerInputProcessor(recorder);
+        provider.reset(new SDLInputProvider());
+        core.getInputManager().registerInputProvider(*provider);
         SDL_Event pending;
         while (SDL_PollEvent(&pending)) {
         }
     }
     void TearDown() override {
+        provider.reset();
         core.shutdown();
         if (SDL_WasInit(SDL_INIT_VIDEO))
             SDL_QuitSubSystem(SDL_INIT_VIDEO);
         if (SDL_WasInit(SDL_INIT_EVERYTHING) == 0)
             SDL_Quit();
     }
+
+    static void push(SDL_Event event) { ASSERT_EQ(0, SDL_PushEvent(&event)); }
+    static SDL_Event make(Uint8 type) {
+        SDL_Event event;
+        std::memset(&event, 0, sizeof event);
+        event.type = type;
+        return event;
+    }
+    // One event of the kind that `field` of SDL_Event holds.
+    template <class T>
+    static void push(T SDL_Event::*field, T value) {
+        SDL_Event event = make(value.type);
+        event.*field = value;
+        push(event);
+    }
+    // Polls once and gives what arrived since the last call.
+    std::vector<std::string> poll(std::int64_t timestamp) {
+        provider->pollEvents(timestamp);
+        std::vector<std::string> seen;
+        seen.swap(recorder.mSeen);
+        return seen;
+    }
+
     VelunCore& core = VelunCore::getSingleton();
+    Recorder recorder{1};
+    std::unique_ptr<SDLInputProvider> provider;
 };
 
-// Stops the main loop when the window system asks the application to end.
-class QuitProcessor : public InputProcessor {
-public:
-    bool processEvent(InputEvent& event) override {
-        SysWMEventInfo* info = event.getSysWMEventInfo();
-        if (!info || info->getEventType() != SysWMEventInfo::SysWMQuit)
-            return false;
-        ++mQuits;
-        VelunCore::getSingleton().getProcessManager().stop(false);
-        return true;
-    }
-    int mQuits = 0;
-};
+using SDLInputProviderTest = SDLPluginTest;
+using Lines = std::vector<std::string>;
 
 }  // namespace
 
 TEST_F(SDLPluginTest, AQuitFromTheWindowSystemEndsTheMainLoopAfterThePass) {
-    core.setup(true);
-    QuitProcessor quitter;
-    core.getInputManager().registerInputProcessor(quitter);
-    VelunTest::PassRecorder passes;
-    SDL_Event quit;
-    quit.type = SDL_QUIT;
-    ASSERT_EQ(0, SDL_PushEvent(&quit));
+    core.getInputManager().unregisterInputProvider(*provider);
+    core.setup(true);                   // registers SDL's own input provider
+    VelunTest::PassRecorder passes(5);  // a lost quit ends the loop after five passes, not never
+    push(make(SDL_QUIT));
     EXPECT_EQ(0, core.getProcessManager().run(true));
-    EXPECT_EQ(1, quitter.mQuits);
+    ASSERT_EQ(1u, recorder.mSeen.size());
+    EXPECT_EQ(0u, recorder.mSeen[0].find("wm 0 0 0 @")) << recorder.mSeen[0];
     EXPECT_EQ(1u, passes.getPasses());
 }
 
@@ -105,96 +153,22 @@ TEST(SDLTimerTest, TimestampFollowsTheTickCountAndNeverGoesDown) {
     timer.shutdown();
 }
 
-namespace {
-
-// Writes each event it sees as one line: "key <type> <code> <symbol> <modifiers>
-// <unicode>", "move <axes> <x> <y> <dx> <dy>", "button <type> <number> <x> <y>" or
-// "wm <type> <width> <height>", then "@<timestamp> w<window>" and "dev" for a device.
-class Recorder : public InputProcessor {
-public:
-    explicit Recorder(int id) : InputProcessor(id) {}
-    bool processEvent(InputEvent& event) override {
-        std::ostringstream line;
-        if (KeyEventInfo* key = event.getKeyEventInfo())
-            line << "key " << key->getEventType() << " " << int(key->getKeycode()) << " "
-                 << key->getKeySymbol() << " 0x" << std::hex << key->getModifierMask() << std::dec << " "
-                 << key->getUnicode();
-        else if (MoveEventInfo* move = event.getMoveEventInfo())
-            line << "move " << move->getAxisCount() << " " << move->getX() << " " << move->getY() << " "
-                 << move->getRelativeX() << " " << move->getRelativeY();
-        else if (ButtonEventInfo* button = event.getButtonEventInfo())
-            line << "button " << button->getEventType() << " " << button->getButtonNr() << " "
-                 << button->getX() << " " << button->getY();
-        else if (SysWMEventInfo* wm = event.getSysWMEventInfo())
-            line << "wm " << wm->getEventType() << " " << wm->getWidth() << " " << wm->getHeight();
-        line << " @" << event.getTimestamp() << " w" << event.getWindowId()
-             << (event.getInputDevice() ? " dev" : "");
-        mSeen.push_back(line.str());
-        return false;
-    }
-    std::vector<std::string> mSeen;
-};
-
-class SDLInputProviderTest : public SDLPluginTest {
-protected:
-    void SetUp() override {
-        SDLPluginTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
-        provider.reset(new SDLInputProvider());
-        core.getInputManager().registerInputProvider(*provider);
-        core.getInputManager().registerInputProcessor(recorder);
-    }
-    void TearDown() override {
-        provider.reset();
-        SDLPluginTest::TearDown();
-    }
-
-    static void push(SDL_Event event) { ASSERT_EQ(0, SDL_PushEvent(&event)); }
-    static SDL_Event make(Uint8 type) {
-        SDL_Event event;
-        std::memset(&event, 0, sizeof event);
-        event.type = type;
-        return event;
-    }
-    static SDL_Event key(Uint8 type, SDLKey sym, Uint8 scancode, int mod, Uint16 unicode = 0) {
-        SDL_Event event = make(type);
-        event.key.state = type == SDL_KEYDOWN ? SDL_PRESSED : SDL_RELEASED;
-        event.key.keysym.sym = sym;
-        event.key.keysym.scancode = scancode;
-        event.key.keysym.mod = static_cast<SDLMod>(mod);
-        event.key.keysym.unicode = unicode;
-        return event;
-    }
-    // One event of the kind that `field` of SDL_Event holds.
-    template <class T>
-    static void push(T SDL_Event::*field, T value) {
-        SDL_Event event = make(value.type);
-        event.*field = value;
-        push(event);
-    }
-    // Polls once and gives what arrived since the last call.
-    std::vector<std::string> poll(std::int64_t timestamp) {
-        provider->pollEvents(timestamp);
-        std::vector<std::string> seen;
-        seen.swap(recorder.mSeen);
-        return seen;
-    }
-
-    std::unique_ptr<SDLInputProvider> provider;
-    Recorder recorder{1};
-};
-
-using Lines = std::vector<std::string>;
-
-}  // namespace
-
 TEST_F(SDLInputProviderTest, EveryKindOfEventArrivesInOrderWithThePollTime) {
     // Every modifier bit in one of the two keys, each to its engine bit.
-    push(key(SDL_KEYDOWN, SDLK_a, 38, KMOD_LSHIFT | KMOD_RCTRL | KMOD_RALT | KMOD_LMETA | KMOD_MODE, 'A'));
+    push(&SDL_Event::key,
+         SDL_KeyboardEvent{
+             SDL_KEYDOWN,
+             0,
+             SDL_PRESSED,
+             {38, SDLK_a, SDLMod(KMOD_LSHIFT | KMOD_RCTRL | KMOD_RALT | KMOD_LMETA | KMOD_MODE), 'A'}});
     push(make(SDL_VIDEOEXPOSE));
-    push(
-        key(SDL_KEYUP, SDLK_x, 53, KMOD_RSHIFT | KMOD_LCTRL | KMOD_LALT | KMOD_RMETA | KMOD_NUM | KMOD_CAPS));
+    push(&SDL_Event::key,
+         SDL_KeyboardEvent{SDL_KEYUP,
+                           0,
+                           SDL_RELEASED,
+                           {53, SDLK_x,
+                            SDLMod(KMOD_RSHIFT | KMOD_LCTRL | KMOD_LALT | KMOD_RMETA | KMOD_NUM | KMOD_CAPS),
+                            0}});
     push(&SDL_Event::motion, SDL_MouseMotionEvent{SDL_MOUSEMOTION, 0, 0, 320, 200, -4, 7});
     push(&SDL_Event::button,
          SDL_MouseButtonEvent{SDL_MOUSEBUTTONDOWN, 0, SDL_BUTTON_RIGHT, SDL_PRESSED, 17, 99});
