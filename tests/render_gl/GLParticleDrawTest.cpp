@@ -1,6 +1,5 @@
 #include "particle/LinearForceModel.h"
 #include "particle/ParticleEngine.h"
-#include "plugins/render/opengl/GLRenderContext.h"
 #include "support/GLDrawFixture.h"
 
 namespace RenderGLTest {
@@ -21,12 +20,7 @@ protected:
         SharedPtr<Velun::Material> sprites = colorMaterial(Velun::Color(1, 1, 1));
         sprites->setUsePointSprites(true);
         sprites->setSpriteSize(8.0f);
-        Velun::GeometryObject& object = own(new Velun::GeometryObject());
-        Velun::GeometrySubobject* cloud = new Velun::GeometrySubobject();
-        cloud->setGeometry(mEngine.getParticleData().getGeometryData(), 0);
-        object.addSubobject(*cloud);
-        object.setDefaultMaterial(0, sprites);
-        root().attachChild(object);
+        addObject(root(), 0, 0, 0, mEngine.getParticleData().getGeometryData(), sprites);
     }
 
     void add(float x, float vx, std::int64_t death) {

@@ -154,7 +154,6 @@ TEST(SDLTimerTest, TimestampFollowsTheTickCountAndNeverGoesDown) {
 }
 
 TEST_F(SDLInputProviderTest, EveryKindOfEventArrivesInOrderWithThePollTime) {
-    // Every modifier bit in one of the two keys, each to its engine bit.
     push(&SDL_Event::key,
          SDL_KeyboardEvent{
              SDL_KEYDOWN,
@@ -181,6 +180,19 @@ TEST_F(SDLInputProviderTest, EveryKindOfEventArrivesInOrderWithThePollTime) {
                      "wm 0 0 0 @123456789012 w-1", "wm 2 640 480 @123456789012 w-1"}),
               poll(123456789012LL));
     EXPECT_EQ(Lines{}, poll(5));
+}
+
+TEST_F(SDLInputProviderTest, EachModifierAloneGivesItsEngineBit) {
+    // In the order of the engine's bits 0x001, 0x002, ...
+    int const modifiers[] = {KMOD_LSHIFT, KMOD_RSHIFT, KMOD_LCTRL, KMOD_RCTRL, KMOD_LALT, KMOD_RALT,
+                             KMOD_LMETA,  KMOD_RMETA,  KMOD_NUM,   KMOD_CAPS,  KMOD_MODE};
+    for (int i = 0; i < 11; ++i) {
+        push(&SDL_Event::key,
+             SDL_KeyboardEvent{SDL_KEYDOWN, 0, SDL_PRESSED, {50, SDLK_LSHIFT, SDLMod(modifiers[i]), 0}});
+        std::ostringstream expected;
+        expected << "key 0 50 304 0x" << std::hex << (1 << i) << " 0 @1 w-1";
+        EXPECT_EQ(Lines{expected.str()}, poll(1));
+    }
 }
 
 TEST_F(SDLInputProviderTest, OnlyInputFocusAndActivityChangeActivationAndTheRestIsDropped) {

@@ -223,7 +223,7 @@ TEST_F(GLBackEndTest, ACrossbarModeNamingNoUnitLogsTheModeAndTheGLError) {
     EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D)) << "the texture stays bound";
 }
 
-TEST_F(GLBackEndTest, TexturesAreUploadedByStampAndALostNameIsFilledAgain) {
+TEST_F(GLBackEndTest, TexturesAreUploadedByStampALostNameIsFilledAgainAndMipmapsAreMade) {
     VertexData data;
     fill(data);
     SharedPtr<Texture2D> tex(new Texture2D(makeImage(1, 1, {10, 20, 30})));
@@ -248,25 +248,20 @@ TEST_F(GLBackEndTest, TexturesAreUploadedByStampAndALostNameIsFilledAgain) {
     setupTwice(3);
     EXPECT_EQ(name, ids<TexIds>(*tex)->getTextureId());
     EXPECT_EQ(100, pixel[1]);
-}
 
-TEST_F(GLBackEndTest, MipmapsOfOneImageAreGenerated) {
-    VertexData data;
-    fill(data);
-    std::vector<unsigned char> pixels(4 * 4 * 4, 255);
-    SharedPtr<Texture2D> tex(new Texture2D(makeImage(4, 4, pixels, Color::Rgba)));
-    tex->setMinFilter(Texture::MipMap);
-    SharedPtr<Material> material(new Material());
-    material->setTexture(0, tex);
-    materials().setupTextures(material, &data);
-    EXPECT_EQ(2, levelWidth(1));
-    EXPECT_EQ(1, levelWidth(2));
-    // Generation asked for with a plain filter still builds the levels.
-    SharedPtr<Texture2D> generated(new Texture2D(makeImage(4, 4, pixels, Color::Rgba)));
-    generated->setGenerateMipMaps(true);
-    material->setTexture(0, generated);
-    materials().setupTextures(material, &data);
-    EXPECT_EQ(2, levelWidth(1));
+    // Mipmaps of one image are generated, for a mipmap filter or when asked for.
+    std::vector<unsigned char> const white(4 * 4 * 4, 255);
+    for (bool filter : {true, false}) {
+        SharedPtr<Texture2D> mipmapped(new Texture2D(makeImage(4, 4, white, Color::Rgba)));
+        if (filter)
+            mipmapped->setMinFilter(Texture::MipMap);
+        else
+            mipmapped->setGenerateMipMaps(true);
+        material->setTexture(0, mipmapped);
+        materials().setupTextures(material, &data);
+        EXPECT_EQ(2, levelWidth(1));
+        EXPECT_EQ(1, levelWidth(2));
+    }
     EXPECT_TRUE(logLines().empty());
 }
 
