@@ -40,17 +40,6 @@ protected:
         mData.reset();
     }
 
-    // Places `node` below the scene's root at (x, y, z), turned by `pitch` about x and
-    // then `yaw` about y.
-    void place(ObjectNode* node, float x, float y, float z, float pitch = 0, float yaw = 0) {
-        TransformationNode& placing = own(new TransformationNode());
-        placing.translate(x, y, z, false);
-        placing.rotateX(pitch, true);
-        placing.rotateY(yaw, true);
-        placing.setChild(own(node));
-        root().attachChild(placing);
-    }
-
     std::unique_ptr<DataDirectory> mData;
     DevILPlugin mImages;
     Ms3dPlugin mModels;
@@ -99,7 +88,12 @@ TEST_F(LoaderDrawTest, TheJeepStandsTextured) {
         VelunCore::getSingleton().getResourceManager().getObjectManager().createObject("jeep1.ms3d"));
     ASSERT_TRUE(made);
     // Seen from its left side, a little from above: it is 17 units long along z.
-    place(made.release(), 0, -4, -13, 0.35f, 1.5708f);
+    TransformationNode& place = own(new TransformationNode());
+    place.translate(0, -4, -13, false);
+    place.rotateX(0.35f, true);
+    place.rotateY(1.5708f, true);
+    place.setChild(own(made.release()));
+    root().attachChild(place);
     frame();
 
     // The jeep covers the middle of the picture, in many colours of its texture; the

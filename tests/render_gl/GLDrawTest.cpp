@@ -8,22 +8,13 @@ using Velun::Texture;
 
 namespace RenderGLTest {
 
-class GLGeometryRendererTest : public GLDrawTest {
-protected:
-    // The shared vertex set of the quad below `place`.
-    static Velun::VertexData& verticesOf(Velun::TransformationNode& place) {
-        Velun::GeometryObject* object = static_cast<Velun::GeometryObject*>(place.getChild());
-        return *dynamic_cast<Velun::VertexData*>(
-            object->getSubobjectAt(0)->getGeometry(0)->getIndexedDataSet(0));
-    }
-};
+using GLGeometryRendererTest = GLDrawTest;
 
 TEST_F(GLGeometryRendererTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
     addViewport(addCamera());
-    Velun::TransformationNode& place =
-        addQuad(root(), 0, 0, -5, QuadSpec{-1, -1, 1, 1, 0, true, true, Color(1, 0, 0)},
-                SharedPtr<Velun::Material>(new Velun::Material()));
-    Velun::VertexData& vertices = verticesOf(place);
+    SharedPtr<Velun::Geometry> quad = makeQuad(QuadSpec{-1, -1, 1, 1, 0, true, true, Color(1, 0, 0)});
+    addObject(root(), 0, 0, -5, quad, SharedPtr<Velun::Material>(new Velun::Material()));
+    Velun::VertexData& vertices = *dynamic_cast<Velun::VertexData*>(quad->getIndexedDataSet(0));
 
     frame();
     EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
