@@ -53,10 +53,6 @@ struct Rgb {
     int r, g, b;
 };
 
-inline std::ostream& operator<<(std::ostream& out, Rgb const& c) {
-    return out << "(" << c.r << ", " << c.g << ", " << c.b << ")";
-}
-
 // Components within `tolerance` of 0..255 values; rasterisers round differently, so
 // exact equality would test the driver rather than the engine.
 inline ::testing::AssertionResult near(Rgb actual, Rgb expected, int tolerance = 3) {
@@ -64,7 +60,8 @@ inline ::testing::AssertionResult near(Rgb actual, Rgb expected, int tolerance =
         std::abs(actual.b - expected.b) <= tolerance)
         return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure()
-           << "colour " << actual << ", expected " << expected << " +-" << tolerance;
+           << "colour (" << actual.r << ", " << actual.g << ", " << actual.b << "), expected (" << expected.r
+           << ", " << expected.g << ", " << expected.b << ") +-" << tolerance;
 }
 
 inline int toByte(float v) { return int(std::lround(v * 255.0f)); }
