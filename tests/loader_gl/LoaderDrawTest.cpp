@@ -72,7 +72,7 @@ TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
         SharedPtr<Material> material(new Material());
         material->setUseAlphaTest(false);
         material->setTexture(0, texture);
-        addQuad(root(), 0, 0, -1, RenderGLTest::QuadSpec{-1, -1, 1, 1, 1}, material);
+        addQuad(root(), 0, 0, -1, RenderGLTest::QuadShape{-1, -1, 1, 1, 1}, material);
         frame();
         for (int i = 0; i < 4; ++i) {
             Rgb got = pixel(at[i][0], at[i][1]);

@@ -12,7 +12,7 @@ using GLGeometryRendererTest = GLDrawTest;
 
 TEST_F(GLGeometryRendererTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
     addViewport(addCamera());
-    SharedPtr<Velun::Geometry> quad = makeQuad(QuadSpec{-1, -1, 1, 1, 0, true, true, Color(1, 0, 0)});
+    SharedPtr<Velun::Geometry> quad = makeQuad(QuadShape{-1, -1, 1, 1, 0, true, true, Color(1, 0, 0)});
     addObject(root(), 0, 0, -5, quad, SharedPtr<Velun::Material>(new Velun::Material()));
     Velun::VertexData& vertices = *dynamic_cast<Velun::VertexData*>(quad->getIndexedDataSet(0));
 
@@ -43,7 +43,7 @@ TEST_F(GLGeometryRendererTest, WireframeShadingDrawsOnlyTheEdges) {
     SharedPtr<Velun::Camera> camera = addCamera();
     camera->getCamSettings().getRenderSettings()->setShadingMode(Velun::RenderSettings::ShadeWireframe);
     addViewport(camera);
-    addQuad(root(), 0, 0, -5, QuadSpec{-2, -2, 2, 2}, colorMaterial(Color(1, 1, 1)));
+    addQuad(root(), 0, 0, -5, QuadShape{-2, -2, 2, 2}, colorMaterial(Color(1, 1, 1)));
     frame();
     EXPECT_TRUE(near(centre(), Rgb{0, 0, 0}, 0));
     int edge = 0;
@@ -83,7 +83,7 @@ protected:
     // A 2 x 2 quad at distance 2 covers the middle half of the view: pixels 16 to 47.
     SharedPtr<Velun::Material> texturedQuad(unsigned int layers) {
         SharedPtr<Velun::Material> material(new Velun::Material());
-        addQuad(root(), 0, 0, -2, QuadSpec{-1, -1, 1, 1, layers}, material);
+        addQuad(root(), 0, 0, -2, QuadShape{-1, -1, 1, 1, layers}, material);
         return material;
     }
 };
@@ -124,7 +124,7 @@ TEST_F(GLTextureDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
     addViewport(addCamera());
     SharedPtr<Velun::Material> material(new Velun::Material());
     material->setUseAlphaTest(false);
-    addQuad(root(), 0, 0, -2, QuadSpec{-1, -1, 1, 1, 2, false, true, Color(1, 1, 1, 0.25f)}, material);
+    addQuad(root(), 0, 0, -2, QuadShape{-1, -1, 1, 1, 2, false, true, Color(1, 1, 1, 0.25f)}, material);
     material->setTexture(0, makeTexture(1, 1, {255, 128, 0}));
     for (Case const& c : cases) {
         SCOPED_TRACE(c.mode);
@@ -141,10 +141,10 @@ TEST_F(GLTextureDrawTest, UnitsOfAFormerTwoLayerDrawAreOffForASingleLayerOne) {
     SharedPtr<Velun::Material> both(new Velun::Material());
     both->setTexture(0, makeTexture(1, 1, {255, 255, 255}));
     both->setTexture(1, makeTexture(1, 1, {0, 0, 255}));
-    addQuad(root(), -2.5f, 0, -5, QuadSpec{-1, -1, 1, 1, 2}, both);
+    addQuad(root(), -2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 2}, both);
     SharedPtr<Velun::Material> single(new Velun::Material());
     single->setTexture(0, makeTexture(1, 1, {255, 255, 0}));
-    addQuad(root(), 2.5f, 0, -5, QuadSpec{-1, -1, 1, 1, 1}, single);
+    addQuad(root(), 2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 1}, single);
     frame();
     EXPECT_TRUE(near(pixel(Width / 2 - 16, Height / 2), Rgb{0, 0, 255}, 0));
     // A leftover blue unit 1 would turn yellow into black.
@@ -159,7 +159,7 @@ class GLLightingTest : public GLDrawTest {
 protected:
     // A white quad facing the camera, lit by the pass's lights.
     void addLitQuad(float x, bool normals) {
-        addQuad(root(), x, 0, -5, QuadSpec{-1, -1, 1, 1, 0, normals},
+        addQuad(root(), x, 0, -5, QuadShape{-1, -1, 1, 1, 0, normals},
                 SharedPtr<Velun::Material>(new Velun::Material()));
     }
 
@@ -234,7 +234,7 @@ TEST_F(GLLightingTest, GeometryWithoutNormalsFacesItsOwnPlusZ) {
     addDirectionalLight(0.0f);
     // First a quad whose normals face away from the light, so that a leftover current
     // normal would darken the second quad, which has none.
-    addQuad(root(), -2, 0, -5, QuadSpec{-1, -1, 1, 1, 0, true},
+    addQuad(root(), -2, 0, -5, QuadShape{-1, -1, 1, 1, 0, true},
             SharedPtr<Velun::Material>(new Velun::Material()))
         .rotateY(float(M_PI), true);
     addLitQuad(2, false);
@@ -250,8 +250,8 @@ TEST_F(GLLightingTest, FogBlendsTowardsTheFogColourWithDistance) {
     SharedPtr<Velun::Camera> camera = addCamera(false);
     camera->getCamSettings().getRenderSettings()->setUseFog(true);
     addViewport(camera);
-    addQuad(root(), -3, 0, -5, QuadSpec(), colorMaterial(Color(1, 0, 0)));
-    addQuad(root(), 6, 0, -10, QuadSpec(), colorMaterial(Color(1, 0, 0)));
+    addQuad(root(), -3, 0, -5, QuadShape(), colorMaterial(Color(1, 0, 0)));
+    addQuad(root(), 6, 0, -10, QuadShape(), colorMaterial(Color(1, 0, 0)));
     frame();
     auto fogged = [](float z) {
         float f = std::exp(-0.04f * z);
@@ -268,9 +268,9 @@ TEST_F(GLLightingTest, FogBlendsTowardsTheFogColourWithDistance) {
 TEST_F(GLGeometryRendererTest, SecondaryColoursAddToTheirOwnQuadOnly) {
     addViewport(addCamera());
     Color const dark(0.5f, 0, 0);
-    addQuad(root(), 0, 0, -5, QuadSpec{-2, -1, 0, 1, 0, false, true, dark, true, Color(0, 0, 1)},
+    addQuad(root(), 0, 0, -5, QuadShape{-2, -1, 0, 1, 0, false, true, dark, true, Color(0, 0, 1)},
             SharedPtr<Velun::Material>(new Velun::Material()));
-    addQuad(root(), 0, 0, -5, QuadSpec{0, -1, 2, 1, 0, false, true, dark},
+    addQuad(root(), 0, 0, -5, QuadShape{0, -1, 2, 1, 0, false, true, dark},
             SharedPtr<Velun::Material>(new Velun::Material()));
     frame();
     EXPECT_TRUE(near(pixel(Width / 2 - 8, Height / 2), Rgb{128, 0, 255}));

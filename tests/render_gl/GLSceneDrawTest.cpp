@@ -19,8 +19,8 @@ protected:
         return material;
     }
 
-    static QuadSpec tinted(Color const& color, float half = 1) {
-        return QuadSpec{-half, -half, half, half, 0, false, true, color};
+    static QuadShape tinted(Color const& color, float half = 1) {
+        return QuadShape{-half, -half, half, half, 0, false, true, color};
     }
 };
 
@@ -40,7 +40,7 @@ TEST_F(GLObjectRendererTest, EqualDistancesKeepTraversalOrderAndEntriesSortFarTo
     addQuad(root(), 0, 0, -5, tinted(Color(1, 0, 0, 0.5f)), blended());
     addQuad(root(), 0, 0, -9, tinted(Color(0, 1, 0, 0.5f)), blended());
     addQuad(root(), 0, 0, -5, tinted(Color(0, 0, 1, 0.5f)), blended());
-    addQuad(root(), 0, 0, -7, QuadSpec(), colorMaterial(Color(1, 1, 1)));
+    addQuad(root(), 0, 0, -7, QuadShape(), colorMaterial(Color(1, 1, 1)));
     mScene->getUpdateTraverser()->run(mTime);
     SharedPtr<Velun::View> view = camera->getView(1.0f);
     Velun::GLViewRenderer pass(sWindow->getGLRenderContext(), view, view->getRenderSettings(),
@@ -67,7 +67,7 @@ TEST_F(GLObjectRendererTest, DrawableWithoutMaterialIsDrawnWithTheDefaultNotWith
     // A blended, tinted quad first, then one with no material at all: it must come out
     // in the default material's white, opaque and untextured.
     addQuad(root(), -2, 0, -5, tinted(Color(1, 0, 0, 0.5f)), blended());
-    addQuad(root(), 2, 0, -5, QuadSpec(), SharedPtr<Velun::Material>());
+    addQuad(root(), 2, 0, -5, QuadShape(), SharedPtr<Velun::Material>());
     frame();
     EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{255, 255, 255}, 0));
     EXPECT_TRUE(near(pixel(Width / 2 - 13, Height / 2), Rgb{128, 0, 0}, 2));
@@ -94,12 +94,12 @@ private:
 TEST_F(GLObjectRendererTest, GLErrorOfADrawableIsLoggedOnceAndDrawingGoesOn) {
     addViewport(addCamera());
     // A quad whose group draws the broken list after its own, then a yellow quad.
-    SharedPtr<Velun::Geometry> geometry = makeQuad(QuadSpec());
+    SharedPtr<Velun::Geometry> geometry = makeQuad(QuadShape());
     Velun::GeometryDataGroup& group = *static_cast<Velun::GeometryData&>(*geometry).getGroup(0);
     FloatIndices broken;
     group.getElementList(0).add(&broken);
     addObject(root(), -2, 0, -5, geometry, SharedPtr<Velun::Material>());
-    addQuad(root(), 2, 0, -5, QuadSpec(), colorMaterial(Color(1, 1, 0)));
+    addQuad(root(), 2, 0, -5, QuadShape(), colorMaterial(Color(1, 1, 0)));
 
     frame();
     EXPECT_EQ(logLines(),
@@ -114,7 +114,7 @@ class GLViewRendererTest : public GLDrawTest {};
 TEST_F(GLViewRendererTest, UnlitQuadInFrontIsDrawnAndCulledWhenOutside) {
     SharedPtr<Velun::Camera> camera = addCamera();
     addViewport(camera);
-    Velun::TransformationNode& place = addQuad(root(), 0, 0, -5, QuadSpec(), colorMaterial(Color(1, 0, 0)));
+    Velun::TransformationNode& place = addQuad(root(), 0, 0, -5, QuadShape(), colorMaterial(Color(1, 0, 0)));
 
     frame();
     // The quad spans 2 of the 10 units the view is wide at distance 5.
@@ -135,7 +135,7 @@ TEST_F(GLViewRendererTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) 
     SharedPtr<Velun::Camera> camera = addCamera();
     addViewport(camera);
     // Scene: a green quad just past the near plane, filling the whole view.
-    addQuad(root(), 0, 0, -0.2f, QuadSpec(), colorMaterial(Color(0, 1, 0)));
+    addQuad(root(), 0, 0, -0.2f, QuadShape(), colorMaterial(Color(0, 1, 0)));
 
     // Overlay: the unit square is the viewport; a red HUD quad over its middle, at the
     // overlay's origin, which is 2 units from its fixed eye and so far behind the wall.
@@ -144,7 +144,8 @@ TEST_F(GLViewRendererTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) 
     SharedPtr<Velun::RenderSettings> unlit(new Velun::RenderSettings());
     unlit->setUseLights(false);
     camera->getOverlaySettings().setRenderSettings(unlit);
-    addQuad(*overlay.getRoot(), 0, 0, 0, QuadSpec{0.25f, 0.25f, 0.75f, 0.75f}, colorMaterial(Color(1, 0, 0)));
+    addQuad(*overlay.getRoot(), 0, 0, 0, QuadShape{0.25f, 0.25f, 0.75f, 0.75f},
+            colorMaterial(Color(1, 0, 0)));
 
     frame();
     EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
@@ -171,11 +172,11 @@ TEST_F(GLViewRendererTest, TwoViewportsShowTheirCamerasSideBySideEachWithItsOwnA
     // A narrow viewport on the left (16 x 64, aspect 1/4) and a wide one on the right
     // (48 x 64, aspect 3/4), each with its own camera and scene.
     SharedPtr<Velun::Camera> left = addCamera();
-    addQuad(root(), 0, 0, -4, QuadSpec(), colorMaterial(Color(1, 0, 0)));
+    addQuad(root(), 0, 0, -4, QuadShape(), colorMaterial(Color(1, 0, 0)));
     addViewport(left, 0.0f, 0.0f, 0.25f, 1.0f);
 
     Velun::SceneGraph& other = addScene();
-    addQuad(*other.getRoot(), 0, 0, -4, QuadSpec(), colorMaterial(Color(0, 1, 0)));
+    addQuad(*other.getRoot(), 0, 0, -4, QuadShape(), colorMaterial(Color(0, 1, 0)));
     addViewport(addCamera(false, other.getRoot()), 0.25f, 0.0f, 0.75f, 1.0f);
 
     frame();
@@ -205,8 +206,8 @@ protected:
 TEST_F(GLScreenshotTest, SavesWhatTheWindowShowsAsPngWithTheTopRowFirst) {
     addViewport(addCamera());
     // Red above the middle, blue below it.
-    addQuad(root(), 0, 0, -5, QuadSpec{-5, 0, 5, 5}, colorMaterial(Color(1, 0, 0)));
-    addQuad(root(), 0, 0, -5, QuadSpec{-5, -5, 5, 0}, colorMaterial(Color(0, 0, 1)));
+    addQuad(root(), 0, 0, -5, QuadShape{-5, 0, 5, 5}, colorMaterial(Color(1, 0, 0)));
+    addQuad(root(), 0, 0, -5, QuadShape{-5, -5, 5, 0}, colorMaterial(Color(0, 0, 1)));
     mScene->getUpdateTraverser()->run(mTime);
     sWindow->render(mTime);
 

@@ -67,8 +67,8 @@ inline ::testing::AssertionResult near(Rgb actual, Rgb expected, int tolerance =
 inline int toByte(float v) { return int(std::lround(v * 255.0f)); }
 
 // A quad in the z = 0 plane of its node, from (x0, y0) to (x1, y1), facing +Z; written
-// in this order, as QuadSpec{-2, -2, 2, 2, 1} for a larger quad of one texture layer.
-struct QuadSpec {
+// in this order, as QuadShape{-2, -2, 2, 2, 1} for a larger quad of one texture layer.
+struct QuadShape {
     float x0 = -1, y0 = -1, x1 = 1, y1 = 1;
     unsigned int layers = 0;  // texture layers, coordinates 0..1 over the quad
     bool normals = false;
@@ -78,7 +78,7 @@ struct QuadSpec {
     Velun::Color secondaryColor = Velun::Color();
 };
 
-inline SharedPtr<Velun::Geometry> makeQuad(QuadSpec const& shape) {
+inline SharedPtr<Velun::Geometry> makeQuad(QuadShape const& shape) {
     Velun::GeometryData* geometry = new Velun::GeometryData("quad");
     SharedPtr<Velun::VertexData> vertices(new Velun::VertexData());
     vertices->setUseVertex(true);
@@ -234,7 +234,7 @@ protected:
         return place;
     }
     Velun::TransformationNode& addQuad(Velun::Branch& parent, float x, float y, float z,
-                                       QuadSpec const& shape, SharedPtr<Velun::Material> material) {
+                                       QuadShape const& shape, SharedPtr<Velun::Material> material) {
         return addObject(parent, x, y, z, makeQuad(shape), material);
     }
 

@@ -12,7 +12,7 @@ using WaterDrawTest = RenderGLTest::GLDrawTest;
 
 TEST_F(WaterDrawTest, QuadsAddedAfterEarlierFramesAreDrawnBlended) {
     addViewport(addCamera());
-    addQuad(root(), 0, 0, -10, RenderGLTest::QuadSpec{-20, -20, 20, 20},
+    addQuad(root(), 0, 0, -10, RenderGLTest::QuadShape{-20, -20, 20, 20},
             RenderGLTest::colorMaterial(Velun::Color(1, 1, 1)));
     // Turned a quarter about x, the water's y faces the camera and its z runs down the
     // screen: the ribbon covers x from -3 to 0 and y from 3 to -3 at 5 units away.

@@ -61,7 +61,7 @@ protected:
             data.getResourceDataCount() != 0 || indices.getResourceDataCount() != 0)
             return 2;
         addViewport(addCamera());
-        addQuad(root(), 0, 0, -5, RenderGLTest::QuadSpec(), RenderGLTest::colorMaterial(Color(1, 0, 0)));
+        addQuad(root(), 0, 0, -5, RenderGLTest::QuadShape(), RenderGLTest::colorMaterial(Color(1, 0, 0)));
         frame();
         return RenderGLTest::near(centre(), {255, 0, 0}, 0) ? 0 : 3;
     }
