@@ -4,7 +4,6 @@
 #include <memory>
 #include <set>
 
-#include "geometry/IndexedTriangles.h"
 #include "loader/EngineFixture.h"
 #include "plugins/loader/devil/DevILPlugin.h"
 #include "plugins/loader/ms3d/Ms3dPlugin.h"
@@ -41,64 +40,10 @@ protected:
         mData.reset();
     }
 
-    // Places `node` below the scene's root at (x, y, z), turned by `pitch` about x and
-    // then `yaw` about y.
-    void place(ObjectNode* node, float x, float y, float z, float pitch = 0, float yaw = 0) {
-        TransformationNode& placing = own(new TransformationNode());
-        placing.translate(x, y, z, false);
-        placing.rotateX(pitch, true);
-        placing.rotateY(yaw, true);
-        placing.setChild(own(node));
-        root().attachChild(placing);
-    }
-
-    void save(const std::string& name) {
-        GLScreenshot::writeImage(std::string(VELUN_BINARY_DIR) + "/loader_gl_" + name + ".png", kSize, kSize,
-                                 mPixels);
-    }
-
     std::unique_ptr<DataDirectory> mData;
     DevILPlugin mImages;
     Ms3dPlugin mModels;
 };
-
-// A quad filling the view at distance 1 (the camera's fovY is 90), showing the whole texture with its
-// first row at the top, as image files and MS3D texture coordinates have it.
-GeometryObject* texturedQuad(SharedPtr<TextureSource> image) {
-    GeometryData* geometry = new GeometryData("quad");
-    SharedPtr<VertexData> vertices(new VertexData());
-    vertices->setUseTexCoordinates(true);
-    vertices->addTextureIndex(0);
-    vertices->initialize(4, 4);
-    const float corners[4][4] = {{-1, -1, 0, 1}, {1, -1, 1, 1}, {1, 1, 1, 0}, {-1, 1, 0, 0}};
-    for (const float* c : corners) {
-        vertices->addVertex();
-        vertices->setVertex(c[0], c[1], 0);
-        vertices->setTexCoordinate(c[2], c[3], 0);
-    }
-    geometry->setIndexedVertexData(vertices);
-    IndexedTriangles* triangles = new IndexedTriangles(6);
-    triangles->addTriangle(0, 1, 2);
-    triangles->addTriangle(0, 2, 3);
-    GeometryDataGroup& group = geometry->createGroup();
-    group.addElement(*triangles);
-    group.setMaterialIndex(0);
-    geometry->setBoundingVolume(new BoundingBox(Point(-1, -1, -0.01f), Point(1, 1, 0.01f)));
-
-    SharedPtr<Texture> texture(new Texture2D(image));
-    texture->setAllFilters(Texture::Nearest);
-    texture->setTexMode(Texture::Replace);
-    SharedPtr<Material> material(new Material());
-    material->setUseAlphaTest(false);
-    material->setTexture(0, texture);
-
-    GeometryObject* object = new GeometryObject("quad");
-    GeometrySubobject* subobject = new GeometrySubobject("quad");
-    subobject->setGeometry(SharedPtr<Geometry>(geometry), 0);
-    object->addSubobject(*subobject);
-    object->setDefaultMaterial(0, material);
-    return object;
-}
 
 }  // namespace
 
@@ -110,8 +55,9 @@ TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
     const Case cases[] = {{"rgb.png", 0},    {"rgba.png", 0},      {"palette.png", 0},     {"deep.png", 1},
                           {"quads.jpg", 12}, {"quads.tga", 0},     {"quads-alpha.tga", 0}, {"quads.bmp", 0},
                           {"quads.dds", 0},  {"quads-dxt1.dds", 8}};
-    // Red top left, green top right, blue bottom left, white bottom right.
-    const Rgb expected[4] = {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}, {255, 255, 255}};
+    // The image's first row (red, green) at t = 0, the bottom of a quad filling the view;
+    // blue and white above.
+    const Rgb expected[4] = {{0, 0, 255}, {255, 255, 255}, {255, 0, 0}, {0, 255, 0}};
     const int at[4][2] = {{kSize / 4, kSize / 4},
                           {3 * kSize / 4, kSize / 4},
                           {kSize / 4, 3 * kSize / 4},
@@ -120,15 +66,19 @@ TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
         SharedPtr<TextureSource> image =
             VelunCore::getSingleton().getResourceManager().getTextureManager().getTextureSource(c.name);
         ASSERT_TRUE(image) << c.name;
-        place(texturedQuad(image), 0, 0, -1);
+        SharedPtr<Texture> texture(new Texture2D(image));
+        texture->setAllFilters(Texture::Nearest);
+        texture->setTexMode(Texture::Replace);
+        SharedPtr<Material> material(new Material());
+        material->setUseAlphaTest(false);
+        material->setTexture(0, texture);
+        addQuad(root(), 0, 0, -1, RenderGLTest::QuadShape{-1, -1, 1, 1, 1}, material);
         frame();
         for (int i = 0; i < 4; ++i) {
             Rgb got = pixel(at[i][0], at[i][1]);
             EXPECT_TRUE(RenderGLTest::near(got, expected[i], c.tolerance))
                 << c.name << " at " << at[i][0] << "," << at[i][1];
         }
-        if (std::string(c.name) == "quads.bmp")
-            save("bmp");
         mNodes.clear();
     }
 }
@@ -138,9 +88,13 @@ TEST_F(LoaderDrawTest, TheJeepStandsTextured) {
         VelunCore::getSingleton().getResourceManager().getObjectManager().createObject("jeep1.ms3d"));
     ASSERT_TRUE(made);
     // Seen from its left side, a little from above: it is 17 units long along z.
-    place(made.release(), 0, -4, -13, 0.35f, 1.5708f);
+    TransformationNode& place = own(new TransformationNode());
+    place.translate(0, -4, -13, false);
+    place.rotateX(0.35f, true);
+    place.rotateY(1.5708f, true);
+    place.setChild(own(made.release()));
+    root().attachChild(place);
     frame();
-    save("jeep");
 
     // The jeep covers the middle of the picture, in many colours of its texture; the
     // corners stay background.

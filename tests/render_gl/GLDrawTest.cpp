@@ -1,8 +1,6 @@
-
 #include <cmath>
 
 #include "geometry/ElementData.h"
-#include "plugins/render/opengl/GLRenderContext.h"
 #include "support/GLDrawFixture.h"
 
 using Velun::Color;
@@ -10,27 +8,13 @@ using Velun::Texture;
 
 namespace RenderGLTest {
 
-class GLGeometryRendererTest : public GLDrawTest {
-protected:
-    Velun::GLRenderContext& context() { return *sWindow->getGLRenderContext(); }
-
-    // The shared vertex set of the quad below `place`.
-    static Velun::VertexData& verticesOf(Velun::TransformationNode& place) {
-        Velun::GeometryObject* object = static_cast<Velun::GeometryObject*>(place.getChild());
-        return *dynamic_cast<Velun::VertexData*>(
-            object->getSubobjectAt(0)->getGeometry(0)->getIndexedDataSet(0));
-    }
-};
+using GLGeometryRendererTest = GLDrawTest;
 
 TEST_F(GLGeometryRendererTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
     addViewport(addCamera());
-    QuadSpec shape;
-    shape.colors = true;
-    shape.normals = true;
-    shape.color = Color(1, 0, 0);
-    SharedPtr<Velun::Material> material(new Velun::Material());
-    Velun::TransformationNode& place = addQuad(root(), 0, 0, -5, shape, material);
-    Velun::VertexData& vertices = verticesOf(place);
+    SharedPtr<Velun::Geometry> quad = makeQuad(QuadShape{-1, -1, 1, 1, 0, true, true, Color(1, 0, 0)});
+    addObject(root(), 0, 0, -5, quad, SharedPtr<Velun::Material>(new Velun::Material()));
+    Velun::VertexData& vertices = *dynamic_cast<Velun::VertexData*>(quad->getIndexedDataSet(0));
 
     frame();
     EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
@@ -59,12 +43,8 @@ TEST_F(GLGeometryRendererTest, WireframeShadingDrawsOnlyTheEdges) {
     SharedPtr<Velun::Camera> camera = addCamera();
     camera->getCamSettings().getRenderSettings()->setShadingMode(Velun::RenderSettings::ShadeWireframe);
     addViewport(camera);
-    QuadSpec shape;
-    shape.x0 = shape.y0 = -2;
-    shape.x1 = shape.y1 = 2;
-    addQuad(root(), 0, 0, -5, shape, colorMaterial(Color(1, 1, 1)));
+    addQuad(root(), 0, 0, -5, QuadShape{-2, -2, 2, 2}, colorMaterial(Color(1, 1, 1)));
     frame();
-    savePicture("wireframe");
     EXPECT_TRUE(near(centre(), Rgb{0, 0, 0}, 0));
     int edge = 0;
     for (int x = 0; x < Width; ++x)
@@ -93,58 +73,35 @@ TEST_F(GLGeometryRendererTest, VertexElementIsDrawnFromItsOwnVertices) {
     geometry->setBoundingVolume(
         new Velun::BoundingBox(Velun::Point(-1, -1, -0.1f), Velun::Point(1, 1, 0.1f)));
 
-    Velun::TransformationNode& place = this->own(new Velun::TransformationNode());
-    place.translate(0, 0, -5, false);
-    root().attachChild(place);
-    Velun::GeometryObject& object = this->own(new Velun::GeometryObject());
-    Velun::GeometrySubobject* sub = new Velun::GeometrySubobject();
-    sub->setGeometry(SharedPtr<Velun::Geometry>(geometry), 0);
-    sub->setMaterial(0, colorMaterial(Color(0, 1, 1)));
-    object.addSubobject(*sub);
-    place.setChild(object);
+    addObject(root(), 0, 0, -5, SharedPtr<Velun::Geometry>(geometry), colorMaterial(Color(0, 1, 1)));
     frame();
     EXPECT_TRUE(near(centre(), Rgb{0, 255, 255}, 0));
 }
-
-}  // namespace RenderGLTest
-
-namespace RenderGLTest {
 
 class GLTextureDrawTest : public GLDrawTest {
 protected:
     // A 2 x 2 quad at distance 2 covers the middle half of the view: pixels 16 to 47.
     SharedPtr<Velun::Material> texturedQuad(unsigned int layers) {
         SharedPtr<Velun::Material> material(new Velun::Material());
-        QuadSpec shape;
-        shape.layers = layers;
-        addQuad(root(), 0, 0, -2, shape, material);
+        addQuad(root(), 0, 0, -2, QuadShape{-1, -1, 1, 1, layers}, material);
         return material;
     }
 };
 
-TEST_F(GLTextureDrawTest, TexturedQuadShowsTheTexelsWhereItsCoordinatesPutThem) {
+TEST_F(GLTextureDrawTest, TexelsShowWhereTheCoordinatesPutThemModulatingTheVertexColour) {
     addViewport(addCamera());
     // Row 0 (red, green) lies at t = 0, the bottom of the quad; row 1 (blue, white) at
-    // the top.
+    // the top; all of it times the vertex colour (0.5, 1, 1).
     SharedPtr<Velun::Material> material = texturedQuad(1);
     material->setTexture(0, makeTexture(2, 2, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255}));
-    frame();
-    savePicture("texture");
-    EXPECT_TRUE(near(pixel(24, 40), Rgb{255, 0, 0}, 0));
-    EXPECT_TRUE(near(pixel(40, 40), Rgb{0, 255, 0}, 0));
-    EXPECT_TRUE(near(pixel(24, 24), Rgb{0, 0, 255}, 0));
-    EXPECT_TRUE(near(pixel(40, 24), Rgb{255, 255, 255}, 0));
-    EXPECT_TRUE(near(pixel(8, 8), Rgb{0, 0, 0}, 0));
-}
-
-TEST_F(GLTextureDrawTest, TextureModulatesTheVertexColour) {
-    addViewport(addCamera());
-    SharedPtr<Velun::Material> material = texturedQuad(1);
-    material->setTexture(0, makeTexture(1, 1, {255, 128, 64}));
     material->setUseDefaultVertexColor(true);
     material->setDefaultVertexColor(Color(0.5f, 1.0f, 1.0f));
     frame();
-    EXPECT_TRUE(near(centre(), Rgb{128, 128, 64}, 2));
+    EXPECT_TRUE(near(pixel(24, 40), Rgb{128, 0, 0}, 1));
+    EXPECT_TRUE(near(pixel(40, 40), Rgb{0, 255, 0}, 0));
+    EXPECT_TRUE(near(pixel(24, 24), Rgb{0, 0, 255}, 0));
+    EXPECT_TRUE(near(pixel(40, 24), Rgb{128, 255, 255}, 1));
+    EXPECT_TRUE(near(pixel(8, 8), Rgb{0, 0, 0}, 0));
 }
 
 // Layer 0 (1, 0.5, 0) over white vertices of alpha 0.25 gives "previous";
@@ -167,11 +124,7 @@ TEST_F(GLTextureDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
     addViewport(addCamera());
     SharedPtr<Velun::Material> material(new Velun::Material());
     material->setUseAlphaTest(false);
-    QuadSpec shape;
-    shape.layers = 2;
-    shape.colors = true;
-    shape.color = Color(1, 1, 1, 0.25f);
-    addQuad(root(), 0, 0, -2, shape, material);
+    addQuad(root(), 0, 0, -2, QuadShape{-1, -1, 1, 1, 2, false, true, Color(1, 1, 1, 0.25f)}, material);
     material->setTexture(0, makeTexture(1, 1, {255, 128, 0}));
     for (Case const& c : cases) {
         SCOPED_TRACE(c.mode);
@@ -188,24 +141,15 @@ TEST_F(GLTextureDrawTest, UnitsOfAFormerTwoLayerDrawAreOffForASingleLayerOne) {
     SharedPtr<Velun::Material> both(new Velun::Material());
     both->setTexture(0, makeTexture(1, 1, {255, 255, 255}));
     both->setTexture(1, makeTexture(1, 1, {0, 0, 255}));
-    QuadSpec two;
-    two.layers = 2;
-    addQuad(root(), -2.5f, 0, -5, two, both);
+    addQuad(root(), -2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 2}, both);
     SharedPtr<Velun::Material> single(new Velun::Material());
     single->setTexture(0, makeTexture(1, 1, {255, 255, 0}));
-    QuadSpec one;
-    one.layers = 1;
-    addQuad(root(), 2.5f, 0, -5, one, single);
+    addQuad(root(), 2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 1}, single);
     frame();
-    savePicture("texture_units");
     EXPECT_TRUE(near(pixel(Width / 2 - 16, Height / 2), Rgb{0, 0, 255}, 0));
     // A leftover blue unit 1 would turn yellow into black.
     EXPECT_TRUE(near(pixel(Width / 2 + 16, Height / 2), Rgb{255, 255, 0}, 0));
 }
-
-}  // namespace RenderGLTest
-
-namespace RenderGLTest {
 
 // Fixed-function lighting of a white default material (ambient 0.2, diffuse 0.8, no
 // specular) under GL's global ambient of 0.2: a vertex gets
@@ -215,9 +159,8 @@ class GLLightingTest : public GLDrawTest {
 protected:
     // A white quad facing the camera, lit by the pass's lights.
     void addLitQuad(float x, bool normals) {
-        QuadSpec shape;
-        shape.normals = normals;
-        addQuad(root(), x, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
+        addQuad(root(), x, 0, -5, QuadShape{-1, -1, 1, 1, 0, normals},
+                SharedPtr<Velun::Material>(new Velun::Material()));
     }
 
     Velun::Light& addDirectionalLight(float tiltRadians) {
@@ -235,33 +178,55 @@ protected:
     }
 };
 
-TEST_F(GLLightingTest, DirectionalLightShadesByTheAngleToTheNormal) {
+// One light at the camera, changed from case to case, over a white quad 5 units away whose
+// corners see it at cos = 5 / sqrt(27) off their normals (and off a spot's axis).
+TEST_F(GLLightingTest, EachKindOfLightShadesByItsParameters) {
+    using L = Velun::Light;
+    struct Case {
+        const char* name;
+        L::LightType type;
+        float tilt;  // about x, radians
+        bool enabled;
+        Color diffuse;
+        float attenuation, cutoff, exponent;
+        Rgb expected;
+    };
+    float const cosine = 5 / std::sqrt(27.0f);
+    int const headOn = lit(1.0f), global = toByte(0.04f), point = lit(cosine);
+    int const attenuated = toByte(0.04f + (0.04f + 0.8f * cosine) / (1 + 0.25f * std::sqrt(27.0f)));
+    int const spot = toByte(0.04f + cosine * cosine * (0.04f + 0.8f * cosine));
+    Color const white(1, 1, 1);
+    auto grey = [](int v) { return Rgb{v, v, v}; };
+    Case const cases[] = {
+        {"directional, head on", L::Directional, 0, true, white, 0, 180, 0, grey(headOn)},
+        {"directional, tilted 60 degrees", L::Directional, 1.0472f, true, white, 0, 180, 0, grey(lit(0.5f))},
+        {"disabled: the global ambient only", L::Directional, 0, false, white, 0, 180, 0, grey(global)},
+        {"red", L::Directional, 0, true, Color(1, 0, 0), 0, 180, 0, {headOn, toByte(0.08f), toByte(0.08f)}},
+        {"point, linear attenuation", L::PointLight, 0, true, white, 0.25f, 180, 0, grey(attenuated)},
+        {"spot, inside its cone", L::Spot, 0, true, white, 0, 30, 2, grey(spot)},
+        {"spot, outside its cone", L::Spot, 0, true, white, 0, 10, 0, grey(global)},
+        {"point after a spot: no cone", L::PointLight, 0, true, white, 0, 10, 0, grey(point)},
+    };
     addViewport(addCamera(true));
-    addDirectionalLight(0.0f);
     addLitQuad(0, true);
-    frame();
-    savePicture("light_head_on");
-    int const headOn = lit(1.0f);
-    EXPECT_TRUE(near(centre(), Rgb{headOn, headOn, headOn}));
-}
-
-TEST_F(GLLightingTest, DisabledLightLeavesOnlyTheGlobalAmbient) {
-    addViewport(addCamera(true));
-    addDirectionalLight(0.0f).setEnabled(false);
-    addLitQuad(0, true);
-    frame();
-    int const ambient = toByte(0.04f);
-    EXPECT_TRUE(near(centre(), Rgb{ambient, ambient, ambient}));
-}
-
-TEST_F(GLLightingTest, ColouredLightTintsTheDiffuseTerm) {
-    addViewport(addCamera(true));
-    Velun::Light& light = addDirectionalLight(0.0f);
-    light.setDiffuseColor(Color(1, 0, 0));
-    light.setAmbientColor(Color(0, 0, 0));
-    addLitQuad(0, true);
-    frame();
-    EXPECT_TRUE(near(centre(), Rgb{toByte(0.84f), toByte(0.04f), toByte(0.04f)}));
+    Velun::TransformationNode& place = own(new Velun::TransformationNode());
+    Velun::Light& light = own(new Velun::Light());
+    place.setChild(light);
+    root().attachChild(place);
+    float tilt = 0;
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.name);
+        place.rotateX(c.tilt - tilt, true);
+        tilt = c.tilt;
+        light.setLightType(c.type);
+        light.setEnabled(c.enabled);
+        light.setDiffuseColor(c.diffuse);
+        light.setLinearAttenuation(c.attenuation);
+        light.setSpotCutoff(c.cutoff);
+        light.setSpotExponent(c.exponent);
+        frame();
+        EXPECT_TRUE(near(centre(), c.expected));
+    }
 }
 
 TEST_F(GLLightingTest, GeometryWithoutNormalsFacesItsOwnPlusZ) {
@@ -269,15 +234,12 @@ TEST_F(GLLightingTest, GeometryWithoutNormalsFacesItsOwnPlusZ) {
     addDirectionalLight(0.0f);
     // First a quad whose normals face away from the light, so that a leftover current
     // normal would darken the second quad, which has none.
-    QuadSpec away;
-    away.normals = true;
-    addQuad(root(), -2, 0, -5, away, SharedPtr<Velun::Material>(new Velun::Material()))
+    addQuad(root(), -2, 0, -5, QuadShape{-1, -1, 1, 1, 0, true},
+            SharedPtr<Velun::Material>(new Velun::Material()))
         .rotateY(float(M_PI), true);
     addLitQuad(2, false);
     frame();
-    savePicture("light_no_normals");
-    int const headOn = lit(1.0f);
-    int const dark = lit(-1.0f);
+    int const headOn = lit(1.0f), dark = lit(-1.0f);
     EXPECT_TRUE(near(pixel(Width / 2 - 13, Height / 2), Rgb{dark, dark, dark}));
     EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{headOn, headOn, headOn}));
 }
@@ -288,10 +250,9 @@ TEST_F(GLLightingTest, FogBlendsTowardsTheFogColourWithDistance) {
     SharedPtr<Velun::Camera> camera = addCamera(false);
     camera->getCamSettings().getRenderSettings()->setUseFog(true);
     addViewport(camera);
-    addQuad(root(), -3, 0, -5, QuadSpec(), colorMaterial(Color(1, 0, 0)));
-    addQuad(root(), 6, 0, -10, QuadSpec(), colorMaterial(Color(1, 0, 0)));
+    addQuad(root(), -3, 0, -5, QuadShape(), colorMaterial(Color(1, 0, 0)));
+    addQuad(root(), 6, 0, -10, QuadShape(), colorMaterial(Color(1, 0, 0)));
     frame();
-    savePicture("fog");
     auto fogged = [](float z) {
         float f = std::exp(-0.04f * z);
         return Rgb{toByte(f + (1 - f) * 0.155f), toByte((1 - f) * 0.415f), toByte((1 - f) * 0.545f)};
@@ -306,20 +267,12 @@ TEST_F(GLLightingTest, FogBlendsTowardsTheFogColourWithDistance) {
 
 TEST_F(GLGeometryRendererTest, SecondaryColoursAddToTheirOwnQuadOnly) {
     addViewport(addCamera());
-    QuadSpec shape;
-    shape.x0 = -2;
-    shape.x1 = 0;
-    shape.colors = true;
-    shape.color = Color(0.5f, 0, 0);
-    shape.secondaryColors = true;
-    shape.secondaryColor = Color(0, 0, 1);
-    addQuad(root(), 0, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
-    shape.x0 = 0;
-    shape.x1 = 2;
-    shape.secondaryColors = false;
-    addQuad(root(), 0, 0, -5, shape, SharedPtr<Velun::Material>(new Velun::Material()));
+    Color const dark(0.5f, 0, 0);
+    addQuad(root(), 0, 0, -5, QuadShape{-2, -1, 0, 1, 0, false, true, dark, true, Color(0, 0, 1)},
+            SharedPtr<Velun::Material>(new Velun::Material()));
+    addQuad(root(), 0, 0, -5, QuadShape{0, -1, 2, 1, 0, false, true, dark},
+            SharedPtr<Velun::Material>(new Velun::Material()));
     frame();
-    savePicture("secondary_colour");
     EXPECT_TRUE(near(pixel(Width / 2 - 8, Height / 2), Rgb{128, 0, 255}));
     EXPECT_TRUE(near(pixel(Width / 2 + 8, Height / 2), Rgb{128, 0, 0}));
 }

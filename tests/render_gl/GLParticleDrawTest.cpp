@@ -1,6 +1,5 @@
 #include "particle/LinearForceModel.h"
 #include "particle/ParticleEngine.h"
-#include "plugins/render/opengl/GLRenderContext.h"
 #include "support/GLDrawFixture.h"
 
 namespace RenderGLTest {
@@ -21,12 +20,7 @@ protected:
         SharedPtr<Velun::Material> sprites = colorMaterial(Velun::Color(1, 1, 1));
         sprites->setUsePointSprites(true);
         sprites->setSpriteSize(8.0f);
-        Velun::GeometryObject& object = own(new Velun::GeometryObject());
-        Velun::GeometrySubobject* cloud = new Velun::GeometrySubobject();
-        cloud->setGeometry(mEngine.getParticleData().getGeometryData(), 0);
-        object.addSubobject(*cloud);
-        object.setDefaultMaterial(0, sprites);
-        root().attachChild(object);
+        addObject(root(), 0, 0, 0, mEngine.getParticleData().getGeometryData(), sprites);
     }
 
     void add(float x, float vx, std::int64_t death) {
@@ -55,7 +49,6 @@ TEST_F(GLParticleDrawTest, EachLivingParticleIsOneSprite) {
     add(0, 0, mTime + 30);
     add(3, 0, 0);
     step();
-    savePicture("particles_three");
     EXPECT_EQ(sprites(), 3);
     EXPECT_TRUE(lit(0));
     step();
@@ -73,7 +66,6 @@ TEST_F(GLParticleDrawTest, AMovingCloudIsDrawnWhereItIsNow) {
     EXPECT_TRUE(lit(-2)) << "moved out of its first box into the view";
     EXPECT_EQ(sprites(), 1);
     step();
-    savePicture("particles_moved");
     EXPECT_FALSE(lit(-2));
     EXPECT_TRUE(lit(4)) << "the buffer follows the positions";
 }

@@ -1,11 +1,7 @@
-#include <gmock/gmock.h>
-
 #include <cstdio>
 
 #include "core/NameMapper.h"
 #include "plugins/loader/devil/DevILTextureSourceLoader.h"
-#include "plugins/render/opengl/GLViewRenderer.h"
-#include "scene/View.h"
 #include "support/GLDrawFixture.h"
 #include "texture/TextureSource.h"
 
@@ -23,22 +19,8 @@ protected:
         return material;
     }
 
-    QuadSpec tinted(Color const& color, float half) {
-        QuadSpec shape;
-        shape.x0 = shape.y0 = -half;
-        shape.x1 = shape.y1 = half;
-        shape.colors = true;
-        shape.color = color;
-        return shape;
-    }
-
-    // A far red and a near green quad, both at alpha 0.5, in the given tree order.
-    void buildPair(bool nearFirst) {
-        if (nearFirst)
-            addQuad(root(), 0, 0, -5, tinted(Color(0, 1, 0, 0.5f), 1), blended());
-        addQuad(root(), 0, 0, -10, tinted(Color(1, 0, 0, 0.5f), 4), blended());
-        if (!nearFirst)
-            addQuad(root(), 0, 0, -5, tinted(Color(0, 1, 0, 0.5f), 1), blended());
+    static QuadShape tinted(Color const& color, float half = 1) {
+        return QuadShape{-half, -half, half, half, 0, false, true, color};
     }
 };
 
@@ -46,19 +28,19 @@ protected:
 // (0.5, 0.25, 0).
 TEST_F(GLObjectRendererTest, BlendedQuadsAreDrawnFarThenNearWhenTheNearOneComesFirst) {
     addViewport(addCamera());
-    buildPair(true);
+    addQuad(root(), 0, 0, -5, tinted(Color(0, 1, 0, 0.5f)), blended());
+    addQuad(root(), 0, 0, -10, tinted(Color(1, 0, 0, 0.5f), 4), blended());
     frame();
-    savePicture("blend_near_first");
     EXPECT_TRUE(near(centre(), Rgb{64, 128, 0}, 2));
     EXPECT_TRUE(near(pixel(Width / 2, 21), Rgb{128, 0, 0}, 2));  // the far quad alone
 }
 
 TEST_F(GLObjectRendererTest, EqualDistancesKeepTraversalOrderAndEntriesSortFarToNear) {
     SharedPtr<Velun::Camera> camera = addCamera();
-    addQuad(root(), 0, 0, -5, tinted(Color(1, 0, 0, 0.5f), 1), blended());
-    addQuad(root(), 0, 0, -9, tinted(Color(0, 1, 0, 0.5f), 1), blended());
-    addQuad(root(), 0, 0, -5, tinted(Color(0, 0, 1, 0.5f), 1), blended());
-    addQuad(root(), 0, 0, -7, QuadSpec(), colorMaterial(Color(1, 1, 1)));
+    addQuad(root(), 0, 0, -5, tinted(Color(1, 0, 0, 0.5f)), blended());
+    addQuad(root(), 0, 0, -9, tinted(Color(0, 1, 0, 0.5f)), blended());
+    addQuad(root(), 0, 0, -5, tinted(Color(0, 0, 1, 0.5f)), blended());
+    addQuad(root(), 0, 0, -7, QuadShape(), colorMaterial(Color(1, 1, 1)));
     mScene->getUpdateTraverser()->run(mTime);
     SharedPtr<Velun::View> view = camera->getView(1.0f);
     Velun::GLViewRenderer pass(sWindow->getGLRenderContext(), view, view->getRenderSettings(),
@@ -84,10 +66,9 @@ TEST_F(GLObjectRendererTest, DrawableWithoutMaterialIsDrawnWithTheDefaultNotWith
     addViewport(addCamera());
     // A blended, tinted quad first, then one with no material at all: it must come out
     // in the default material's white, opaque and untextured.
-    addQuad(root(), -2, 0, -5, tinted(Color(1, 0, 0, 0.5f), 1), blended());
-    addQuad(root(), 2, 0, -5, QuadSpec(), SharedPtr<Velun::Material>());
+    addQuad(root(), -2, 0, -5, tinted(Color(1, 0, 0, 0.5f)), blended());
+    addQuad(root(), 2, 0, -5, QuadShape(), SharedPtr<Velun::Material>());
     frame();
-    savePicture("default_material");
     EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{255, 255, 255}, 0));
     EXPECT_TRUE(near(pixel(Width / 2 - 13, Height / 2), Rgb{128, 0, 0}, 2));
 }
@@ -112,51 +93,30 @@ private:
 
 TEST_F(GLObjectRendererTest, GLErrorOfADrawableIsLoggedOnceAndDrawingGoesOn) {
     addViewport(addCamera());
-    Velun::GeometryData* geometry = new Velun::GeometryData("broken");
-    SharedPtr<Velun::VertexData> vertices(new Velun::VertexData());
-    vertices->setUseVertex(true);
-    vertices->initialize(3, 3);
-    for (int i = 0; i < 3; ++i) {
-        vertices->addVertex();
-        vertices->setVertex(float(i), float(i % 2), 0);
-    }
-    geometry->setIndexedVertexData(vertices);
-    Velun::GeometryDataGroup& group = geometry->createGroup();
+    // A quad whose group draws the broken list after its own, then a yellow quad.
+    SharedPtr<Velun::Geometry> geometry = makeQuad(QuadShape());
+    Velun::GeometryDataGroup& group = *static_cast<Velun::GeometryData&>(*geometry).getGroup(0);
     FloatIndices broken;
     group.getElementList(0).add(&broken);
-    geometry->setBoundingVolume(new Velun::BoundingBox(Velun::Point(0, 0, -0.1f), Velun::Point(2, 1, 0.1f)));
+    addObject(root(), -2, 0, -5, geometry, SharedPtr<Velun::Material>());
+    addQuad(root(), 2, 0, -5, QuadShape(), colorMaterial(Color(1, 1, 0)));
 
-    Velun::TransformationNode& place = own(new Velun::TransformationNode());
-    place.translate(-2, 0, -5, false);
-    Velun::GeometryObject& object = own(new Velun::GeometryObject());
-    Velun::GeometrySubobject* sub = new Velun::GeometrySubobject();
-    sub->setGeometry(SharedPtr<Velun::Geometry>(geometry), 0);
-    object.addSubobject(*sub);
-    place.setChild(object);
-    root().attachChild(place);
-    addQuad(root(), 2, 0, -5, QuadSpec(), colorMaterial(Color(1, 1, 0)));
-
-    testing::internal::CaptureStderr();
     frame();
-    std::string log = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(log, "GL Error: invalid enumerant\n");
+    EXPECT_EQ(logLines(),
+              std::vector<std::string>{"render.opengl.GLObjectRenderer: GL Error: invalid enumerant"});
+    EXPECT_TRUE(near(pixel(Width / 2 - 13, Height / 2), Rgb{255, 255, 255}, 0));
     EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{255, 255, 0}, 0));
-    group.getElementList(0).clear();  // the element lives on this test's stack
+    group.getElementList(0).remove(&broken);  // it lives on this test's stack
 }
-
-}  // namespace RenderGLTest
-
-namespace RenderGLTest {
 
 class GLViewRendererTest : public GLDrawTest {};
 
 TEST_F(GLViewRendererTest, UnlitQuadInFrontIsDrawnAndCulledWhenOutside) {
     SharedPtr<Velun::Camera> camera = addCamera();
     addViewport(camera);
-    Velun::TransformationNode& place = addQuad(root(), 0, 0, -5, QuadSpec(), colorMaterial(Color(1, 0, 0)));
+    Velun::TransformationNode& place = addQuad(root(), 0, 0, -5, QuadShape(), colorMaterial(Color(1, 0, 0)));
 
     frame();
-    savePicture("red_quad");
     // The quad spans 2 of the 10 units the view is wide at distance 5.
     EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
     EXPECT_TRUE(near(pixel(0, 0), Rgb{0, 0, 0}, 0));
@@ -166,17 +126,7 @@ TEST_F(GLViewRendererTest, UnlitQuadInFrontIsDrawnAndCulledWhenOutside) {
 
     // Behind the camera: culled before any GL call, so not even a draw call is made.
     place.translate(0, 0, 10, false);
-    mScene->getUpdateTraverser()->run(mTime + 1);
-    Velun::GLViewRenderer pass(sWindow->getGLRenderContext(), camera->getView(1.0f),
-                               SharedPtr<Velun::RenderSettings>(), camera->getView(1.0f)->getFrustrum());
-    pass.traverse();
-    EXPECT_TRUE(pass.getObjectRenderer().getOpaqueList().empty());
-    pass.setProjection();
-    pass.setModelview();
-    pass.render();
-    pass.popModelview();
-    EXPECT_EQ(pass.getObjectRenderer().getGeometryRenderer().getDrawCallCount(), 0u);
-
+    EXPECT_EQ(drawCalls(), 0u);
     frame();
     EXPECT_TRUE(near(centre(), Rgb{0, 0, 0}, 0));
 }
@@ -185,10 +135,7 @@ TEST_F(GLViewRendererTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) 
     SharedPtr<Velun::Camera> camera = addCamera();
     addViewport(camera);
     // Scene: a green quad just past the near plane, filling the whole view.
-    QuadSpec wall;
-    wall.x0 = wall.y0 = -1;
-    wall.x1 = wall.y1 = 1;
-    addQuad(root(), 0, 0, -0.2f, wall, colorMaterial(Color(0, 1, 0)));
+    addQuad(root(), 0, 0, -0.2f, QuadShape(), colorMaterial(Color(0, 1, 0)));
 
     // Overlay: the unit square is the viewport; a red HUD quad over its middle, at the
     // overlay's origin, which is 2 units from its fixed eye and so far behind the wall.
@@ -197,13 +144,10 @@ TEST_F(GLViewRendererTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) 
     SharedPtr<Velun::RenderSettings> unlit(new Velun::RenderSettings());
     unlit->setUseLights(false);
     camera->getOverlaySettings().setRenderSettings(unlit);
-    QuadSpec hud;
-    hud.x0 = hud.y0 = 0.25f;
-    hud.x1 = hud.y1 = 0.75f;
-    addQuad(*overlay.getRoot(), 0, 0, 0, hud, colorMaterial(Color(1, 0, 0)));
+    addQuad(*overlay.getRoot(), 0, 0, 0, QuadShape{0.25f, 0.25f, 0.75f, 0.75f},
+            colorMaterial(Color(1, 0, 0)));
 
     frame();
-    savePicture("overlay");
     EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
     EXPECT_TRUE(near(pixel(Width / 4 + 1, Height / 4 + 1), Rgb{255, 0, 0}, 0));
     EXPECT_TRUE(near(pixel(2, 2), Rgb{0, 255, 0}, 0));
@@ -214,75 +158,41 @@ TEST_F(GLViewRendererTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) 
     EXPECT_TRUE(near(centre(), Rgb{0, 255, 0}, 0));
 }
 
-// The number of pixels of `colour` in row y between x0 and x1, and in column x between
-// y0 and y1.
-namespace {
-int runLength(std::vector<unsigned char> const& px, int width, int x0, int x1, int y, Rgb colour) {
-    int n = 0;
-    for (int x = x0; x < x1; ++x) {
-        std::size_t i = (std::size_t(y) * width + x) * 3;
-        n += px[i] == colour.r && px[i + 1] == colour.g && px[i + 2] == colour.b;
+// The number of pixels of `colour` in the run of n pixels from (x, y), along a row or a column.
+static int countOf(std::vector<unsigned char> const& px, int x, int y, int n, bool row, Rgb colour) {
+    int found = 0;
+    for (int i = 0; i < n; ++i) {
+        std::size_t at = (std::size_t(y + (row ? 0 : i)) * GLDrawTest::Width + x + (row ? i : 0)) * 3;
+        found += px[at] == colour.r && px[at + 1] == colour.g && px[at + 2] == colour.b;
     }
-    return n;
+    return found;
 }
-int columnLength(std::vector<unsigned char> const& px, int width, int x, int y0, int y1, Rgb colour) {
-    int n = 0;
-    for (int y = y0; y < y1; ++y) {
-        std::size_t i = (std::size_t(y) * width + x) * 3;
-        n += px[i] == colour.r && px[i + 1] == colour.g && px[i + 2] == colour.b;
-    }
-    return n;
-}
-}  // namespace
 
 TEST_F(GLViewRendererTest, TwoViewportsShowTheirCamerasSideBySideEachWithItsOwnAspect) {
     // A narrow viewport on the left (16 x 64, aspect 1/4) and a wide one on the right
     // (48 x 64, aspect 3/4), each with its own camera and scene.
     SharedPtr<Velun::Camera> left = addCamera();
-    addQuad(root(), 0, 0, -4, QuadSpec(), colorMaterial(Color(1, 0, 0)));
+    addQuad(root(), 0, 0, -4, QuadShape(), colorMaterial(Color(1, 0, 0)));
     addViewport(left, 0.0f, 0.0f, 0.25f, 1.0f);
 
-    Velun::SceneGraph& other = Velun::VelunCore::getSingleton().getSceneManager().createSceneGraph();
-    Velun::Camera* rightCamera = new Velun::Camera();
-    SharedPtr<Velun::Camera> right(rightCamera);
-    right->getCamSettings().setFovY(90.0f);
-    SharedPtr<Velun::RenderSettings> unlit(new Velun::RenderSettings());
-    unlit->setUseLights(false);
-    right->getCamSettings().setRenderSettings(unlit);
-    other.getRoot()->attachChild(*rightCamera);
-    Velun::TransformationNode& greenQuad =
-        addQuad(*other.getRoot(), 0, 0, -4, QuadSpec(), colorMaterial(Color(0, 1, 0)));
-    addViewport(right, 0.25f, 0.0f, 0.75f, 1.0f);
-    other.getUpdateTraverser()->run(mTime);
+    Velun::SceneGraph& other = addScene();
+    addQuad(*other.getRoot(), 0, 0, -4, QuadShape(), colorMaterial(Color(0, 1, 0)));
+    addViewport(addCamera(false, other.getRoot()), 0.25f, 0.0f, 0.75f, 1.0f);
 
     frame();
-    savePicture("viewports");
     Rgb const red{255, 0, 0}, green{0, 255, 0};
     // Both cameras see a 2 x 2 quad at distance 4 under a vertical field of 90 degrees:
     // 16 of the 64 rows. A square stays square in either viewport.
-    int redRows = columnLength(mPixels, Width, 8, 0, Height, red);
-    int greenRows = columnLength(mPixels, Width, 40, 0, Height, green);
+    int redRows = countOf(mPixels, 8, 0, Height, false, red);
+    int greenRows = countOf(mPixels, 40, 0, Height, false, green);
     EXPECT_NEAR(redRows, 16, 1);
     EXPECT_NEAR(greenRows, 16, 1);
-    EXPECT_NEAR(runLength(mPixels, Width, 0, 16, Height / 2, red), redRows, 1);
-    EXPECT_NEAR(runLength(mPixels, Width, 16, Width, Height / 2, green), greenRows, 1);
+    EXPECT_NEAR(countOf(mPixels, 0, Height / 2, 16, true, red), redRows, 1);
+    EXPECT_NEAR(countOf(mPixels, 16, Height / 2, Width - 16, true, green), greenRows, 1);
     // Neither picture spills into the other's viewport.
-    EXPECT_EQ(runLength(mPixels, Width, 16, Width, Height / 2, red), 0);
-    EXPECT_EQ(runLength(mPixels, Width, 0, 16, Height / 2, green), 0);
-    EXPECT_TRUE(near(pixel(8, Height / 2), red, 0));
-    EXPECT_TRUE(near(pixel(40, Height / 2), green, 0));
-
-    mTarget = SharedPtr<Velun::RenderTarget>();
-    sWindow->detachRenderTarget();
-    right = SharedPtr<Velun::Camera>();
-    (void)greenQuad;
-    mNodes.clear();
-    Velun::VelunCore::getSingleton().getSceneManager().deleteSceneGraph(other);
+    EXPECT_EQ(countOf(mPixels, 16, Height / 2, Width - 16, true, red), 0);
+    EXPECT_EQ(countOf(mPixels, 0, Height / 2, 16, true, green), 0);
 }
-
-}  // namespace RenderGLTest
-
-namespace RenderGLTest {
 
 class GLScreenshotTest : public GLDrawTest {
 protected:
@@ -296,16 +206,8 @@ protected:
 TEST_F(GLScreenshotTest, SavesWhatTheWindowShowsAsPngWithTheTopRowFirst) {
     addViewport(addCamera());
     // Red above the middle, blue below it.
-    QuadSpec top;
-    top.x0 = -5;
-    top.x1 = 5;
-    top.y0 = 0;
-    top.y1 = 5;
-    addQuad(root(), 0, 0, -5, top, colorMaterial(Color(1, 0, 0)));
-    QuadSpec bottom = top;
-    bottom.y0 = -5;
-    bottom.y1 = 0;
-    addQuad(root(), 0, 0, -5, bottom, colorMaterial(Color(0, 0, 1)));
+    addQuad(root(), 0, 0, -5, QuadShape{-5, 0, 5, 5}, colorMaterial(Color(1, 0, 0)));
+    addQuad(root(), 0, 0, -5, QuadShape{-5, -5, 5, 0}, colorMaterial(Color(0, 0, 1)));
     mScene->getUpdateTraverser()->run(mTime);
     sWindow->render(mTime);
 
@@ -329,11 +231,9 @@ TEST_F(GLScreenshotTest, SavesWhatTheWindowShowsAsPngWithTheTopRowFirst) {
 
 TEST_F(GLScreenshotTest, UnwritablePathFailsWithAnErrorLine) {
     addViewport(addCamera());
-    std::string const path = "/nonexistent-directory/shot.png";
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(sWindow->saveScreenshot(path));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "Could not save the image /nonexistent-directory/shot.png: could not open file\n");
+    EXPECT_FALSE(sWindow->saveScreenshot("/nonexistent-directory/shot.png"));
+    EXPECT_EQ(logLines(), std::vector<std::string>{"render.opengl.GLScreenshot: Could not save the image "
+                                                   "/nonexistent-directory/shot.png: could not open file"});
 }
 
 }  // namespace RenderGLTest

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -16,15 +15,6 @@ public:
     bool isInitialized() override { return mInitialized; }
     Dorvan::SharedPtr<Dorvan::Logger> getLogger(const std::string& name) override {
         return Dorvan::SharedPtr<Dorvan::Logger>(new Line(name, &mLines));
-    }
-    // Forgets the lines of one channel so far.
-    void dropChannel(const std::string& channel) {
-        const std::string prefix = channel + ": ";
-        mLines.erase(std::remove_if(mLines.begin(), mLines.end(),
-                                    [&](const std::string& line) {
-                                        return line.compare(0, prefix.size(), prefix) == 0;
-                                    }),
-                     mLines.end());
     }
     std::vector<std::string> mLines;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-// A GL window of its own for the drawing tests, with helpers that build small scenes
-// (quads, textures, cameras, lights) and read back what the window shows.
+// The one GL window of a test program, with helpers that build small scenes (quads,
+// textures, cameras) and read back what the window shows, and a log keeping every line.
 
 #include <gtest/gtest.h>
 
@@ -13,6 +13,7 @@
 #include <thread>
 #include <vector>
 
+#include "core/LogManager.h"
 #include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
 #include "geometry/GeometryData.h"
@@ -22,8 +23,10 @@
 #include "geometry/IndexedQuads.h"
 #include "geometry/VertexData.h"
 #include "material/Material.h"
+#include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/GLRenderEngine.h"
 #include "plugins/render/opengl/GLScreenshot.h"
+#include "plugins/render/opengl/GLViewRenderer.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
 #include "render/RenderTarget.h"
 #include "render/Viewport.h"
@@ -35,6 +38,8 @@
 #include "scene/SceneGraph.h"
 #include "scene/SceneManager.h"
 #include "scene/TransformationNode.h"
+#include "scene/View.h"
+#include "support/ChannelLog.h"
 #include "support/EngineClock.h"
 #include "texture/Texture2D.h"
 #include "texture/TextureData.h"
@@ -48,10 +53,6 @@ struct Rgb {
     int r, g, b;
 };
 
-inline std::ostream& operator<<(std::ostream& out, Rgb const& c) {
-    return out << "(" << c.r << ", " << c.g << ", " << c.b << ")";
-}
-
 // Components within `tolerance` of 0..255 values; rasterisers round differently, so
 // exact equality would test the driver rather than the engine.
 inline ::testing::AssertionResult near(Rgb actual, Rgb expected, int tolerance = 3) {
@@ -59,23 +60,25 @@ inline ::testing::AssertionResult near(Rgb actual, Rgb expected, int tolerance =
         std::abs(actual.b - expected.b) <= tolerance)
         return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure()
-           << "colour " << actual << ", expected " << expected << " +-" << tolerance;
+           << "colour (" << actual.r << ", " << actual.g << ", " << actual.b << "), expected (" << expected.r
+           << ", " << expected.g << ", " << expected.b << ") +-" << tolerance;
 }
 
 inline int toByte(float v) { return int(std::lround(v * 255.0f)); }
 
-// A quad in the z = 0 plane of its node, from (x0, y0) to (x1, y1), facing +Z.
-struct QuadSpec {
+// A quad in the z = 0 plane of its node, from (x0, y0) to (x1, y1), facing +Z; written
+// in this order, as QuadShape{-2, -2, 2, 2, 1} for a larger quad of one texture layer.
+struct QuadShape {
     float x0 = -1, y0 = -1, x1 = 1, y1 = 1;
+    unsigned int layers = 0;  // texture layers, coordinates 0..1 over the quad
     bool normals = false;
     bool colors = false;
     Velun::Color color = Velun::Color(1, 1, 1, 1);
     bool secondaryColors = false;
-    Velun::Color secondaryColor;
-    unsigned int layers = 0;  // texture layers, coordinates 0..1 over the quad
+    Velun::Color secondaryColor = Velun::Color();
 };
 
-inline SharedPtr<Velun::Geometry> makeQuad(QuadSpec const& shape) {
+inline SharedPtr<Velun::Geometry> makeQuad(QuadShape const& shape) {
     Velun::GeometryData* geometry = new Velun::GeometryData("quad");
     SharedPtr<Velun::VertexData> vertices(new Velun::VertexData());
     vertices->setUseVertex(true);
@@ -120,20 +123,26 @@ inline SharedPtr<Velun::Material> colorMaterial(Velun::Color const& color) {
     return material;
 }
 
-// A width x height RGB texture of the given texels (row 0 first), nearest filtering.
-inline SharedPtr<Velun::Texture> makeTexture(int width, int height, std::vector<unsigned char> const& rgb,
-                                             Velun::Texture::TexMode mode = Velun::Texture::Modulate) {
+// A width x height image of the given bytes (row 0 first).
+inline SharedPtr<Velun::TextureSource> makeImage(int width, int height,
+                                                 std::vector<unsigned char> const& bytes,
+                                                 Velun::Color::Format format = Velun::Color::Rgb) {
     Velun::TextureInfo info;
     info.setWidth(width);
     info.setHeight(height);
     info.setDepth(1);
     info.setDataType(Velun::DataType::UnsignedByte);
-    info.setColorFormat(Velun::Color::Rgb);
+    info.setColorFormat(format);
     Dorvan::CowMemPtr<void> data;
-    data.alloc(rgb.size());
-    std::copy(rgb.begin(), rgb.end(), static_cast<unsigned char*>(data.get()));
-    SharedPtr<Velun::TextureSource> source(new Velun::TextureData(info, data));
-    SharedPtr<Velun::Texture> texture(new Velun::Texture2D(source));
+    data.alloc(bytes.size());
+    std::copy(bytes.begin(), bytes.end(), static_cast<unsigned char*>(data.get()));
+    return SharedPtr<Velun::TextureSource>(new Velun::TextureData(info, data));
+}
+
+// A width x height RGB texture of the given texels (row 0 first), nearest filtering.
+inline SharedPtr<Velun::Texture> makeTexture(int width, int height, std::vector<unsigned char> const& rgb,
+                                             Velun::Texture::TexMode mode = Velun::Texture::Modulate) {
+    SharedPtr<Velun::Texture> texture(new Velun::Texture2D(makeImage(width, height, rgb)));
     texture->setAllFilters(Velun::Texture::Nearest);
     texture->setAllWrapModes(Velun::Texture::ClampToEdge);
     texture->setTexMode(mode);
@@ -145,10 +154,12 @@ public:
     static constexpr int Width = 64;
     static constexpr int Height = 64;
 
-    // One engine and window for the whole program (SDL has one video surface), made
-    // by the test environment at the end of this file.
+    // One engine and window for the whole program (SDL has one video surface), opened by
+    // the first drawing test and closed at the end of the program, or by a test that needs
+    // the engine or SDL to itself.
     static void startWindow() {
         sClock = new VelunTest::EngineClock();
+        Velun::VelunCore::getSingleton().getLogManager().registerBackend(sLog);
         sEngine = new Velun::GLRenderEngine();
         // On a loaded machine an X connection now and then fails to open (xdpyinfo
         // fails alike), so a few attempts are made before the tests give up.
@@ -172,10 +183,13 @@ public:
 
 protected:
     void SetUp() override {
+        if (!sClock)
+            startWindow();
         ASSERT_NE(sWindow, nullptr);
+        sLog.mLines.clear();
         mTime = 1000;
         sClock->setTime(mTime);
-        mScene = &Velun::VelunCore::getSingleton().getSceneManager().createSceneGraph();
+        mScene = &addScene();
         mTarget = SharedPtr<Velun::RenderTarget>(new Velun::RenderTarget());
         sWindow->attachRenderTarget(mTarget);
     }
@@ -190,7 +204,8 @@ protected:
         Velun::SceneManager& scenes = Velun::VelunCore::getSingleton().getSceneManager();
         for (Velun::Overlay* overlay : mOverlays)
             scenes.deleteOverlay(*overlay);
-        scenes.deleteSceneGraph(*mScene);
+        for (Velun::SceneGraph* scene : mScenes)
+            scenes.deleteSceneGraph(*scene);
     }
 
     template <class T>
@@ -201,15 +216,16 @@ protected:
 
     Velun::Branch& root() { return *mScene->getRoot(); }
 
-    // An object with one quad subobject, placed at (x, y, z) below `parent`; the object's
-    // default material 0 is `material`. Returns the placing transformation.
-    Velun::TransformationNode& addQuad(Velun::Branch& parent, float x, float y, float z,
-                                       QuadSpec const& shape, SharedPtr<Velun::Material> material) {
+    // An object of one subobject, placed at (x, y, z) below `parent`; the object's default
+    // material 0 is `material`. Returns the placing transformation.
+    Velun::TransformationNode& addObject(Velun::Branch& parent, float x, float y, float z,
+                                         SharedPtr<Velun::Geometry> geometry,
+                                         SharedPtr<Velun::Material> material) {
         Velun::TransformationNode& place = own(new Velun::TransformationNode());
         place.translate(x, y, z, false);
         Velun::GeometryObject& object = own(new Velun::GeometryObject());
         Velun::GeometrySubobject* sub = new Velun::GeometrySubobject();
-        sub->setGeometry(makeQuad(shape), 0);
+        sub->setGeometry(geometry, 0);
         object.addSubobject(*sub);
         if (!material.isNull())
             object.setDefaultMaterial(0, material);
@@ -217,16 +233,20 @@ protected:
         parent.attachChild(place);
         return place;
     }
+    Velun::TransformationNode& addQuad(Velun::Branch& parent, float x, float y, float z,
+                                       QuadShape const& shape, SharedPtr<Velun::Material> material) {
+        return addObject(parent, x, y, z, makeQuad(shape), material);
+    }
 
-    // A camera at the origin of the scene looking down -Z: near 0.1, fovY 90.
-    SharedPtr<Velun::Camera> addCamera(bool lights = false) {
+    // A camera at the origin of the scene (or of `parent`) looking down -Z: near 0.1, fovY 90.
+    SharedPtr<Velun::Camera> addCamera(bool lights = false, Velun::Branch* parent = nullptr) {
         Velun::Camera* camera = new Velun::Camera();
         SharedPtr<Velun::Camera> shared(camera);
         SharedPtr<Velun::RenderSettings> settings(new Velun::RenderSettings());
         settings->setUseLights(lights);
         camera->getCamSettings().setRenderSettings(settings);
         camera->getCamSettings().setFovY(90.0f);
-        root().attachChild(*camera);
+        (parent ? *parent : root()).attachChild(*camera);
         mCameras.push_back(shared);
         return shared;
     }
@@ -239,6 +259,12 @@ protected:
         return viewport;
     }
 
+    // A scene besides the first, drawn and removed with it.
+    Velun::SceneGraph& addScene() {
+        mScenes.push_back(&Velun::VelunCore::getSingleton().getSceneManager().createSceneGraph());
+        return *mScenes.back();
+    }
+
     Velun::Overlay& addOverlay() {
         Velun::Overlay& overlay = Velun::VelunCore::getSingleton().getSceneManager().createOverlay();
         mOverlays.push_back(&overlay);
@@ -249,7 +275,8 @@ protected:
     void frame() {
         mTime += 20;
         sClock->setTime(mTime);
-        mScene->getUpdateTraverser()->run(mTime);
+        for (Velun::SceneGraph* scene : mScenes)
+            scene->getUpdateTraverser()->run(mTime);
         for (Velun::Overlay* overlay : mOverlays)
             overlay->getUpdateTraverser()->run(mTime);
         // The window's frame without its swap, so the picture stays in the back buffer.
@@ -264,41 +291,48 @@ protected:
     }
     Rgb centre() const { return pixel(Width / 2, Height / 2); }
 
-    // Keeps the picture for a person to look at.
-    void savePicture(std::string const& name) {
-        std::string path = std::string(VELUN_BINARY_DIR) + "/render_gl_" + name + ".png";
-        EXPECT_TRUE(sWindow->saveScreenshot(path));
+    // Draw calls of one pass of the first camera, after an update pass.
+    unsigned int drawCalls() {
+        mScene->getUpdateTraverser()->run(mTime += 20);
+        SharedPtr<Velun::View> view = mCameras.front()->getView(1.0f);
+        Velun::GLViewRenderer pass(&context(), view, SharedPtr<Velun::RenderSettings>(), view->getFrustrum());
+        pass.traverse();
+        pass.setProjection();
+        pass.setModelview();
+        pass.render();
+        pass.popModelview();
+        return pass.getObjectRenderer().getGeometryRenderer().getDrawCallCount();
     }
 
+    Velun::GLRenderContext& context() { return *sWindow->getGLRenderContext(); }
+    // Lines logged since the test began, as "channel: text".
+    static std::vector<std::string>& logLines() { return sLog.mLines; }
+
+    static inline VelunTest::ChannelLog sLog;
     static inline VelunTest::EngineClock* sClock = nullptr;
     static inline Velun::GLRenderEngine* sEngine = nullptr;
     static inline Velun::GLSDLRenderWindow* sWindow = nullptr;
 
     std::int64_t mTime = 0;
     Velun::SceneGraph* mScene = nullptr;
+    std::vector<Velun::SceneGraph*> mScenes;
     std::vector<Velun::Overlay*> mOverlays;
     SharedPtr<Velun::RenderTarget> mTarget;
     std::vector<SharedPtr<Velun::Camera>> mCameras;
     // Destroyed last-made first, so children leave their parents before these go.
-    struct NodeList {
-        std::vector<std::unique_ptr<Velun::Node>> nodes;
-        template <class... A>
-        void emplace_back(A&&... a) {
-            nodes.emplace_back(std::forward<A>(a)...);
-        }
+    struct NodeList : std::vector<std::unique_ptr<Velun::Node>> {
         void clear() {
-            while (!nodes.empty())
-                nodes.pop_back();
+            while (!empty())
+                pop_back();
         }
         ~NodeList() { clear(); }
     } mNodes;
     std::vector<unsigned char> mPixels;
 };
 
-// Opens the window before the program's first test and closes it after the last.
+// Closes the window after the program's last test.
 class GLWindowEnvironment : public ::testing::Environment {
 public:
-    void SetUp() override { GLDrawTest::startWindow(); }
     void TearDown() override { GLDrawTest::stopWindow(); }
 };
 

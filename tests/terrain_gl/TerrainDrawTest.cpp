@@ -1,7 +1,5 @@
 #include <vector>
 
-#include "plugins/render/opengl/GLViewRenderer.h"
-#include "scene/View.h"
 #include "support/GLDrawFixture.h"
 #include "terrain/Terrain.h"
 #include "terrain/TerrainFixture.h"
@@ -40,20 +38,6 @@ protected:
     // Picture pixel of the tile's (u, v).
     Rgb at(float u, float v) const { return pixel(int(16 + 32 * u), int(16 + 32 * v)); }
 
-    // Draw calls of one pass of the first camera, after an update pass.
-    unsigned int drawCalls() {
-        mScene->getUpdateTraverser()->run(mTime += 20);
-        SharedPtr<Velun::View> view = mCameras.front()->getView(1.0f);
-        Velun::GLViewRenderer pass(sWindow->getGLRenderContext(), view, SharedPtr<Velun::RenderSettings>(),
-                                   view->getFrustrum());
-        pass.traverse();
-        pass.setProjection();
-        pass.setModelview();
-        pass.render();
-        pass.popModelview();
-        return pass.getObjectRenderer().getGeometryRenderer().getDrawCallCount();
-    }
-
     Velun::TransformationNode* mPlace = nullptr;
     Terrain* mTerrain = nullptr;
 };
@@ -61,7 +45,6 @@ protected:
 TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatches) {
     addTerrain().updateTile();
     frame();
-    savePicture("terrain_flat");
     // Grey 0.2 at the ground's offset; black background around it.
     for (int y = 17; y < 47; ++y)
         for (int x = 17; x < 47; ++x)
@@ -86,7 +69,6 @@ TEST_F(TerrainDrawTest, LayersShowWhereTheirMasksSay) {
     tile.setLightMap(image(2, {128, 128, 128, 128}), 1.0f, 0.0f);
     tile.updateTile();
     frame();
-    savePicture("terrain_layers");
     EXPECT_TRUE(near(at(0.25f, 0.25f), Rgb{128, 0, 0}, 6));
     EXPECT_TRUE(near(at(0.75f, 0.25f), Rgb{0, 128, 0}, 6));
     EXPECT_TRUE(near(at(0.25f, 0.75f), Rgb{0, 0, 128}, 6));
@@ -103,7 +85,6 @@ TEST_F(TerrainDrawTest, ColourMapIsLit) {
     tile.setColorMap(image(2, {128, 102, 0, 128, 102, 0, 128, 102, 0, 128, 102, 0}));
     tile.updateTile();
     frame();
-    savePicture("terrain_lit");
     // The vertex colour is ambient and diffuse: 0.2 global and 0.2 light ambient, plus the
     // head-on diffuse light.
     EXPECT_TRUE(near(at(0.5f, 0.5f), Rgb{toByte(1.4f * 128 / 255), toByte(1.4f * 102 / 255), 0}, 4));
@@ -118,7 +99,6 @@ TEST_F(TerrainDrawTest, RebuiltTileShowsItsNewHeights) {
     ASSERT_TRUE(tile.load(image(2, {255, 255, 255, 255})));
     tile.updateTile();
     frame();
-    savePicture("terrain_rebuilt");
     EXPECT_TRUE(near(centre(), Rgb{255, 255, 255}));
     EXPECT_TRUE(near(pixel(4, 32), Rgb{255, 255, 255}));
 }

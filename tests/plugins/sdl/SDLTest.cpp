@@ -1,129 +1,26 @@
 #include <gtest/gtest.h>
 
+// Before SDL_syswm.h, whose X11 names clash with the engine's.
+#include "support/GLDrawFixture.h"
+
 #include <SDL.h>
 #include <SDL_syswm.h>
+
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <ctime>
+#include <memory>
 #include <sstream>
-#include <string>
-#include <vector>
 
-#include "core/PluginManager.h"
 #include "core/ProcessManager.h"
-#include "core/TimerManager.h"
-#include "core/VelunCore.h"
 #include "input/InputEvent.h"
-#include "input/InputEventInfo.h"
 #include "input/InputManager.h"
 #include "input/InputProcessor.h"
-#include "input/InputProvider.h"
 #include "plugins/sdl/SDLInputProvider.h"
-#include "plugins/sdl/SDLPlugin.h"
 #include "plugins/sdl/SDLTimer.h"
-#include "support/Engine.h"
 #include "support/PassRecorder.h"
 
 using namespace Velun;
-
-namespace {
-
-class SDLPluginTest : public testing::Test {
-protected:
-    void SetUp() override { core.startup(); }
-    void TearDown() override {
-        core.shutdown();
-        if (SDL_WasInit(SDL_INIT_VIDEO))
-            SDL_QuitSubSystem(SDL_INIT_VIDEO);
-        if (SDL_WasInit(SDL_INIT_EVERYTHING) == 0)
-            SDL_Quit();
-    }
-    VelunCore& core = VelunCore::getSingleton();
-};
-
-// Stops the main loop when the window system asks the application to end.
-class QuitProcessor : public InputProcessor {
-public:
-    bool processEvent(InputEvent& event) override {
-        SysWMEventInfo* info = event.getSysWMEventInfo();
-        if (!info || info->getEventType() != SysWMEventInfo::SysWMQuit)
-            return false;
-        ++mQuits;
-        VelunCore::getSingleton().getProcessManager().stop(false);
-        return true;
-    }
-    int mQuits = 0;
-};
-
-}  // namespace
-
-TEST_F(SDLPluginTest, AQuitFromTheWindowSystemEndsTheMainLoopAfterThePass) {
-    if (!std::getenv("DISPLAY"))
-        GTEST_SKIP() << "SDL's event queue needs an X display (run under xvfb-run)";
-    core.setup(true);
-    // The render window starts SDL's video in an application; here the test does.
-    ASSERT_EQ(0, SDL_InitSubSystem(SDL_INIT_VIDEO)) << SDL_GetError();
-    SDL_Event pending;
-    while (SDL_PollEvent(&pending)) {
-    }
-
-    QuitProcessor quitter;
-    core.getInputManager().registerInputProcessor(quitter);
-    VelunTest::PassRecorder passes;
-
-    SDL_Event quit;
-    quit.type = SDL_QUIT;
-    ASSERT_EQ(0, SDL_PushEvent(&quit));
-    EXPECT_EQ(0, core.getProcessManager().run(true));
-    EXPECT_EQ(1, quitter.mQuits);
-    EXPECT_EQ(1u, passes.getPasses());
-}
-
-namespace {
-
-class SDLTimerTest : public testing::Test {
-protected:
-    void TearDown() override {
-        timer.shutdown();
-        if (SDL_WasInit(SDL_INIT_EVERYTHING) == 0)
-            SDL_Quit();
-    }
-    SDLTimer timer;
-};
-
-// A timestamp with the tick counts read just before and after it.
-struct Reading {
-    std::int64_t before, timestamp, after;
-};
-
-Reading read(SDLTimer& timer) {
-    Reading reading;
-    reading.before = SDL_GetTicks();
-    reading.timestamp = timer.getTimestamp();
-    reading.after = SDL_GetTicks();
-    return reading;
-}
-
-}  // namespace
-
-TEST_F(SDLTimerTest, TimestampFollowsTheTickCountAndNeverGoesDown) {
-    timer.initialize();
-    Reading first = read(timer);
-    std::int64_t previous = first.timestamp;
-    for (int i = 0; i < 2000; ++i) {
-        std::int64_t now = timer.getTimestamp();
-        ASSERT_GE(now, previous);
-        previous = now;
-    }
-    SDL_Delay(30);
-    timer.initialize();  // initialised already: the time goes on undisturbed
-    Reading second = read(timer);
-    // The timestamps differ by as many milliseconds as the tick count advanced.
-    EXPECT_GE(second.timestamp - first.timestamp, second.before - first.after);
-    EXPECT_LE(second.timestamp - first.timestamp, second.after - first.before);
-    EXPECT_GE(second.timestamp - first.timestamp, 30);
-}
 
 namespace {
 
@@ -147,6 +44,10 @@ public:
                  << button->getX() << " " << button->getY();
         else if (SysWMEventInfo* wm = event.getSysWMEventInfo())
             line << "wm " << wm->getEventType() << " " << wm->getWidth() << " " << wm->getHeight();
+        // As an application would, a quit stops the main loop (after its pass).
+        if (event.getSysWMEventInfo() &&
+            event.getSysWMEventInfo()->getEventType() == SysWMEventInfo::SysWMQuit)
+            VelunCore::getSingleton().getProcessManager().stop(false);
         line << " @" << event.getTimestamp() << " w" << event.getWindowId()
              << (event.getInputDevice() ? " dev" : "");
         mSeen.push_back(line.str());
@@ -155,25 +56,27 @@ public:
     std::vector<std::string> mSeen;
 };
 
-// The event queue runs only with SDL's video, which the test starts itself here
-// (in the engine the render window does).
-class SDLInputProviderTest : public VelunTest::EngineTest {
+// The engine started, and SDL's video, which the render window starts in an application,
+// started by the test. SDL's tests have both to themselves: the drawing tests' window
+// closes first.
+class SDLPluginTest : public testing::Test {
 protected:
     void SetUp() override {
+        RenderGLTest::GLDrawTest::stopWindow();
         if (!std::getenv("DISPLAY"))
             GTEST_SKIP() << "SDL's event queue needs an X display (run under xvfb-run)";
         ASSERT_EQ(0, SDL_InitSubSystem(SDL_INIT_VIDEO)) << SDL_GetError();
-        VelunTest::EngineTest::SetUp();
-        provider = new SDLInputProvider();
-        core.getInputManager().registerInputProvider(*provider);
+        core.startup();
         core.getInputManager().registerInputProcessor(recorder);
+        provider.reset(new SDLInputProvider());
+        core.getInputManager().registerInputProvider(*provider);
         SDL_Event pending;
         while (SDL_PollEvent(&pending)) {
         }
     }
     void TearDown() override {
-        delete provider;
-        VelunTest::EngineTest::TearDown();
+        provider.reset();
+        core.shutdown();
         if (SDL_WasInit(SDL_INIT_VIDEO))
             SDL_QuitSubSystem(SDL_INIT_VIDEO);
         if (SDL_WasInit(SDL_INIT_EVERYTHING) == 0)
@@ -187,20 +90,12 @@ protected:
         event.type = type;
         return event;
     }
-    static SDL_Event key(Uint8 type, SDLKey sym, Uint8 scancode, int mod, Uint16 unicode = 0) {
-        SDL_Event event = make(type);
-        event.key.state = type == SDL_KEYDOWN ? SDL_PRESSED : SDL_RELEASED;
-        event.key.keysym.sym = sym;
-        event.key.keysym.scancode = scancode;
-        event.key.keysym.mod = static_cast<SDLMod>(mod);
-        event.key.keysym.unicode = unicode;
-        return event;
-    }
-    static SDL_Event active(Uint8 gain, Uint8 state) {
-        SDL_Event event = make(SDL_ACTIVEEVENT);
-        event.active.gain = gain;
-        event.active.state = state;
-        return event;
+    // One event of the kind that `field` of SDL_Event holds.
+    template <class T>
+    static void push(T SDL_Event::*field, T value) {
+        SDL_Event event = make(value.type);
+        event.*field = value;
+        push(event);
     }
     // Polls once and gives what arrived since the last call.
     std::vector<std::string> poll(std::int64_t timestamp) {
@@ -210,68 +105,97 @@ protected:
         return seen;
     }
 
-    SDLInputProvider* provider = nullptr;
+    VelunCore& core = VelunCore::getSingleton();
     Recorder recorder{1};
+    std::unique_ptr<SDLInputProvider> provider;
 };
 
+using SDLInputProviderTest = SDLPluginTest;
 using Lines = std::vector<std::string>;
 
 }  // namespace
 
-TEST_F(SDLInputProviderTest, EveryKindOfEventArrivesInOrderWithThePollTime) {
-    push(key(SDL_KEYDOWN, SDLK_a, 38, KMOD_LSHIFT | KMOD_CAPS, 'A'));
-    push(make(SDL_VIDEOEXPOSE));
-    push(key(SDL_KEYUP, SDLK_x, 53, KMOD_NONE));
-    SDL_Event motion = make(SDL_MOUSEMOTION);
-    motion.motion.x = 320;
-    motion.motion.y = 200;
-    motion.motion.xrel = -4;
-    motion.motion.yrel = 7;
-    push(motion);
-    SDL_Event down = make(SDL_MOUSEBUTTONDOWN);
-    down.button.button = SDL_BUTTON_RIGHT;
-    down.button.x = 17;
-    down.button.y = 99;
-    push(down);
-    SDL_Event up = make(SDL_MOUSEBUTTONUP);
-    up.button.button = SDL_BUTTON_WHEELDOWN;
-    push(up);
+TEST_F(SDLPluginTest, AQuitFromTheWindowSystemEndsTheMainLoopAfterThePass) {
+    core.getInputManager().unregisterInputProvider(*provider);
+    core.setup(true);                   // registers SDL's own input provider
+    VelunTest::PassRecorder passes(5);  // a lost quit ends the loop after five passes, not never
     push(make(SDL_QUIT));
-    SDL_Event resize = make(SDL_VIDEORESIZE);
-    resize.resize.w = 640;
-    resize.resize.h = 480;
-    push(resize);
-    EXPECT_EQ((Lines{"key 0 38 97 0x201 65 @123456789012 w-1", "wm 1 0 0 @123456789012 w-1",
-                     "key 1 53 120 0x0 0 @123456789012 w-1", "move 2 320 200 -4 7 @123456789012 w-1",
+    EXPECT_EQ(0, core.getProcessManager().run(true));
+    ASSERT_EQ(1u, recorder.mSeen.size());
+    EXPECT_EQ(0u, recorder.mSeen[0].find("wm 0 0 0 @")) << recorder.mSeen[0];
+    EXPECT_EQ(1u, passes.getPasses());
+}
+
+TEST(SDLTimerTest, TimestampFollowsTheTickCount) {
+    SDLTimer timer;
+    timer.initialize();
+    // The timestamp with the tick counts read just before and after it.
+    auto read = [&timer](std::int64_t(&reading)[3]) {
+        reading[0] = SDL_GetTicks();
+        reading[1] = timer.getTimestamp();
+        reading[2] = SDL_GetTicks();
+    };
+    std::int64_t first[3], second[3];
+    read(first);
+    SDL_Delay(30);
+    timer.initialize();  // initialised already: the time goes on undisturbed
+    read(second);
+    // The timestamps differ by as many milliseconds as the tick count advanced.
+    EXPECT_GE(second[1] - first[1], second[0] - first[2]);
+    EXPECT_LE(second[1] - first[1], second[2] - first[0]);
+    EXPECT_GE(second[1] - first[1], 30);
+    timer.shutdown();
+}
+
+TEST_F(SDLInputProviderTest, EveryKindOfEventArrivesInOrderWithThePollTime) {
+    push(&SDL_Event::key,
+         SDL_KeyboardEvent{
+             SDL_KEYDOWN,
+             0,
+             SDL_PRESSED,
+             {38, SDLK_a, SDLMod(KMOD_LSHIFT | KMOD_RCTRL | KMOD_RALT | KMOD_LMETA | KMOD_MODE), 'A'}});
+    push(make(SDL_VIDEOEXPOSE));
+    push(&SDL_Event::key,
+         SDL_KeyboardEvent{SDL_KEYUP,
+                           0,
+                           SDL_RELEASED,
+                           {53, SDLK_x,
+                            SDLMod(KMOD_RSHIFT | KMOD_LCTRL | KMOD_LALT | KMOD_RMETA | KMOD_NUM | KMOD_CAPS),
+                            0}});
+    push(&SDL_Event::motion, SDL_MouseMotionEvent{SDL_MOUSEMOTION, 0, 0, 320, 200, -4, 7});
+    push(&SDL_Event::button,
+         SDL_MouseButtonEvent{SDL_MOUSEBUTTONDOWN, 0, SDL_BUTTON_RIGHT, SDL_PRESSED, 17, 99});
+    push(&SDL_Event::button, SDL_MouseButtonEvent{SDL_MOUSEBUTTONUP, 0, SDL_BUTTON_WHEELDOWN, 0, 0, 0});
+    push(make(SDL_QUIT));
+    push(&SDL_Event::resize, SDL_ResizeEvent{SDL_VIDEORESIZE, 640, 480});
+    EXPECT_EQ((Lines{"key 0 38 97 0x469 65 @123456789012 w-1", "wm 1 0 0 @123456789012 w-1",
+                     "key 1 53 120 0x396 0 @123456789012 w-1", "move 2 320 200 -4 7 @123456789012 w-1",
                      "button 0 3 17 99 @123456789012 w-1", "button 1 5 0 0 @123456789012 w-1",
                      "wm 0 0 0 @123456789012 w-1", "wm 2 640 480 @123456789012 w-1"}),
               poll(123456789012LL));
     EXPECT_EQ(Lines{}, poll(5));
 }
 
-TEST_F(SDLInputProviderTest, EveryModifierBitMapsToItsEngineBit) {
-    const int pairs[][2] = {{KMOD_LSHIFT, 0x001}, {KMOD_RSHIFT, 0x002}, {KMOD_LCTRL, 0x004},
-                            {KMOD_RCTRL, 0x008},  {KMOD_LALT, 0x010},   {KMOD_RALT, 0x020},
-                            {KMOD_LMETA, 0x040},  {KMOD_RMETA, 0x080},  {KMOD_NUM, 0x100},
-                            {KMOD_CAPS, 0x200},   {KMOD_MODE, 0x400}};
-    for (const auto& pair : pairs) {
-        push(key(SDL_KEYDOWN, SDLK_LSHIFT, 50, pair[0]));
+TEST_F(SDLInputProviderTest, EachModifierAloneGivesItsEngineBit) {
+    // In the order of the engine's bits 0x001, 0x002, ...
+    int const modifiers[] = {KMOD_LSHIFT, KMOD_RSHIFT, KMOD_LCTRL, KMOD_RCTRL, KMOD_LALT, KMOD_RALT,
+                             KMOD_LMETA,  KMOD_RMETA,  KMOD_NUM,   KMOD_CAPS,  KMOD_MODE};
+    for (int i = 0; i < 11; ++i) {
+        push(&SDL_Event::key,
+             SDL_KeyboardEvent{SDL_KEYDOWN, 0, SDL_PRESSED, {50, SDLK_LSHIFT, SDLMod(modifiers[i]), 0}});
         std::ostringstream expected;
-        expected << "key 0 50 304 0x" << std::hex << pair[1] << " 0 @1 w-1";
-        EXPECT_EQ(Lines{expected.str()}, poll(1)) << "SDL modifier " << pair[0];
+        expected << "key 0 50 304 0x" << std::hex << (1 << i) << " 0 @1 w-1";
+        EXPECT_EQ(Lines{expected.str()}, poll(1));
     }
-    push(key(SDL_KEYDOWN, SDLK_LSHIFT, 50, KMOD_LSHIFT | KMOD_RCTRL | KMOD_RALT | KMOD_LMETA | KMOD_MODE));
-    EXPECT_EQ(Lines{"key 0 50 304 0x469 0 @1 w-1"}, poll(1));
 }
 
 TEST_F(SDLInputProviderTest, OnlyInputFocusAndActivityChangeActivationAndTheRestIsDropped) {
-    push(active(1, SDL_APPINPUTFOCUS));
-    push(active(0, SDL_APPMOUSEFOCUS));  // the pointer left the window: no event
-    push(active(0, SDL_APPACTIVE));
-    push(active(0, SDL_APPMOUSEFOCUS | SDL_APPINPUTFOCUS));
-    SDL_Event axis = make(SDL_JOYAXISMOTION);
-    axis.jaxis.value = 1000;
-    push(axis);
+    push(&SDL_Event::active, SDL_ActiveEvent{SDL_ACTIVEEVENT, 1, SDL_APPINPUTFOCUS});
+    // The pointer left the window: no event.
+    push(&SDL_Event::active, SDL_ActiveEvent{SDL_ACTIVEEVENT, 0, SDL_APPMOUSEFOCUS});
+    push(&SDL_Event::active, SDL_ActiveEvent{SDL_ACTIVEEVENT, 0, SDL_APPACTIVE});
+    push(&SDL_Event::active, SDL_ActiveEvent{SDL_ACTIVEEVENT, 0, SDL_APPMOUSEFOCUS | SDL_APPINPUTFOCUS});
+    push(&SDL_Event::jaxis, SDL_JoyAxisEvent{SDL_JOYAXISMOTION, 0, 0, 1000});
     push(make(SDL_JOYBUTTONDOWN));
     SDL_SysWMmsg message;
     std::memset(&message, 0, sizeof message);
