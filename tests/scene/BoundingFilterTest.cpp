@@ -14,6 +14,8 @@
 #include "scene/UpdateTraverser.h"
 
 using namespace Velun;
+using namespace SceneTest;
+using Dorvan::SharedPtr;
 typedef std::vector<std::string> Names;
 typedef Dorvan::Matrix<float, 4> Matrix4;
 
@@ -29,14 +31,14 @@ struct TakesVolume<
 static_assert(TakesVolume<BoundingBox const&>::value && !TakesVolume<BoundingBox>::value);
 static_assert(!std::is_constructible_v<BoundingFilter, BoundingBox>);
 
-class DrawnLeaf : public SceneTest::BoxLeaf, public Drawable {
+class DrawnLeaf : public BoxLeaf, public Drawable {
 public:
     DrawnLeaf(std::string const& name, float x0, float y0, float x1, float y1)
         : BoxLeaf(Point(x0, y0, 0), Point(x1, y1, 1), name) {}
-    Dorvan::SharedPtr<Material> const getMaterial(unsigned int) const override { return {}; }
-    Dorvan::SharedPtr<Material> getMaterial(unsigned int) override { return {}; }
-    Dorvan::SharedPtr<Geometry> const getGeometry(int) const override { return {}; }
-    Dorvan::SharedPtr<Geometry> getGeometry(int) override { return {}; }
+    SharedPtr<Material> const getMaterial(unsigned int) const override { return {}; }
+    SharedPtr<Material> getMaterial(unsigned int) override { return {}; }
+    SharedPtr<Geometry> const getGeometry(int) const override { return {}; }
+    SharedPtr<Geometry> getGeometry(int) override { return {}; }
     BoundingVolume const* getBoundingVolume() const override { return BoxLeaf::getBoundingVolume(); }
 };
 
@@ -86,7 +88,7 @@ struct Scene {
         plate{"plate", -2, -0.05f, 2, 0.05f};
 };
 
-class BoundingFilterTest : public SceneTest::EngineTest {
+class BoundingFilterTest : public EngineTest {
 protected:
     void SetUp() override {
         EngineTest::SetUp();
@@ -99,8 +101,8 @@ protected:
     Names handled(BoundingFilter const& filter) {
         Traverser walk(*mScene->root.getRoot());
         walk.setSkipRoot(true);
-        Dorvan::SharedPtr<NameRecorder> recorder(new NameRecorder());
-        walk.addFilter(Dorvan::SharedPtr<Traverser::Filter>(new BoundingFilter(filter)));
+        SharedPtr<NameRecorder> recorder(new NameRecorder());
+        walk.addFilter(SharedPtr<Traverser::Filter>(new BoundingFilter(filter)));
         walk.addHandler(recorder);
         walk.walk(0, false);
         return recorder->mNames;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "SceneFixture.h"
 #include "scene/BoundingBox.h"
 #include "scene/Frustrum.h"
 #include "scene/Matrix.h"
@@ -9,6 +10,7 @@
 #include "scene/Transformation.h"
 
 using namespace Velun;
+using SceneTest::expectPoint;
 typedef Dorvan::Matrix<float, 4> Matrix4;
 
 namespace {
@@ -25,12 +27,6 @@ Matrix4 fromRows(std::initializer_list<float> values) {
 void expectNear(Matrix4 const& a, Matrix4 const& b, float tolerance) {
     for (int i = 0; i < 16; ++i)
         EXPECT_NEAR(a.m[i], b.m[i], tolerance) << "element " << i;
-}
-
-void expectPoint(Point const& p, float x, float y, float z) {
-    EXPECT_NEAR(p[0], x, 1e-5f);
-    EXPECT_NEAR(p[1], y, 1e-5f);
-    EXPECT_NEAR(p[2], z, 1e-5f);
 }
 
 Point place(Matrix4 const& m, Point const& p) { return Point(m * p); }

@@ -13,6 +13,12 @@ namespace SceneTest {
 // Nodes take their ids from the engine's SceneManager.
 using EngineTest = VelunTest::EngineTest;
 
+inline void expectPoint(Velun::Point const& p, float x, float y, float z) {
+    EXPECT_NEAR(p[0], x, 1e-5f);
+    EXPECT_NEAR(p[1], y, 1e-5f);
+    EXPECT_NEAR(p[2], z, 1e-5f);
+}
+
 // A leaf with an optional box of its own that counts the update pass's visits.
 class BoxLeaf : public Velun::Leaf {
 public:

@@ -13,16 +13,13 @@
 #include "scene/UpdateTraverser.h"
 #include "scene/View.h"
 
-using SceneTest::BoxLeaf;
-using Velun::Branch;
-using Velun::Node;
-using Velun::SceneRoot;
 using namespace Velun;
+using namespace SceneTest;
 using Dorvan::SharedPtr;
 
 namespace {
 
-class NodeTest : public SceneTest::EngineTest {};
+class NodeTest : public EngineTest {};
 
 TEST_F(NodeTest, AttachRulesAndMarks) {
     Branch top, group, other;
@@ -131,11 +128,7 @@ TEST_F(NodeTest, DestroyedNodesLeaveTheirParentAndChildren) {
     EXPECT_EQ(parent.getAttachedChildCount(), 0);
 }
 
-}  // namespace
-
-namespace {
-
-class SceneManagerTest : public SceneTest::EngineTest {
+class SceneManagerTest : public EngineTest {
 protected:
     SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
 };
@@ -181,11 +174,7 @@ TEST_F(SceneManagerTest, ShutdownDestroysScenesAndDetachesTheirNodes) {
     VelunCore::getSingleton().startup();
 }
 
-}  // namespace
-
-namespace {
-
-class CameraTest : public SceneTest::EngineTest {
+class CameraTest : public EngineTest {
 protected:
     SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
 };
