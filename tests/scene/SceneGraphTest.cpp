@@ -1,4 +1,3 @@
-
 #include <cmath>
 
 #include "SceneFixture.h"
@@ -128,9 +127,10 @@ TEST_F(NodeTest, DestroyedNodesLeaveTheirParentAndChildren) {
     EXPECT_EQ(parent.getAttachedChildCount(), 0);
 }
 
+// One fixture for the managers and the cameras.
 class SceneManagerTest : public EngineTest {
 protected:
-    SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
+    SceneManager& scenes() { return core.getSceneManager(); }
 };
 
 TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes) {
@@ -156,32 +156,26 @@ TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes)
 }
 
 TEST_F(SceneManagerTest, ShutdownDestroysScenesAndDetachesTheirNodes) {
-    Camera* camera = new Camera();
-    Light* light = new Light();
-    SceneGraph& scene = scenes().createSceneGraph();
+    std::unique_ptr<Camera> camera(new Camera());
+    std::unique_ptr<Light> light(new Light());
+    scenes().createSceneGraph().getRoot()->attachChild(*camera);
     Overlay& hud = scenes().createOverlay();
-    scene.getRoot()->attachChild(*camera);
     hud.getRoot()->attachChild(*light);
     camera->setOverlay(hud);
-
-    VelunCore::getSingleton().shutdown();
+    core.shutdown();
     EXPECT_FALSE(camera->isAttached());
     EXPECT_FALSE(light->isAttached());
     EXPECT_EQ(nullptr, camera->getOverlay());
     EXPECT_EQ(nullptr, camera->getParent());
-    delete camera;
-    delete light;
-    VelunCore::getSingleton().startup();
 }
 
-class CameraTest : public EngineTest {
-protected:
-    SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
-};
-
-TEST_F(CameraTest, DeletedOverlayIsForgotten) {
-    Camera camera;
+TEST_F(SceneManagerTest, ADeletedOverlayIsForgottenAndACameraMayEndBeforeItsOverlay) {
     Overlay& overlay = scenes().createOverlay();
+    {
+        Camera camera;
+        camera.setOverlay(overlay);
+    }
+    Camera camera;
     camera.setOverlay(overlay);
     EXPECT_TRUE(scenes().deleteOverlay(overlay));
     EXPECT_EQ(nullptr, camera.getOverlay());
@@ -190,7 +184,7 @@ TEST_F(CameraTest, DeletedOverlayIsForgotten) {
 }
 
 // The view looks from the camera's world place: its matrix is the inverse placement.
-TEST_F(CameraTest, ViewSeesFromTheCameraWorldPlace) {
+TEST_F(SceneManagerTest, ACameraViewSeesFromTheCameraWorldPlace) {
     SceneGraph& scene = scenes().createSceneGraph();
     TransformationNode place;
     Camera camera;
@@ -203,23 +197,12 @@ TEST_F(CameraTest, ViewSeesFromTheCameraWorldPlace) {
     ASSERT_FALSE(view.isNull());
     EXPECT_EQ(&scene, &view->getSceneRoot());
     EXPECT_FLOAT_EQ(1.5f, view->getFrustrum()->getAspect());
-    Point const origin(view->getFrustrum()->getViewMatrix() * Point(3.0f, 0.0f, 5.0f));
-    Point const ahead(view->getFrustrum()->getViewMatrix() *
-                      Point(3.0f - 2.0f * std::sin(0.5f), 0.0f, 5.0f - 2.0f * std::cos(0.5f)));
-    for (int i = 0; i < 3; ++i)
-        EXPECT_NEAR(0.0f, origin[i], 1e-5f);
-    EXPECT_NEAR(-2.0f, ahead[2], 1e-5f);
+    Dorvan::Matrix<float, 4> const& toView = view->getFrustrum()->getViewMatrix();
+    expectPoint(Point(toView * Point(3.0f, 0.0f, 5.0f)), 0, 0, 0);
+    expectPoint(Point(toView * Point(3.0f - 2.0f * std::sin(0.5f), 0.0f, 5.0f - 2.0f * std::cos(0.5f))), 0, 0,
+                -2.0f);
     scene.getRoot()->detachChilds();
     place.detachChild();
-}
-
-TEST_F(CameraTest, CameraMayEndBeforeItsOverlay) {
-    Overlay& overlay = scenes().createOverlay();
-    {
-        Camera camera;
-        camera.setOverlay(overlay);
-    }
-    EXPECT_TRUE(scenes().deleteOverlay(overlay));
 }
 
 }  // namespace
