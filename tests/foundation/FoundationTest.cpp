@@ -11,6 +11,7 @@
 #include "foundation/OrderedMap.h"
 #include "foundation/SharedPtr.h"
 #include "foundation/Vector.h"
+#include "support/ChannelLog.h"
 
 using namespace Dorvan;
 using Block = Dorvan::CowMemPtr<void>;
@@ -223,35 +224,14 @@ TEST(SharedPtrTest, LastCopyDeletesExactlyOnceThroughAssignmentsAndBaseCopies) {
     EXPECT_TRUE(base.isNull());
 }
 
-namespace {
-
-struct RecordingLogger : Logger {
-    explicit RecordingLogger(std::vector<std::string>* lines) : mLines(lines) {}
-    void fatal(const std::string& m) override { mLines->push_back("fatal:" + m); }
-    void error(const std::string& m) override { mLines->push_back("error:" + m); }
-    void warn(const std::string& m) override { mLines->push_back("warn:" + m); }
-    void info(const std::string& m) override { mLines->push_back("info:" + m); }
-    void debug(const std::string& m) override { mLines->push_back("debug:" + m); }
-    std::vector<std::string>* mLines;
-};
-
-struct RecordingBackend : LogBackend {
+// The engine's log back end, counting its initialisations.
+struct CountingLog : VelunTest::ChannelLog {
     void initialize() override {
         ++mInitializations;
-        mInitialized = true;
-    }
-    bool isInitialized() override { return mInitialized; }
-    SharedPtr<Logger> getLogger(const std::string& name) override {
-        mChannels.push_back(name);
-        return SharedPtr<Logger>(new RecordingLogger(&mLines));
+        ChannelLog::initialize();
     }
     int mInitializations = 0;
-    bool mInitialized = false;
-    std::vector<std::string> mChannels;
-    std::vector<std::string> mLines;
 };
-
-}  // namespace
 
 TEST(LogManagerTest, DefaultLoggerWritesPlainLinesAndABackendGetsTheChannels) {
     Velun::LogManager logs;
@@ -265,17 +245,15 @@ TEST(LogManagerTest, DefaultLoggerWritesPlainLinesAndABackendGetsTheChannels) {
     a->debug("d");
     EXPECT_EQ("f\nsomething failed\nw\n\nd\n", testing::internal::GetCapturedStderr());
 
-    RecordingBackend first, second;
+    CountingLog first, second;
     logs.registerBackend(first);
     EXPECT_EQ(1, first.mInitializations);
     logs.getLogger("loader.ms3d.objectloader")->error("bad file");
-    EXPECT_EQ((std::vector<std::string>{"loader.ms3d.objectloader"}), first.mChannels);
-    EXPECT_EQ((std::vector<std::string>{"error:bad file"}), first.mLines);
-
-    second.mInitialized = true;
+    EXPECT_EQ((std::vector<std::string>{"loader.ms3d.objectloader: bad file"}), first.mLines);
+    second.ChannelLog::initialize();
     logs.registerBackend(second);
     EXPECT_EQ(0, second.mInitializations);
     logs.getLogger("terrain")->warn("x");
-    EXPECT_EQ(1u, first.mChannels.size());
-    EXPECT_EQ((std::vector<std::string>{"terrain"}), second.mChannels);
+    EXPECT_EQ(1u, first.mLines.size());
+    EXPECT_EQ((std::vector<std::string>{"terrain: x"}), second.mLines);
 }

@@ -48,21 +48,15 @@ public:
 };
 
 // Groups that count the update pass's visits on the way down and up.
-class CountingBranch : public Velun::Branch {
+template <class Group>
+class Counting : public Group {
 public:
-    explicit CountingBranch(std::string const& name = std::string()) : Branch(name), mDown(0), mUp(0) {}
+    explicit Counting(std::string const& name = std::string()) : Group(name) {}
     void update(bool entering) override { ++(entering ? mDown : mUp); }
-    int mDown;
-    int mUp;
+    int mDown = 0;
+    int mUp = 0;
 };
-
-class CountingTransformation : public Velun::TransformationNode {
-public:
-    explicit CountingTransformation(std::string const& name = std::string())
-        : TransformationNode(name), mDown(0), mUp(0) {}
-    void update(bool entering) override { ++(entering ? mDown : mUp); }
-    int mDown;
-    int mUp;
-};
+using CountingBranch = Counting<Velun::Branch>;
+using CountingTransformation = Counting<Velun::TransformationNode>;
 
 }  // namespace SceneTest
