@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <ctime>
+#include <string>
 #include <thread>
+#include <utility>
 
-#include "core/ConfigManager.h"
 #include "core/FileNameMapper.h"
-#include "core/LogManager.h"
 #include "core/MonotonicCounter.h"
 #include "core/NameMapper.h"
 #include "core/NativePath.h"
@@ -26,8 +25,6 @@
 #include "render/RenderManager.h"
 #include "scene/SceneManager.h"
 #include "sound/SoundManager.h"
-#include "support/Engine.h"
-#include "support/PassRecorder.h"
 #include "texture/TextureManager.h"
 
 using namespace Velun;
