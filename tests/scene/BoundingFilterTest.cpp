@@ -22,13 +22,6 @@ typedef Dorvan::Matrix<float, 4> Matrix4;
 namespace {
 
 // A filter keeps only an address: a temporary volume must not compile.
-template <class V, class = void>
-struct TakesVolume : std::false_type {};
-template <class V>
-struct TakesVolume<
-    V, std::void_t<decltype(std::declval<BoundingFilter&>().setBoundingVolume(std::declval<V>()))>>
-    : std::true_type {};
-static_assert(TakesVolume<BoundingBox const&>::value && !TakesVolume<BoundingBox>::value);
 static_assert(!std::is_constructible_v<BoundingFilter, BoundingBox>);
 
 class DrawnLeaf : public BoxLeaf, public Drawable {

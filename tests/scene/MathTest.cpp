@@ -194,14 +194,10 @@ Frustrum perspective() {
 
 TEST(FrustrumTest, PerspectiveProjectionAndPlanes) {
     Frustrum f = perspective();
-    Matrix4 p = f.getProjectionMatrix();
-    EXPECT_FALSE(p.mIdentity);
-    EXPECT_NEAR(p.m[0], 1.0f, 1e-6f);
-    EXPECT_NEAR(p.m[5], 1.0f, 1e-6f);
-    EXPECT_NEAR(p.m[10], -1000.1 / 999.9, 1e-6);
-    EXPECT_NEAR(p.m[11], -200.0 / 999.9, 1e-6);
-    EXPECT_EQ(p.m[14], -1.0f);
-    EXPECT_EQ(p.m[15], 0.0f);
+    EXPECT_FALSE(f.getProjectionMatrix().mIdentity);
+    float const depth = -1000.1f / 999.9f, offset = -200.0f / 999.9f;
+    expectNear(f.getProjectionMatrix(), fromRows({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, depth, offset, 0, 0, -1, 0}),
+               1e-6f);
     EXPECT_NEAR(f.getRight(), 0.1f, 1e-7f);
     EXPECT_NEAR(f.getBottom(), -0.1f, 1e-7f);
 

@@ -53,9 +53,9 @@ TEST_F(NodeTest, AttachRulesAndMarks) {
     EXPECT_EQ(other.getAttachedChildCount(), 0);
 }
 
-TEST_F(NodeTest, DetachingLeavesTheChildAliveAndShiftsPositions) {
+TEST_F(NodeTest, DetachedOrDestroyedNodesLeaveTheirParentAndChildren) {
     Branch group;
-    BoxLeaf a, b, c;
+    BoxLeaf a, b, c, survivor;
     group.attachChild(a);
     group.attachChild(b);
     group.attachChild(c);
@@ -79,6 +79,18 @@ TEST_F(NodeTest, DetachingLeavesTheChildAliveAndShiftsPositions) {
     EXPECT_EQ(c.getParent(), nullptr);
     EXPECT_TRUE(group.detachChilds());
     EXPECT_EQ(group.getNodeStatus(), Node::StatusModified);
+
+    {
+        Branch child;
+        BoxLeaf leaf;
+        group.attachChild(child);
+        group.attachChild(leaf);
+        child.attachChild(survivor);
+        group.finishUpdate();
+    }
+    EXPECT_EQ(group.getAttachedChildCount(), 0);
+    EXPECT_EQ(group.getNodeStatus(), Node::StatusModified);
+    EXPECT_EQ(survivor.getParent(), nullptr);
 }
 
 TEST_F(NodeTest, ChangesReachTheAncestors) {
@@ -106,25 +118,6 @@ TEST_F(NodeTest, ChangesReachTheAncestors) {
 
     top.finishUpdate();
     EXPECT_FALSE(top.isModified(false));
-}
-
-TEST_F(NodeTest, DestroyedNodesLeaveTheirParentAndChildren) {
-    Branch parent;
-    BoxLeaf survivor;
-    {
-        Branch child;
-        parent.attachChild(child);
-        child.attachChild(survivor);
-        parent.finishUpdate();
-    }
-    EXPECT_EQ(parent.getAttachedChildCount(), 0);
-    EXPECT_EQ(parent.getNodeStatus(), Node::StatusModified);
-    EXPECT_EQ(survivor.getParent(), nullptr);
-    {
-        BoxLeaf leaf;
-        parent.attachChild(leaf);
-    }
-    EXPECT_EQ(parent.getAttachedChildCount(), 0);
 }
 
 // One fixture for the managers and the cameras.

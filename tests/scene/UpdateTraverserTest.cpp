@@ -124,53 +124,38 @@ TEST_F(UpdateTraverserTest, UnchangedSubtreesAreNotVisited) {
     EXPECT_EQ(worldBox(still).getMax()[1], 7.0f);
 }
 
-TEST_F(UpdateTraverserTest, GroupVolumesEncloseAllChildrenAfterOneOfManyMoved) {
-    Branch group;
+TEST_F(UpdateTraverserTest, GroupVolumesEncloseTheirChildrenAndInfiniteLeavesMakeThemInfinite) {
+    Branch group, lit;
     CountingBranch inner;
-    TransformationNode moving, innerPlace;
-    BoxLeaf far(Point(20, 20, 20), Point(21, 21, 21)), near(Point(0, 0, 0), Point(1, 1, 1));
+    TransformationNode moving, innerPlace, lightPlace;
+    BoxLeaf far(Point(20, 20, 20), Point(21, 21, 21)), near(Point(0, 0, 0), Point(1, 1, 1)), camera;
+    InfiniteLeaf light;
     root().attachChild(group);
+    root().attachChild(lit);
     group.attachChild(inner);
     group.attachChild(moving);
     inner.attachChild(innerPlace);
+    inner.attachChild(camera);
     innerPlace.setChild(far);
     moving.setChild(near);
+    lit.attachChild(lightPlace);
+    lightPlace.setChild(light);
     update();
     expectBox(worldBox(group), Point(0, 0, 0), Point(21, 21, 21));
+    // A leaf without a volume adds nothing to its group.
+    EXPECT_EQ(worldBox(camera).getState(), BoundingVolume::StateEmpty);
+    expectBox(worldBox(inner), Point(20, 20, 20), Point(21, 21, 21));
+    for (Node* n : std::initializer_list<Node*>{&light, &lightPlace, &lit, &root()})
+        EXPECT_EQ(worldBox(*n).getState(), BoundingVolume::StateInfinite) << n->getNodeId();
 
     moving.translate(-5, 0, 0, false);
+    lightPlace.translate(1, 1, 1, false);
     update();
     EXPECT_EQ(inner.mDown, 2);
     EXPECT_EQ(inner.mUp, 1);
     expectBox(worldBox(near), Point(-5, 0, 0), Point(-4, 1, 1));
     expectBox(worldBox(group), Point(-5, 0, 0), Point(21, 21, 21));
-}
-
-TEST_F(UpdateTraverserTest, InfiniteLeavesMakeTheirAncestorsInfinite) {
-    Branch group, other;
-    TransformationNode place;
-    InfiniteLeaf light;
-    BoxLeaf camera, box(Point(0, 0, 0), Point(1, 1, 1));
-    root().attachChild(group);
-    root().attachChild(other);
-    group.attachChild(place);
-    place.setChild(light);
-    other.attachChild(camera);
-    other.attachChild(box);
-    update();
-    EXPECT_EQ(worldBox(light).getState(), BoundingVolume::StateInfinite);
-    EXPECT_EQ(worldBox(place).getState(), BoundingVolume::StateInfinite);
-    EXPECT_EQ(worldBox(group).getState(), BoundingVolume::StateInfinite);
-    EXPECT_EQ(worldBox(root()).getState(), BoundingVolume::StateInfinite);
-
-    // A leaf without a volume adds nothing to its group.
-    EXPECT_EQ(worldBox(camera).getState(), BoundingVolume::StateEmpty);
-    EXPECT_EQ(worldBox(other).getState(), BoundingVolume::StateBounded);
-    EXPECT_EQ(worldBox(other).getMax()[0], 1.0f);
-
-    place.translate(1, 1, 1, false);
-    update();
-    EXPECT_EQ(worldBox(group).getState(), BoundingVolume::StateInfinite);
+    EXPECT_EQ(worldBox(lit).getState(), BoundingVolume::StateInfinite);
 }
 
 TEST_F(UpdateTraverserTest, NodesAttachedLaterTakeTheirParentsPlace) {
