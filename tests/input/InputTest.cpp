@@ -188,7 +188,7 @@ TEST_F(InputManagerTest, SameIdReplacesTheFirstAndADestroyedProcessorLeavesTheCh
 }
 
 TEST_F(InputManagerTest, AnEnabledProviderThatNeedsPollingIsPolledOncePerPassWithThePassTime) {
-    QuitProvider provider;
+    QuitProvider provider, leaving;
     RecordingProcessor processor;
     input().registerInputProvider(provider);
     input().registerInputProvider(provider);  // no second adapter
@@ -206,23 +206,18 @@ TEST_F(InputManagerTest, AnEnabledProviderThatNeedsPollingIsPolledOncePerPassWit
     pollInput();
     EXPECT_EQ(1u, provider.mPolls.size());
     provider.mNeedsPolling = true;
+
+    // A provider can be unregistered from inside its own poll.
+    input().unregisterInputProvider(provider);
+    input().registerInputProvider(leaving);
+    input().registerInputProvider(provider);
+    processor.mAction = [&](InputEvent&) { input().unregisterInputProvider(leaving); };
     pollInput();
     EXPECT_EQ(2u, provider.mPolls.size());
-}
-
-TEST_F(InputManagerTest, AProviderCanBeUnregisteredFromInsideItsOwnPoll) {
-    QuitProvider first, second;
-    RecordingProcessor processor;
-    processor.mAction = [&](InputEvent&) { input().unregisterInputProvider(first); };
-    input().registerInputProvider(first);
-    input().registerInputProvider(second);
-    input().registerInputProcessor(processor);
-    pollInput();
-    EXPECT_EQ(1u, second.mPolls.size());
     EXPECT_EQ(1u, input().getInputProviderCount());
     pollInput();
-    EXPECT_EQ(1u, first.mPolls.size());
-    EXPECT_EQ(2u, second.mPolls.size());
+    EXPECT_EQ(1u, leaving.mPolls.size());
+    EXPECT_EQ(3u, provider.mPolls.size());
     EXPECT_EQ(1u, input().getProcessList()->size());
 }
 

@@ -266,22 +266,17 @@ TEST_F(FollowModifierTest, ClosesOnTheSourceAtTenPerSecondAndLandsOnItWithoutOve
     EXPECT_FLOAT_EQ(-4.0f, mModifier->getPosition()[2]);
 }
 
-TEST_F(FollowModifierTest, FacesTheSourceDirection) {
-    follow(0.0f, 0.0f, -HalfPi);
-    mModifier->run(1020);
-    EXPECT_NEAR(3.0f * HalfPi, mModifier->getRotationY(), 1e-4f);
-    // The follower's +Z axis points where the source's does: world -X.
-    EXPECT_NEAR(-1.0f, mFollower.getLocalTransformation()(0, 2), 1e-5f);
-    EXPECT_NEAR(0.0f, mFollower.getLocalTransformation()(2, 2), 1e-5f);
-}
-
-TEST_F(FollowModifierTest, OffsetPlacesTheFollowerInTheSourceFrame) {
+TEST_F(FollowModifierTest, FacesTheSourceDirectionWithTheOffsetInTheSourceFrame) {
     mModifier->getOffsetTransformation().translate(0.0f, 1.0f, -3.0f, false);
     mModifier->setToPoint(Point(4.0f, 0.0f, 0.0f), 0.0f);
-    follow(4.0f, 0.0f, HalfPi);
+    follow(4.0f, 0.0f, -HalfPi);
     mModifier->run(1020);
-    // Three units behind the source along its heading (+X), one above.
-    expectTranslation(mFollower, 1, 1, 0);
+    EXPECT_NEAR(3.0f * HalfPi, mModifier->getRotationY(), 1e-4f);
+    // The follower's +Z axis points where the source's does, world -X; it stands three
+    // units behind the source along that heading, one above.
+    EXPECT_NEAR(-1.0f, mFollower.getLocalTransformation()(0, 2), 1e-5f);
+    EXPECT_NEAR(0.0f, mFollower.getLocalTransformation()(2, 2), 1e-5f);
+    expectTranslation(mFollower, 7, 1, 0);
 }
 
 TEST_F(FollowModifierTest, SetToSourceTakesTheHeadingAndKeepsThePosition) {
