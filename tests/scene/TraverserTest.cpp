@@ -1,5 +1,6 @@
 #include "SceneFixture.h"
 
+#include <algorithm>
 #include <map>
 #include <sstream>
 #include <vector>
@@ -15,15 +16,14 @@ namespace {
 typedef std::map<std::string, Traverser::StatusResult> Answers;
 
 // Reads "A:skip A2:stop" as answers per node name.
-std::vector<std::pair<std::string, Traverser::StatusResult>> parse(std::string const& text) {
-    static std::map<std::string, Traverser::StatusResult> const results = {
-        {"skip", Traverser::ResultSkip},
-        {"stop", Traverser::ResultStop},
-        {"accept", Traverser::ResultAccept}};
+std::vector<std::pair<std::string, Traverser::StatusResult>> parse(std::string text) {
     std::vector<std::pair<std::string, Traverser::StatusResult>> answers;
+    std::replace(text.begin(), text.end(), ':', ' ');
     std::istringstream words(text);
-    for (std::string word; words >> word;)
-        answers.emplace_back(word.substr(0, word.find(':')), results.at(word.substr(word.find(':') + 1)));
+    for (std::string name, result; words >> name >> result;)
+        answers.emplace_back(name, result == "skip"   ? Traverser::ResultSkip
+                                   : result == "stop" ? Traverser::ResultStop
+                                                      : Traverser::ResultAccept);
     return answers;
 }
 
