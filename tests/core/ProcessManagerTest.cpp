@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -14,10 +15,15 @@ typedef std::vector<std::string> Trace;
 
 namespace {
 
-// Records each run into a shared trace and calls an optional action.
-class TraceProcess : public Process {
+// A subsystem whose one process writes its name into a shared trace and calls an
+// optional action.
+class TraceSubsystem : public Subsystem, public Process {
 public:
-    TraceProcess(std::string name, std::vector<std::string>* trace) : mName(name), mTrace(trace) {}
+    TraceSubsystem(int id, std::string name, Trace* trace) : mName(name), mTrace(trace) {
+        setSubsystemId(id);
+        mProcesses.push_back(this);
+    }
+    std::vector<Process*>* getProcessList() override { return &mProcesses; }
     int run(std::int64_t) override {
         mTrace->push_back(mName);
         if (mAction)
@@ -25,33 +31,24 @@ public:
         return 0;
     }
     std::string mName;
-    std::vector<std::string>* mTrace;
+    Trace* mTrace;
     std::function<void()> mAction;
-};
-
-class TestSubsystem : public Subsystem {
-public:
-    explicit TestSubsystem(int id) { setSubsystemId(id); }
-    std::vector<Process*>* getProcessList() override { return &mProcesses; }
     std::vector<Process*> mProcesses;
 };
 
 // A private ProcessManager; the engine is started so that passes can read its clock.
 class ProcessManagerTest : public VelunTest::EngineTest {
 protected:
-    TestSubsystem& add(int id, const std::string& name) {
-        mSubsystems.emplace_back(new TestSubsystem(id));
-        mProcesses.emplace_back(new TraceProcess(name, &mTrace));
-        mSubsystems.back()->mProcesses.push_back(mProcesses.back().get());
+    TraceSubsystem& add(int id, const std::string& name) {
+        mSubsystems.emplace_back(new TraceSubsystem(id, name, &mTrace));
         mManager.registerSubsystem(*mSubsystems.back(), -1);
         return *mSubsystems.back();
     }
-    TraceProcess& process(size_t i) { return *mProcesses[i]; }
+    TraceSubsystem& process(size_t i) { return *mSubsystems[i]; }
 
     ProcessManager mManager;
-    std::vector<std::string> mTrace;
-    std::vector<std::unique_ptr<TestSubsystem>> mSubsystems;
-    std::vector<std::unique_ptr<TraceProcess>> mProcesses;
+    Trace mTrace;
+    std::vector<std::unique_ptr<TraceSubsystem>> mSubsystems;
 };
 
 }  // namespace
@@ -95,7 +92,8 @@ TEST_F(ProcessManagerTest, UpdateModesInAndOutOfTheLoop) {
 TEST_F(ProcessManagerTest, RegistrationOrderAndRefusals) {
     EXPECT_EQ(100, mManager.createSubsystemId());
     EXPECT_EQ(101, mManager.createSubsystemId());
-    TestSubsystem negative(-3), a(10), b(11), c(12), d(13), e(14);
+    TraceSubsystem negative(-3, "", &mTrace), a(10, "", &mTrace), b(11, "", &mTrace), c(12, "", &mTrace),
+        d(13, "", &mTrace), e(14, "", &mTrace);
     EXPECT_EQ(-1, mManager.registerSubsystem(negative, -1));
     EXPECT_EQ(0u, mManager.getSubsystemCount());
     EXPECT_EQ(0, mManager.registerSubsystem(a, -1));
@@ -115,10 +113,8 @@ TEST_F(ProcessManagerTest, RegistrationOrderAndRefusals) {
 }
 
 TEST_F(ProcessManagerTest, ASubsystemAppendedDuringAPassRunsInThatPassWithOneStampForItsProcesses) {
-    TestSubsystem& first = add(100, "first");
-    TestSubsystem late(101);
-    TraceProcess lateProcess("late", &mTrace);
-    late.mProcesses.push_back(&lateProcess);
+    TraceSubsystem& first = add(100, "first");
+    TraceSubsystem late(101, "late", &mTrace);
     process(0).mAction = [&] {
         if (mManager.getSubsystemPos(101) < 0)
             mManager.registerSubsystem(late, -1);
