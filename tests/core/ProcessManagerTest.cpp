@@ -65,6 +65,7 @@ TEST_F(ProcessManagerTest, StopInsideTheLoopLetsThePassFinishAndABlockingStopIsR
             EXPECT_EQ(0, mManager.stop(false));
         }
     };
+    process(2).mAction = [&] { EXPECT_TRUE(mManager.isRunning()); };
     EXPECT_EQ(0, mManager.run(true));
     EXPECT_EQ((Trace{"a", "b", "c", "a", "b", "c", "a", "b", "c"}), mTrace);
     EXPECT_FALSE(mManager.isRunning());

@@ -186,6 +186,10 @@ TEST_F(SceneManagerTest, ACameraViewSeesFromTheCameraWorldPlace) {
     place.setChild(camera);
     scene.getRoot()->attachChild(place);
     scene.getUpdateTraverser()->run(0);
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(camera.getView(0.0f).isNull());
+    EXPECT_EQ("Camera::getView: the aspect must be a positive number, not 0\n",
+              testing::internal::GetCapturedStderr());
     SharedPtr<View> view = camera.getView(1.5f);
     ASSERT_FALSE(view.isNull());
     EXPECT_EQ(&scene, &view->getSceneRoot());
