@@ -57,17 +57,14 @@ Matrix4 moved(float x, float y) {
 // thin 4-wide plate lying along the diagonal x = y - 20, around (0, 20).
 struct Scene {
     Scene() : root(1) {
-        for (Node* child : std::initializer_list<Node*>{&left, &right, &empty, &platePlace})
-            root.getRoot()->attachChild(*child);
-        left.attachChild(leftPlace);
-        leftPlace.setChild(a);
+        Node* top = root.getRoot();
+        chain({top, &left, &leftPlace, &a});
+        chain({top, &right, &rightPlace, &rightGroup, &b});
+        chain({&rightGroup, &c});
+        chain({top, &empty});
+        chain({top, &platePlace, &plate});
         leftPlace.translate(-10, 0, 0, false);
-        right.attachChild(rightPlace);
-        rightPlace.setChild(rightGroup);
         rightPlace.translate(10, 0, 0, false);
-        rightGroup.attachChild(b);
-        rightGroup.attachChild(c);
-        platePlace.setChild(plate);
         platePlace.rotateZ(0.785398f, false);
         platePlace.translate(0, 20, 0, false);
         root.getUpdateTraverser()->run(0);

@@ -19,6 +19,17 @@ inline void expectPoint(Velun::Point const& p, float x, float y, float z) {
     EXPECT_NEAR(p[2], z, 1e-5f);
 }
 
+// Hangs each node below the one before it: chain({&root, &place, &leaf}).
+inline void chain(std::initializer_list<Velun::Node*> nodes) {
+    for (auto parent = nodes.begin(), child = parent + 1; parent != nodes.end() && child != nodes.end();
+         ++parent, ++child) {
+        if (auto* place = dynamic_cast<Velun::TransformationNode*>(*parent))
+            place->setChild(**child);
+        else
+            dynamic_cast<Velun::Branch&>(**parent).attachChild(**child);
+    }
+}
+
 // A leaf with an optional box of its own that counts the update pass's visits.
 class BoxLeaf : public Velun::Leaf {
 public:

@@ -56,10 +56,9 @@ public:
 // G { A { A1, A2 }, B }, and a lonely group.
 struct Tree {
     Tree() {
-        g.attachChild(a);
-        a.attachChild(a1);
-        a.attachChild(a2);
-        g.attachChild(b);
+        chain({&g, &a, &a1});
+        chain({&a, &a2});
+        chain({&g, &b});
     }
     Branch g{"G"}, a{"A"}, lonely{"lonely"};
     BoxLeaf a1{"A1"}, a2{"A2"}, b{"B"};

@@ -45,11 +45,7 @@ TEST_F(UpdateTraverserTest, WorldTransformationsFollowMovesAtEveryLevel) {
     TransformationNode t1, t2, t3;
     Branch middle;
     BoxLeaf leaf(Point(-1, -1, -1), Point(1, 1, 1));
-    root().attachChild(t1);
-    t1.setChild(middle);
-    middle.attachChild(t2);
-    t2.setChild(t3);
-    t3.setChild(leaf);
+    chain({&root(), &t1, &middle, &t2, &t3, &leaf});
 
     t1.translate(10, 0, 0, false);
     t2.rotateZ(static_cast<float>(M_PI / 2), false);
@@ -85,12 +81,8 @@ TEST_F(UpdateTraverserTest, UnchangedSubtreesAreNotVisited) {
     CountingTransformation moved, still;
     CountingBranch movedGroup, stillGroup;
     BoxLeaf movedLeaf(Point(0, 0, 0), Point(1, 1, 1)), stillLeaf(Point(0, 0, 0), Point(1, 1, 1));
-    root().attachChild(moved);
-    root().attachChild(still);
-    moved.setChild(movedGroup);
-    still.setChild(stillGroup);
-    movedGroup.attachChild(movedLeaf);
-    stillGroup.attachChild(stillLeaf);
+    chain({&root(), &moved, &movedGroup, &movedLeaf});
+    chain({&root(), &still, &stillGroup, &stillLeaf});
 
     update();
     EXPECT_EQ(movedLeaf.mVisits, 1);
@@ -130,16 +122,10 @@ TEST_F(UpdateTraverserTest, GroupVolumesEncloseTheirChildrenAndInfiniteLeavesMak
     TransformationNode moving, innerPlace, lightPlace;
     BoxLeaf far(Point(20, 20, 20), Point(21, 21, 21)), near(Point(0, 0, 0), Point(1, 1, 1)), camera;
     InfiniteLeaf light;
-    root().attachChild(group);
-    root().attachChild(lit);
-    group.attachChild(inner);
-    group.attachChild(moving);
-    inner.attachChild(innerPlace);
-    inner.attachChild(camera);
-    innerPlace.setChild(far);
-    moving.setChild(near);
-    lit.attachChild(lightPlace);
-    lightPlace.setChild(light);
+    chain({&root(), &group, &inner, &innerPlace, &far});
+    chain({&inner, &camera});
+    chain({&group, &moving, &near});
+    chain({&root(), &lit, &lightPlace, &light});
     update();
     expectBox(worldBox(group), Point(0, 0, 0), Point(21, 21, 21));
     // A leaf without a volume adds nothing to its group.
@@ -161,8 +147,7 @@ TEST_F(UpdateTraverserTest, GroupVolumesEncloseTheirChildrenAndInfiniteLeavesMak
 TEST_F(UpdateTraverserTest, NodesAttachedLaterTakeTheirParentsPlace) {
     TransformationNode place;
     Branch holder;
-    root().attachChild(place);
-    place.setChild(holder);
+    chain({&root(), &place, &holder});
     place.translate(3, 0, 0, false);
     update();
 
@@ -179,8 +164,7 @@ TEST_F(UpdateTraverserTest, NodesAttachedLaterTakeTheirParentsPlace) {
     // Moved to another place: it follows at once.
     TransformationNode other;
     Branch otherHolder;
-    root().attachChild(other);
-    other.setChild(otherHolder);
+    chain({&root(), &other, &otherHolder});
     other.translate(0, 0, -8, false);
     holder.detachChild(late.getNodeId());
     otherHolder.attachChild(late);
