@@ -171,6 +171,11 @@ TEST_F(UpdateTraverserTest, NodesAttachedLaterTakeTheirParentsPlace) {
     update();
     expectPoint(worldOrigin(leaf), 0, 0, -8);
     EXPECT_EQ(worldBox(holder).getState(), BoundingVolume::StateEmpty);
+    // Right below the root, whose place never moves, it takes the root's.
+    otherHolder.detachChild(late.getNodeId());
+    root().attachChild(late);
+    update();
+    expectPoint(worldOrigin(leaf), 0, 0, 0);
 }
 
 }  // namespace
