@@ -102,6 +102,22 @@ TEST(TransformationTest, LocalChoosesTheAxesAndMatricesComposeOnTheRight) {
     EXPECT_FLOAT_EQ(flat.getInverseTransformation().m[7], -4.0f);
 }
 
+// A quarter turn about each axis is right-handed, also about a given axis or line.
+TEST(TransformationTest, QuarterTurnsAreRightHanded) {
+    float const q = static_cast<float>(M_PI / 2);
+    Transformation x, y, z, axis, line;
+    x.rotateX(q, false);
+    y.rotateY(q, false);
+    z.rotateZ(q, false);
+    axis.rotate(q, 0, 0, 2, false);
+    line.rotate(q, Dorvan::TVector<float, 3>(1, 0, 0), Dorvan::TVector<float, 3>(1, 0, 3), false);
+    expectPoint(place(x, Point(0, 1, 0)), 0, 0, 1);
+    expectPoint(place(y, Point(0, 0, 1)), 1, 0, 0);
+    expectPoint(place(z, Point(1, 0, 0)), 0, 1, 0);
+    expectPoint(place(axis, Point(1, 0, 0)), 0, 1, 0);
+    expectPoint(place(line, Point(2, 0, 0)), 1, 1, 0);
+}
+
 BoundingBox box(float x0, float y0, float z0, float x1, float y1, float z1) {
     return BoundingBox(Point(x0, y0, z0), Point(x1, y1, z1));
 }
