@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -10,13 +11,19 @@
 #include "support/Engine.h"
 
 using namespace Velun;
+typedef std::vector<std::string> Trace;
 
 namespace {
 
-// Records each run into a shared trace and calls an optional action.
-class TraceProcess : public Process {
+// A subsystem whose one process writes its name into a shared trace and calls an
+// optional action.
+class TraceSubsystem : public Subsystem, public Process {
 public:
-    TraceProcess(std::string name, std::vector<std::string>* trace) : mName(name), mTrace(trace) {}
+    TraceSubsystem(int id, std::string name, Trace* trace) : mName(name), mTrace(trace) {
+        setSubsystemId(id);
+        mProcesses.push_back(this);
+    }
+    std::vector<Process*>* getProcessList() override { return &mProcesses; }
     int run(std::int64_t) override {
         mTrace->push_back(mName);
         if (mAction)
@@ -24,60 +31,44 @@ public:
         return 0;
     }
     std::string mName;
-    std::vector<std::string>* mTrace;
+    Trace* mTrace;
     std::function<void()> mAction;
-};
-
-class TestSubsystem : public Subsystem {
-public:
-    explicit TestSubsystem(int id) { setSubsystemId(id); }
-    std::vector<Process*>* getProcessList() override { return &mProcesses; }
     std::vector<Process*> mProcesses;
 };
 
 // A private ProcessManager; the engine is started so that passes can read its clock.
 class ProcessManagerTest : public VelunTest::EngineTest {
 protected:
-    TestSubsystem& add(int id, const std::string& name) {
-        mSubsystems.emplace_back(new TestSubsystem(id));
-        mProcesses.emplace_back(new TraceProcess(name, &mTrace));
-        mSubsystems.back()->mProcesses.push_back(mProcesses.back().get());
+    TraceSubsystem& add(int id, const std::string& name) {
+        mSubsystems.emplace_back(new TraceSubsystem(id, name, &mTrace));
         mManager.registerSubsystem(*mSubsystems.back(), -1);
         return *mSubsystems.back();
     }
-    TraceProcess& process(size_t i) { return *mProcesses[i]; }
+    TraceSubsystem& process(size_t i) { return *mSubsystems[i]; }
 
     ProcessManager mManager;
-    std::vector<std::string> mTrace;
-    std::vector<std::unique_ptr<TestSubsystem>> mSubsystems;
-    std::vector<std::unique_ptr<TraceProcess>> mProcesses;
+    Trace mTrace;
+    std::vector<std::unique_ptr<TraceSubsystem>> mSubsystems;
 };
 
 }  // namespace
 
-TEST_F(ProcessManagerTest, StopFromTheFirstSubsystemLetsThePassFinish) {
+TEST_F(ProcessManagerTest, StopInsideTheLoopLetsThePassFinishAndABlockingStopIsRefused) {
     add(100, "a");
     add(101, "b");
     add(102, "c");
+    int passes = 0;
     process(0).mAction = [&] {
         EXPECT_TRUE(mManager.isRunning());
         EXPECT_EQ(-1, mManager.stop(true));
-        EXPECT_EQ(0, mManager.stop(false));
+        if (++passes == 3) {
+            EXPECT_EQ(0, mManager.stop(false));
+        }
     };
+    process(2).mAction = [&] { EXPECT_TRUE(mManager.isRunning()); };
     EXPECT_EQ(0, mManager.run(true));
-    EXPECT_EQ((std::vector<std::string>{"a", "b", "c"}), mTrace);
+    EXPECT_EQ((Trace{"a", "b", "c", "a", "b", "c", "a", "b", "c"}), mTrace);
     EXPECT_FALSE(mManager.isRunning());
-}
-
-TEST_F(ProcessManagerTest, BlockingStopInsideTheLoopIsRefusedAndTheLoopGoesOn) {
-    add(100, "a");
-    int passes = 0;
-    process(0).mAction = [&] {
-        ++passes;
-        mManager.stop(passes < 4);
-    };
-    mManager.run(true);
-    EXPECT_EQ(4, passes);
 }
 
 TEST_F(ProcessManagerTest, UpdateModesInAndOutOfTheLoop) {
@@ -85,9 +76,8 @@ TEST_F(ProcessManagerTest, UpdateModesInAndOutOfTheLoop) {
     add(101, "always").setUpdateMode(Subsystem::UpdateAlways);
     add(102, "request").setUpdateMode(Subsystem::UpdateOnRequest);
     add(103, "loop").setUpdateMode(Subsystem::UpdateInLoop);
-
     mManager.update(true);
-    EXPECT_EQ((std::vector<std::string>{"always", "request"}), mTrace);
+    EXPECT_EQ((Trace{"always", "request"}), mTrace);
 
     mTrace.clear();
     process(3).mAction = [&] {
@@ -97,44 +87,35 @@ TEST_F(ProcessManagerTest, UpdateModesInAndOutOfTheLoop) {
         }
     };
     mManager.run(true);
-    EXPECT_EQ((std::vector<std::string>{"always", "loop", "request"}), mTrace);
+    EXPECT_EQ((Trace{"always", "loop", "request"}), mTrace);
 }
 
 TEST_F(ProcessManagerTest, RegistrationOrderAndRefusals) {
     EXPECT_EQ(100, mManager.createSubsystemId());
     EXPECT_EQ(101, mManager.createSubsystemId());
-    EXPECT_EQ(102, mManager.createSubsystemId());
-
-    TestSubsystem negative(-3);
+    TraceSubsystem negative(-3, "", &mTrace), a(10, "", &mTrace), b(11, "", &mTrace), c(12, "", &mTrace),
+        d(13, "", &mTrace), e(14, "", &mTrace);
     EXPECT_EQ(-1, mManager.registerSubsystem(negative, -1));
     EXPECT_EQ(0u, mManager.getSubsystemCount());
-
-    TestSubsystem a(10), b(11), c(12), d(13), e(14);
     EXPECT_EQ(0, mManager.registerSubsystem(a, -1));
     EXPECT_EQ(1, mManager.registerSubsystem(b, 7));
     EXPECT_EQ(0, mManager.registerSubsystem(c, 0));
     EXPECT_EQ(2, mManager.registerSubsystemAfter(d, 10));
     EXPECT_EQ(0, mManager.registerSubsystemBefore(e, 12));
-    EXPECT_EQ((std::vector<int>{14, 12, 10, 13, 11}),
-              (std::vector<int>{mManager.getSubsystemByPos(0)->getSubsystemId(),
-                                mManager.getSubsystemByPos(1)->getSubsystemId(),
-                                mManager.getSubsystemByPos(2)->getSubsystemId(),
-                                mManager.getSubsystemByPos(3)->getSubsystemId(),
-                                mManager.getSubsystemByPos(4)->getSubsystemId()}));
-    EXPECT_EQ(5u, mManager.getSubsystemCount());
     EXPECT_EQ(-1, mManager.registerSubsystemAfter(a, 99));
     EXPECT_EQ(2, mManager.registerSubsystem(a, -1));
+    std::vector<int> order;
+    for (unsigned int i = 0; i < mManager.getSubsystemCount(); ++i)
+        order.push_back(mManager.getSubsystemByPos(i)->getSubsystemId());
+    EXPECT_EQ((std::vector<int>{14, 12, 10, 13, 11}), order);
     EXPECT_EQ(-1, mManager.getSubsystemPos(99));
     EXPECT_EQ(nullptr, mManager.getSubsystem(99));
-    EXPECT_EQ(5u, mManager.getSubsystemCount());
     EXPECT_THROW(mManager.getSubsystemByPos(5), std::out_of_range);
 }
 
-TEST_F(ProcessManagerTest, SubsystemAppendedDuringAPassRunsInThatPass) {
-    add(100, "first");
-    TestSubsystem late(101);
-    TraceProcess lateProcess("late", &mTrace);
-    late.mProcesses.push_back(&lateProcess);
+TEST_F(ProcessManagerTest, ASubsystemAppendedDuringAPassRunsInThatPassWithOneStampForItsProcesses) {
+    TraceSubsystem& first = add(100, "first");
+    TraceSubsystem late(101, "late", &mTrace);
     process(0).mAction = [&] {
         if (mManager.getSubsystemPos(101) < 0)
             mManager.registerSubsystem(late, -1);
@@ -142,11 +123,8 @@ TEST_F(ProcessManagerTest, SubsystemAppendedDuringAPassRunsInThatPass) {
             mManager.stop(false);
     };
     mManager.run(true);
-    EXPECT_EQ((std::vector<std::string>{"first", "late", "first", "late"}), mTrace);
-}
+    EXPECT_EQ((Trace{"first", "late", "first", "late"}), mTrace);
 
-TEST_F(ProcessManagerTest, ProcessesOfOneSubsystemShareOneTimestamp) {
-    TestSubsystem& s = add(100, "a");
     struct StampProcess : Process {
         int run(std::int64_t t) override {
             stamps.push_back(t);
@@ -154,9 +132,8 @@ TEST_F(ProcessManagerTest, ProcessesOfOneSubsystemShareOneTimestamp) {
         }
         std::vector<std::int64_t> stamps;
     } one, two;
-    s.mProcesses.push_back(&one);
-    s.mProcesses.push_back(&two);
-    mManager.update(true);
+    first.mProcesses = {&one, &two};
+    mManager.updateSubsystem(100, true);
     ASSERT_EQ(1u, one.stamps.size());
     EXPECT_EQ(one.stamps, two.stamps);
 }

@@ -1,113 +1,91 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <map>
 #include <string>
 #include <vector>
 
 #include "core/LogManager.h"
-#include "core/SimpleLogger.h"
-#include "core/VelunCore.h"
 #include "foundation/CowMemPtr.h"
 #include "foundation/IdMap.h"
 #include "foundation/LinkedMap.h"
 #include "foundation/OrderedMap.h"
 #include "foundation/SharedPtr.h"
 #include "foundation/Vector.h"
+#include "support/ChannelLog.h"
 
 using namespace Dorvan;
 using Block = Dorvan::CowMemPtr<void>;
-using Dorvan::SharedPtr;
-using namespace Velun;
-using Dorvan::Logger;
 
-TEST(LinkedMapTest, LookupsCreateEntriesExceptContainsKey) {
-    LinkedMap<std::string, int> map;
-    EXPECT_FALSE(map.containsKey("a"));
-    EXPECT_EQ(0u, map.size());
-    EXPECT_EQ(0, map.get("a"));
-    EXPECT_EQ(1u, map.size());
-    EXPECT_EQ(0, map["b"]);
-    EXPECT_EQ(2u, map.size());
-    EXPECT_TRUE(map.containsKey("b"));
+namespace {
+
+template <class Map>
+std::vector<int> keysOf(Map& map) {
+    std::vector<int> keys;
+    for (unsigned int i = 0; i < map.size(); ++i)
+        keys.push_back(map.keyAt(i));
+    return keys;
 }
 
-TEST(LinkedMapTest, PutReplacesAndRemoveErases) {
-    LinkedMap<int, int> map;
-    EXPECT_EQ(7, map.put(1, 7));
-    EXPECT_EQ(8, map.put(1, 8));
-    EXPECT_EQ(1u, map.size());
-    EXPECT_EQ(8, map.get(1));
-    EXPECT_TRUE(map.containsValue(8));
-    EXPECT_FALSE(map.containsValue(7));
-
-    EXPECT_EQ(0, map.remove(5));
-    EXPECT_EQ(1u, map.size());
-    EXPECT_EQ(8, map.remove(1));
-    EXPECT_TRUE(map.isEmpty());
+template <class T>
+std::vector<T> valuesOf(Vector<T> const& v) {
+    std::vector<T> values;
+    for (unsigned int i = 0; i < v.size(); ++i)
+        values.push_back(v.get(i));
+    return values;
 }
 
-TEST(LinkedMapTest, WalksInKeyOrderAndClears) {
+}  // namespace
+
+TEST(LinkedMapTest, LookupsCreateEntriesPutReplacesAndWalksInKeyOrder) {
     LinkedMap<int, char> map;
-    map.put(3, 'c');
+    EXPECT_FALSE(map.containsKey(4));
+    EXPECT_EQ(0, map.get(4));
+    EXPECT_EQ(0, map[5]);
+    EXPECT_EQ(2u, map.size());
+    EXPECT_TRUE(map.containsKey(5));
+    EXPECT_EQ('x', map.put(3, 'x'));
+    EXPECT_EQ('c', map.put(3, 'c'));
+    EXPECT_TRUE(map.containsValue('c'));
+    EXPECT_FALSE(map.containsValue('x'));
     map.put(1, 'a');
-    map.put(2, 'b');
     std::string order;
     for (LinkedMap<int, char>::const_iterator it = map.begin(); it != map.end(); ++it)
-        order += it->second;
-    EXPECT_EQ("abc", order);
+        order += it->second ? it->second : '-';
+    EXPECT_EQ("ac--", order);
+    EXPECT_EQ(0, map.remove(9));
+    EXPECT_EQ('c', map.remove(3));
+    EXPECT_EQ(3u, map.size());
     map.clear();
     EXPECT_TRUE(map.isEmpty());
 }
 
-TEST(OrderedMapTest, KeepsInsertionOrderThroughRemovals) {
+TEST(OrderedMapTest, KeepsInsertionOrderThroughPutsInsertionsAndRemovals) {
     OrderedMap<int, char> map;
     map.put(5, 'a');
     map.put(2, 'b');
     map.put(9, 'c');
-    EXPECT_EQ(5, map.keyAt(0));
-    EXPECT_EQ(2, map.keyAt(1));
-    EXPECT_EQ(9, map.keyAt(2));
+    EXPECT_EQ(0, map.get(7));  // a lookup is not counted
+    map.put(5, 'A');           // a present key keeps its place
+    map.put(7, 'd');
+    EXPECT_EQ((std::vector<int>{5, 2, 9, 7}), keysOf(map));
+    EXPECT_EQ('A', map.valueAt(0));
     EXPECT_EQ('c', map.valueAt(2));
 
     EXPECT_EQ('b', map.remove(2));
-    EXPECT_EQ(9, map.keyAt(1));
-    EXPECT_EQ(2u, map.size());
     EXPECT_EQ(1, map.indexOf(9));
     EXPECT_EQ(-1, map.indexOf(2));
-
-    EXPECT_EQ('a', map.removeAt(0));
-    EXPECT_EQ(9, map.keyAt(0));
+    EXPECT_EQ('A', map.removeAt(0));
+    EXPECT_EQ((std::vector<int>{9, 7}), keysOf(map));
     EXPECT_FALSE(map.containsKey(5));
-}
 
-TEST(OrderedMapTest, LookupOfMissingKeyIsNotCountedAndPutOfPresentKeyKeepsPosition) {
-    OrderedMap<int, int> map;
-    map.put(1, 10);
-    EXPECT_EQ(0, map.get(7));
-    EXPECT_EQ(1u, map.size());
-    map.put(7, 70);
-    map.put(1, 11);
-    EXPECT_EQ(2u, map.size());
-    EXPECT_EQ(1, map.keyAt(0));
-    EXPECT_EQ(7, map.keyAt(1));
-    EXPECT_EQ(11, map.valueAt(0));
-}
-
-TEST(OrderedMapTest, InsertionsPutKeysAtPositions) {
-    OrderedMap<int, char> map;
-    map.put(1, 'a');
     map.put(3, 'c');
     map.insertAt(1, 2, 'b');
     map.insertBefore(0, 0, 'z');
     map.insertAfter(3, 4, 'd');
-    ASSERT_EQ(5u, map.size());
-    for (unsigned int i = 0; i < 5; ++i)
-        EXPECT_EQ(static_cast<int>(i), map.keyAt(i));
-    // Inserting a present key moves it.
-    map.insertAt(0, 4, 'e');
-    EXPECT_EQ(4, map.keyAt(0));
-    EXPECT_EQ(5u, map.size());
+    EXPECT_EQ((std::vector<int>{0, 9, 2, 7, 4, 3}), keysOf(map));
+    map.insertAt(0, 4, 'e');  // inserting a present key moves it
+    EXPECT_EQ((std::vector<int>{4, 0, 9, 2, 7, 3}), keysOf(map));
+    EXPECT_EQ('e', map.valueAt(0));
     map.clear();
     EXPECT_TRUE(map.isEmpty());
 }
@@ -127,41 +105,28 @@ TEST(IdMapTest, IdsStartAt101AndAreNeverReused) {
     EXPECT_EQ(1u, copy.size());
 }
 
-TEST(VectorTest, AddSetAssignAndRemove) {
+TEST(VectorTest, EditsByPositionAndByValue) {
     Vector<int> v;
-    EXPECT_EQ(0u, v.size());
-    EXPECT_EQ(0, v.add(10));
-    EXPECT_EQ(1, v.add(20));
-    EXPECT_EQ(2, v.add(30));
-    EXPECT_EQ(20, v.set(1, 21));
+    EXPECT_EQ(0, v.add(1));
+    EXPECT_EQ(1, v.add(2));
+    EXPECT_EQ(2, v.add(1));
+    EXPECT_EQ(2, v.set(1, 21));
     EXPECT_EQ(22, v.assign(1, 22));
-    EXPECT_EQ(22, v.get(1));
     EXPECT_EQ(22, v[1]);
-    EXPECT_EQ(30, v.at(2));
-
-    v.removeAt(0);
-    EXPECT_EQ(22, v.get(0));
-    EXPECT_EQ(2u, v.size());
-}
-
-TEST(VectorTest, SearchesAndEditsByValue) {
-    Vector<int> v;
-    v.add(1);
-    v.add(2);
-    v.add(1);
+    EXPECT_EQ(1, v.at(2));
     EXPECT_EQ(0, v.indexOf(1));
     EXPECT_EQ(-1, v.indexOf(5));
-    EXPECT_TRUE(v.contains(2));
+    EXPECT_TRUE(v.contains(22));
     EXPECT_FALSE(v.contains(5));
-    v.remove(1);
-    EXPECT_EQ(2u, v.size());
-    EXPECT_EQ(2, v.get(0));
+    v.remove(1);  // the first equal one only
     v.remove(5);
-    EXPECT_EQ(2u, v.size());
+    EXPECT_EQ((std::vector<int>{22, 1}), valuesOf(v));
     EXPECT_EQ(9, v.insert(1, 9));
-    EXPECT_EQ(9, v.get(1));
     v.insert(100, 7);
-    EXPECT_EQ(7, v.get(3));
+    v.insert(0, 3);
+    EXPECT_EQ((std::vector<int>{3, 22, 9, 1, 7}), valuesOf(v));
+    v.removeAt(0);
+    EXPECT_EQ((std::vector<int>{22, 9, 1, 7}), valuesOf(v));
     v.clear();
     EXPECT_TRUE(v.isEmpty());
 }
@@ -191,7 +156,7 @@ TEST(CowMemPtrTest, WriteDetachesAndReadNever) {
     EXPECT_EQ(written, b.get());
 }
 
-TEST(CowMemPtrTest, ResizeOfSharedBlockKeepsTheOtherHandle) {
+TEST(CowMemPtrTest, ResizeAssignmentAndSetNullKeepTheOtherHandle) {
     Block a;
     a.alloc(4);
     std::memcpy(a.get(), "wxyz", 4);
@@ -201,24 +166,17 @@ TEST(CowMemPtrTest, ResizeOfSharedBlockKeepsTheOtherHandle) {
     EXPECT_EQ(4u, a.getByteSize());
     EXPECT_EQ(0, std::memcmp(static_cast<const Block&>(b).get(), "wxyz", 4));
     EXPECT_FALSE(a.sharesWith(b));
-
     EXPECT_TRUE(b.resize(2));
     EXPECT_EQ(0, std::memcmp(static_cast<const Block&>(b).get(), "wx", 2));
     EXPECT_TRUE(b.resize(0));
     EXPECT_FALSE(b.isNull());
     EXPECT_EQ(0u, b.getByteSize());
-}
 
-TEST(CowMemPtrTest, SetNullAndAssignment) {
-    Block a;
-    a.alloc(4);
-    Block b;
     b = a;
     EXPECT_TRUE(a.sharesWith(b));
     b = a;  // same block: no count changes, still shared
     a.setNull();
     EXPECT_TRUE(a.isNull());
-    EXPECT_FALSE(b.isNull());
     EXPECT_EQ(4u, b.getByteSize());
     b.setNull();
     EXPECT_TRUE(b.isNull());
@@ -239,86 +197,46 @@ struct Counted : Base {
 
 }  // namespace
 
-TEST(SharedPtrTest, LastCopyDeletesExactlyOnce) {
-    int deletions = 0;
-    {
-        SharedPtr<Counted> first(new Counted(&deletions));
-        {
-            SharedPtr<Counted> second(first);
-            EXPECT_EQ(2, first.getRefCount());
-            EXPECT_EQ(first.get(), second.get());
-        }
-        EXPECT_EQ(0, deletions);
-        EXPECT_EQ(1, first.getRefCount());
-    }
-    EXPECT_EQ(1, deletions);
-}
-
-TEST(SharedPtrTest, AssignmentReleasesTheOldObject) {
+TEST(SharedPtrTest, LastCopyDeletesExactlyOnceThroughAssignmentsAndBaseCopies) {
     int first = 0, second = 0;
-    SharedPtr<Counted> p(new Counted(&first));
-    p = new Counted(&second);
-    EXPECT_EQ(1, first);
-    SharedPtr<Counted> q(new Counted(&first));
-    q = p;
-    EXPECT_EQ(2, first);
-    EXPECT_EQ(2, p.getRefCount());
-    EXPECT_EQ(0, second);
-}
-
-TEST(SharedPtrTest, DerivedToBaseSharesTheCount) {
-    int deletions = 0;
     SharedPtr<Base> base;
     {
-        SharedPtr<Counted> derived(new Counted(&deletions));
-        base = derived;
-        EXPECT_EQ(2, derived.getRefCount());
-        SharedPtr<Base> other(derived);
-        EXPECT_EQ(3, other.getRefCount());
+        SharedPtr<Counted> p(new Counted(&first));
+        {
+            SharedPtr<Counted> copy(p);
+            EXPECT_EQ(2, p.getRefCount());
+            EXPECT_EQ(p.get(), copy.get());
+        }
+        EXPECT_EQ(1, p.getRefCount());
+        p = new Counted(&second);
+        EXPECT_EQ(1, first);
+        SharedPtr<Counted> q(new Counted(&first));
+        q = p;
+        EXPECT_EQ(2, first);
+        base = q;
+        SharedPtr<Base> other(q);
+        EXPECT_EQ(4, other.getRefCount());
     }
-    EXPECT_EQ(0, deletions);
+    EXPECT_EQ(0, second);
     EXPECT_EQ(1, base.getRefCount());
     base.release();
-    EXPECT_EQ(1, deletions);
+    EXPECT_EQ(1, second);
     EXPECT_TRUE(base.isNull());
 }
 
-namespace {
-
-struct RecordingLogger : Logger {
-    explicit RecordingLogger(std::vector<std::string>* lines) : mLines(lines) {}
-    void fatal(const std::string& m) override { mLines->push_back("fatal:" + m); }
-    void error(const std::string& m) override { mLines->push_back("error:" + m); }
-    void warn(const std::string& m) override { mLines->push_back("warn:" + m); }
-    void info(const std::string& m) override { mLines->push_back("info:" + m); }
-    void debug(const std::string& m) override { mLines->push_back("debug:" + m); }
-    std::vector<std::string>* mLines;
-};
-
-struct RecordingBackend : Dorvan::LogBackend {
+// The engine's log back end, counting its initialisations.
+struct CountingLog : VelunTest::ChannelLog {
     void initialize() override {
         ++mInitializations;
-        mInitialized = true;
-    }
-    bool isInitialized() override { return mInitialized; }
-    SharedPtr<Logger> getLogger(const std::string& name) override {
-        mChannels.push_back(name);
-        return SharedPtr<Logger>(new RecordingLogger(&mLines));
+        ChannelLog::initialize();
     }
     int mInitializations = 0;
-    bool mInitialized = false;
-    std::vector<std::string> mChannels;
-    std::vector<std::string> mLines;
 };
 
-}  // namespace
-
-TEST(LogManagerTest, DefaultLoggerWritesPlainLines) {
-    LogManager logs;
+TEST(LogManagerTest, DefaultLoggerWritesPlainLinesAndABackendGetsTheChannels) {
+    Velun::LogManager logs;
     SharedPtr<Logger> a = logs.getLogger("one");
-    SharedPtr<Logger> b = logs.getLogger("other");
-    EXPECT_EQ(a.get(), b.get());
-
+    EXPECT_EQ(a.get(), logs.getLogger("other").get());
     testing::internal::CaptureStderr();
     a->fatal("f");
     a->error("something failed");
@@ -326,23 +244,16 @@ TEST(LogManagerTest, DefaultLoggerWritesPlainLines) {
     a->info("");
     a->debug("d");
     EXPECT_EQ("f\nsomething failed\nw\n\nd\n", testing::internal::GetCapturedStderr());
-}
 
-TEST(LogManagerTest, BackendGetsChannelNamesAndIsInitialisedOnce) {
-    LogManager logs;
-    RecordingBackend first;
+    CountingLog first, second;
     logs.registerBackend(first);
     EXPECT_EQ(1, first.mInitializations);
     logs.getLogger("loader.ms3d.objectloader")->error("bad file");
-    ASSERT_EQ(1u, first.mChannels.size());
-    EXPECT_EQ("loader.ms3d.objectloader", first.mChannels[0]);
-    EXPECT_EQ("error:bad file", first.mLines[0]);
-
-    RecordingBackend second;
-    second.mInitialized = true;
+    EXPECT_EQ((std::vector<std::string>{"loader.ms3d.objectloader: bad file"}), first.mLines);
+    second.ChannelLog::initialize();
     logs.registerBackend(second);
     EXPECT_EQ(0, second.mInitializations);
     logs.getLogger("terrain")->warn("x");
-    EXPECT_EQ(1u, first.mChannels.size());
-    EXPECT_EQ("terrain", second.mChannels[0]);
+    EXPECT_EQ(1u, first.mLines.size());
+    EXPECT_EQ((std::vector<std::string>{"terrain: x"}), second.mLines);
 }

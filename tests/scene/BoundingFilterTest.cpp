@@ -14,29 +14,24 @@
 #include "scene/UpdateTraverser.h"
 
 using namespace Velun;
+using namespace SceneTest;
+using Dorvan::SharedPtr;
 typedef std::vector<std::string> Names;
 typedef Dorvan::Matrix<float, 4> Matrix4;
 
 namespace {
 
 // A filter keeps only an address: a temporary volume must not compile.
-template <class V, class = void>
-struct TakesVolume : std::false_type {};
-template <class V>
-struct TakesVolume<
-    V, std::void_t<decltype(std::declval<BoundingFilter&>().setBoundingVolume(std::declval<V>()))>>
-    : std::true_type {};
-static_assert(TakesVolume<BoundingBox const&>::value && !TakesVolume<BoundingBox>::value);
 static_assert(!std::is_constructible_v<BoundingFilter, BoundingBox>);
 
-class DrawnLeaf : public SceneTest::BoxLeaf, public Drawable {
+class DrawnLeaf : public BoxLeaf, public Drawable {
 public:
     DrawnLeaf(std::string const& name, float x0, float y0, float x1, float y1)
         : BoxLeaf(Point(x0, y0, 0), Point(x1, y1, 1), name) {}
-    Dorvan::SharedPtr<Material> const getMaterial(unsigned int) const override { return {}; }
-    Dorvan::SharedPtr<Material> getMaterial(unsigned int) override { return {}; }
-    Dorvan::SharedPtr<Geometry> const getGeometry(int) const override { return {}; }
-    Dorvan::SharedPtr<Geometry> getGeometry(int) override { return {}; }
+    SharedPtr<Material> const getMaterial(unsigned int) const override { return {}; }
+    SharedPtr<Material> getMaterial(unsigned int) override { return {}; }
+    SharedPtr<Geometry> const getGeometry(int) const override { return {}; }
+    SharedPtr<Geometry> getGeometry(int) override { return {}; }
     BoundingVolume const* getBoundingVolume() const override { return BoxLeaf::getBoundingVolume(); }
 };
 
@@ -62,17 +57,14 @@ Matrix4 moved(float x, float y) {
 // thin 4-wide plate lying along the diagonal x = y - 20, around (0, 20).
 struct Scene {
     Scene() : root(1) {
-        for (Node* child : std::initializer_list<Node*>{&left, &right, &empty, &platePlace})
-            root.getRoot()->attachChild(*child);
-        left.attachChild(leftPlace);
-        leftPlace.setChild(a);
+        Node* top = root.getRoot();
+        chain({top, &left, &leftPlace, &a});
+        chain({top, &right, &rightPlace, &rightGroup, &b});
+        chain({&rightGroup, &c});
+        chain({top, &empty});
+        chain({top, &platePlace, &plate});
         leftPlace.translate(-10, 0, 0, false);
-        right.attachChild(rightPlace);
-        rightPlace.setChild(rightGroup);
         rightPlace.translate(10, 0, 0, false);
-        rightGroup.attachChild(b);
-        rightGroup.attachChild(c);
-        platePlace.setChild(plate);
         platePlace.rotateZ(0.785398f, false);
         platePlace.translate(0, 20, 0, false);
         root.getUpdateTraverser()->run(0);
@@ -86,7 +78,7 @@ struct Scene {
         plate{"plate", -2, -0.05f, 2, 0.05f};
 };
 
-class BoundingFilterTest : public SceneTest::EngineTest {
+class BoundingFilterTest : public EngineTest {
 protected:
     void SetUp() override {
         EngineTest::SetUp();
@@ -99,8 +91,8 @@ protected:
     Names handled(BoundingFilter const& filter) {
         Traverser walk(*mScene->root.getRoot());
         walk.setSkipRoot(true);
-        Dorvan::SharedPtr<NameRecorder> recorder(new NameRecorder());
-        walk.addFilter(Dorvan::SharedPtr<Traverser::Filter>(new BoundingFilter(filter)));
+        SharedPtr<NameRecorder> recorder(new NameRecorder());
+        walk.addFilter(SharedPtr<Traverser::Filter>(new BoundingFilter(filter)));
         walk.addHandler(recorder);
         walk.walk(0, false);
         return recorder->mNames;

@@ -13,6 +13,23 @@ namespace SceneTest {
 // Nodes take their ids from the engine's SceneManager.
 using EngineTest = VelunTest::EngineTest;
 
+inline void expectPoint(Velun::Point const& p, float x, float y, float z) {
+    EXPECT_NEAR(p[0], x, 1e-5f);
+    EXPECT_NEAR(p[1], y, 1e-5f);
+    EXPECT_NEAR(p[2], z, 1e-5f);
+}
+
+// Hangs each node below the one before it: chain({&root, &place, &leaf}).
+inline void chain(std::initializer_list<Velun::Node*> nodes) {
+    for (auto parent = nodes.begin(), child = parent + 1; parent != nodes.end() && child != nodes.end();
+         ++parent, ++child) {
+        if (auto* place = dynamic_cast<Velun::TransformationNode*>(*parent))
+            place->setChild(**child);
+        else
+            dynamic_cast<Velun::Branch&>(**parent).attachChild(**child);
+    }
+}
+
 // A leaf with an optional box of its own that counts the update pass's visits.
 class BoxLeaf : public Velun::Leaf {
 public:
@@ -42,21 +59,15 @@ public:
 };
 
 // Groups that count the update pass's visits on the way down and up.
-class CountingBranch : public Velun::Branch {
+template <class Group>
+class Counting : public Group {
 public:
-    explicit CountingBranch(std::string const& name = std::string()) : Branch(name), mDown(0), mUp(0) {}
+    explicit Counting(std::string const& name = std::string()) : Group(name) {}
     void update(bool entering) override { ++(entering ? mDown : mUp); }
-    int mDown;
-    int mUp;
+    int mDown = 0;
+    int mUp = 0;
 };
-
-class CountingTransformation : public Velun::TransformationNode {
-public:
-    explicit CountingTransformation(std::string const& name = std::string())
-        : TransformationNode(name), mDown(0), mUp(0) {}
-    void update(bool entering) override { ++(entering ? mDown : mUp); }
-    int mDown;
-    int mUp;
-};
+using CountingBranch = Counting<Velun::Branch>;
+using CountingTransformation = Counting<Velun::TransformationNode>;
 
 }  // namespace SceneTest

@@ -1,4 +1,3 @@
-
 #include <cmath>
 
 #include "SceneFixture.h"
@@ -13,16 +12,13 @@
 #include "scene/UpdateTraverser.h"
 #include "scene/View.h"
 
-using SceneTest::BoxLeaf;
-using Velun::Branch;
-using Velun::Node;
-using Velun::SceneRoot;
 using namespace Velun;
+using namespace SceneTest;
 using Dorvan::SharedPtr;
 
 namespace {
 
-class NodeTest : public SceneTest::EngineTest {};
+class NodeTest : public EngineTest {};
 
 TEST_F(NodeTest, AttachRulesAndMarks) {
     Branch top, group, other;
@@ -57,9 +53,9 @@ TEST_F(NodeTest, AttachRulesAndMarks) {
     EXPECT_EQ(other.getAttachedChildCount(), 0);
 }
 
-TEST_F(NodeTest, DetachingLeavesTheChildAliveAndShiftsPositions) {
+TEST_F(NodeTest, DetachedOrDestroyedNodesLeaveTheirParentAndChildren) {
     Branch group;
-    BoxLeaf a, b, c;
+    BoxLeaf a, b, c, survivor;
     group.attachChild(a);
     group.attachChild(b);
     group.attachChild(c);
@@ -83,6 +79,18 @@ TEST_F(NodeTest, DetachingLeavesTheChildAliveAndShiftsPositions) {
     EXPECT_EQ(c.getParent(), nullptr);
     EXPECT_TRUE(group.detachChilds());
     EXPECT_EQ(group.getNodeStatus(), Node::StatusModified);
+
+    {
+        Branch child;
+        BoxLeaf leaf;
+        group.attachChild(child);
+        group.attachChild(leaf);
+        child.attachChild(survivor);
+        group.finishUpdate();
+    }
+    EXPECT_EQ(group.getAttachedChildCount(), 0);
+    EXPECT_EQ(group.getNodeStatus(), Node::StatusModified);
+    EXPECT_EQ(survivor.getParent(), nullptr);
 }
 
 TEST_F(NodeTest, ChangesReachTheAncestors) {
@@ -112,32 +120,10 @@ TEST_F(NodeTest, ChangesReachTheAncestors) {
     EXPECT_FALSE(top.isModified(false));
 }
 
-TEST_F(NodeTest, DestroyedNodesLeaveTheirParentAndChildren) {
-    Branch parent;
-    BoxLeaf survivor;
-    {
-        Branch child;
-        parent.attachChild(child);
-        child.attachChild(survivor);
-        parent.finishUpdate();
-    }
-    EXPECT_EQ(parent.getAttachedChildCount(), 0);
-    EXPECT_EQ(parent.getNodeStatus(), Node::StatusModified);
-    EXPECT_EQ(survivor.getParent(), nullptr);
-    {
-        BoxLeaf leaf;
-        parent.attachChild(leaf);
-    }
-    EXPECT_EQ(parent.getAttachedChildCount(), 0);
-}
-
-}  // namespace
-
-namespace {
-
-class SceneManagerTest : public SceneTest::EngineTest {
+// One fixture for the managers and the cameras.
+class SceneManagerTest : public EngineTest {
 protected:
-    SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
+    SceneManager& scenes() { return core.getSceneManager(); }
 };
 
 TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes) {
@@ -163,36 +149,26 @@ TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes)
 }
 
 TEST_F(SceneManagerTest, ShutdownDestroysScenesAndDetachesTheirNodes) {
-    Camera* camera = new Camera();
-    Light* light = new Light();
-    SceneGraph& scene = scenes().createSceneGraph();
+    std::unique_ptr<Camera> camera(new Camera());
+    std::unique_ptr<Light> light(new Light());
+    scenes().createSceneGraph().getRoot()->attachChild(*camera);
     Overlay& hud = scenes().createOverlay();
-    scene.getRoot()->attachChild(*camera);
     hud.getRoot()->attachChild(*light);
     camera->setOverlay(hud);
-
-    VelunCore::getSingleton().shutdown();
+    core.shutdown();
     EXPECT_FALSE(camera->isAttached());
     EXPECT_FALSE(light->isAttached());
     EXPECT_EQ(nullptr, camera->getOverlay());
     EXPECT_EQ(nullptr, camera->getParent());
-    delete camera;
-    delete light;
-    VelunCore::getSingleton().startup();
 }
 
-}  // namespace
-
-namespace {
-
-class CameraTest : public SceneTest::EngineTest {
-protected:
-    SceneManager& scenes() { return VelunCore::getSingleton().getSceneManager(); }
-};
-
-TEST_F(CameraTest, DeletedOverlayIsForgotten) {
-    Camera camera;
+TEST_F(SceneManagerTest, ADeletedOverlayIsForgottenAndACameraMayEndBeforeItsOverlay) {
     Overlay& overlay = scenes().createOverlay();
+    {
+        Camera camera;
+        camera.setOverlay(overlay);
+    }
+    Camera camera;
     camera.setOverlay(overlay);
     EXPECT_TRUE(scenes().deleteOverlay(overlay));
     EXPECT_EQ(nullptr, camera.getOverlay());
@@ -201,7 +177,7 @@ TEST_F(CameraTest, DeletedOverlayIsForgotten) {
 }
 
 // The view looks from the camera's world place: its matrix is the inverse placement.
-TEST_F(CameraTest, ViewSeesFromTheCameraWorldPlace) {
+TEST_F(SceneManagerTest, ACameraViewSeesFromTheCameraWorldPlace) {
     SceneGraph& scene = scenes().createSceneGraph();
     TransformationNode place;
     Camera camera;
@@ -210,27 +186,20 @@ TEST_F(CameraTest, ViewSeesFromTheCameraWorldPlace) {
     place.setChild(camera);
     scene.getRoot()->attachChild(place);
     scene.getUpdateTraverser()->run(0);
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(camera.getView(0.0f).isNull());
+    EXPECT_EQ("Camera::getView: the aspect must be a positive number, not 0\n",
+              testing::internal::GetCapturedStderr());
     SharedPtr<View> view = camera.getView(1.5f);
     ASSERT_FALSE(view.isNull());
     EXPECT_EQ(&scene, &view->getSceneRoot());
     EXPECT_FLOAT_EQ(1.5f, view->getFrustrum()->getAspect());
-    Point const origin(view->getFrustrum()->getViewMatrix() * Point(3.0f, 0.0f, 5.0f));
-    Point const ahead(view->getFrustrum()->getViewMatrix() *
-                      Point(3.0f - 2.0f * std::sin(0.5f), 0.0f, 5.0f - 2.0f * std::cos(0.5f)));
-    for (int i = 0; i < 3; ++i)
-        EXPECT_NEAR(0.0f, origin[i], 1e-5f);
-    EXPECT_NEAR(-2.0f, ahead[2], 1e-5f);
+    Dorvan::Matrix<float, 4> const& toView = view->getFrustrum()->getViewMatrix();
+    expectPoint(Point(toView * Point(3.0f, 0.0f, 5.0f)), 0, 0, 0);
+    expectPoint(Point(toView * Point(3.0f - 2.0f * std::sin(0.5f), 0.0f, 5.0f - 2.0f * std::cos(0.5f))), 0, 0,
+                -2.0f);
     scene.getRoot()->detachChilds();
     place.detachChild();
-}
-
-TEST_F(CameraTest, CameraMayEndBeforeItsOverlay) {
-    Overlay& overlay = scenes().createOverlay();
-    {
-        Camera camera;
-        camera.setOverlay(overlay);
-    }
-    EXPECT_TRUE(scenes().deleteOverlay(overlay));
 }
 
 }  // namespace

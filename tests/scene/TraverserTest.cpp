@@ -1,19 +1,33 @@
 #include "SceneFixture.h"
 
+#include <algorithm>
+#include <map>
 #include <sstream>
 #include <vector>
 
 #include "scene/Traverser.h"
 
+using namespace Velun;
+using namespace SceneTest;
 using Dorvan::SharedPtr;
-using SceneTest::BoxLeaf;
-using Velun::Branch;
-using Velun::Node;
-using Velun::Traverser;
 
 namespace {
 
-// Writes each call as "name:direction", e.g. "A:down"; answers given per name.
+typedef std::map<std::string, Traverser::StatusResult> Answers;
+
+// Reads "A:skip A2:stop" as answers per node name.
+std::vector<std::pair<std::string, Traverser::StatusResult>> parse(std::string text) {
+    std::vector<std::pair<std::string, Traverser::StatusResult>> answers;
+    std::replace(text.begin(), text.end(), ':', ' ');
+    std::istringstream words(text);
+    for (std::string name, result; words >> name >> result;)
+        answers.emplace_back(name, result == "skip"   ? Traverser::ResultSkip
+                                   : result == "stop" ? Traverser::ResultStop
+                                                      : Traverser::ResultAccept);
+    return answers;
+}
+
+// Writes each call as "name:direction", e.g. "A:down", and answers as told per name.
 class Recorder : public Traverser::Handler {
 public:
     void reset(Node& start) override { mLog << "reset(" << start.getName() << ") "; }
@@ -21,167 +35,123 @@ public:
         static char const* names[] = {"up", "down", "next", "prev"};
         mLog << node.getName() << ":" << names[direction] << " ";
         mPrevious.push_back(previous ? previous->getName() : "-");
-        return node.getName() == mSkip   ? Traverser::ResultSkip
-               : node.getName() == mStop ? Traverser::ResultStop
-                                         : Traverser::ResultContinue;
+        Answers::const_iterator it = mAnswers.find(node.getName());
+        return it == mAnswers.end() ? Traverser::ResultContinue : it->second;
     }
-    std::string log() const { return mLog.str(); }
-
     std::ostringstream mLog;
     std::vector<std::string> mPrevious;
-    std::string mSkip;
-    std::string mStop;
+    Answers mAnswers;
 };
 
 class NameFilter : public Traverser::Filter {
 public:
-    NameFilter(std::string const& name, Traverser::StatusResult answer)
-        : mName(name), mAnswer(answer), mCalls(0) {}
+    NameFilter(std::string const& name, Traverser::StatusResult answer) : mName(name), mAnswer(answer) {}
     Traverser::StatusResult filter(Node& node) override {
-        ++mCalls;
         return node.getName() == mName ? mAnswer : Traverser::ResultContinue;
     }
     std::string mName;
     Traverser::StatusResult mAnswer;
-    int mCalls;
 };
 
-// G { A { A1, A2 }, B }
-class TraverserTest : public SceneTest::EngineTest {
+// G { A { A1, A2 }, B }, and a lonely group.
+struct Tree {
+    Tree() {
+        chain({&g, &a, &a1});
+        chain({&a, &a2});
+        chain({&g, &b});
+    }
+    Branch g{"G"}, a{"A"}, lonely{"lonely"};
+    BoxLeaf a1{"A1"}, a2{"A2"}, b{"B"};
+};
+
+class TraverserTest : public EngineTest {
 protected:
     void SetUp() override {
-        SceneTest::EngineTest::SetUp();
-        g.reset(new Branch("G"));
-        a.reset(new Branch("A"));
-        a1.reset(new BoxLeaf("A1"));
-        a2.reset(new BoxLeaf("A2"));
-        b.reset(new BoxLeaf("B"));
-        g->attachChild(*a);
-        a->attachChild(*a1);
-        a->attachChild(*a2);
-        g->attachChild(*b);
-        traverser.reset(new Traverser(*g));
-        recorder = SharedPtr<Recorder>(new Recorder());
-        traverser->addHandler(recorder);
+        EngineTest::SetUp();
+        tree.reset(new Tree());
     }
     void TearDown() override {
-        traverser.reset();
-        recorder.release();
-        b.reset();
-        a2.reset();
-        a1.reset();
-        a.reset();
-        g.reset();
-        SceneTest::EngineTest::TearDown();
+        tree.reset();
+        EngineTest::TearDown();
     }
-
-    std::unique_ptr<Branch> g, a;
-    std::unique_ptr<BoxLeaf> a1, a2, b;
-    std::unique_ptr<Traverser> traverser;
-    SharedPtr<Recorder> recorder;
+    std::unique_ptr<Tree> tree;
 };
 
-TEST_F(TraverserTest, DepthFirstWithAClosingEvent) {
-    EXPECT_EQ(traverser->walk(0, false), nullptr);
-    EXPECT_EQ(recorder->log(), "reset(G) G:down A:down A1:down A2:next A:up B:next G:up ");
+TEST_F(TraverserTest, DepthFirstWalkTellsThePreviousNodeAndWhereItEnded) {
+    Traverser walk(tree->g);
+    SharedPtr<Recorder> recorder(new Recorder());
+    walk.addHandler(recorder);
+    EXPECT_EQ(walk.walk(0, false), nullptr);
+    EXPECT_EQ(recorder->mLog.str(), "reset(G) G:down A:down A1:down A2:next A:up B:next G:up ");
     EXPECT_EQ(recorder->mPrevious, (std::vector<std::string>{"-", "G", "A", "A1", "A2", "A", "B"}));
-    EXPECT_EQ(traverser->getCurrentNode(), g.get());
-    EXPECT_EQ(traverser->getCurrentDepth(), 0);
-    EXPECT_EQ(traverser->getMaxDepth(), 2);
-    EXPECT_EQ(traverser->getNodeCount(), 0);
+    EXPECT_EQ(walk.getCurrentNode(), &tree->g);
+    EXPECT_EQ(walk.getCurrentDepth(), 0);
+    EXPECT_EQ(walk.getMaxDepth(), 2);
+    EXPECT_EQ(walk.getNodeCount(), 0);
+
+    walk.reset(false);
+    recorder->mAnswers = {{"A2", Traverser::ResultStop}};
+    EXPECT_EQ(walk.walk(0, false), &tree->a2);
+    EXPECT_EQ(walk.getCurrentNode(), &tree->a2);
+    EXPECT_EQ(walk.getCurrentDepth(), 2);
+    EXPECT_EQ(walk.getCurrentPos(), 1);
+
+    // A group whose children are all filtered out cannot be entered.
+    walk.addFilter(SharedPtr<Traverser::Filter>(new NameFilter("A1", Traverser::ResultSkip)));
+    walk.addFilter(SharedPtr<Traverser::Filter>(new NameFilter("A2", Traverser::ResultSkip)));
+    walk.reset(false);
+    walk.moveDown(0);
+    EXPECT_EQ(walk.moveDown(-1), nullptr);
+    EXPECT_EQ(walk.getCurrentNode(), &tree->a);
 }
 
-TEST_F(TraverserTest, ReverseWalkRunsFromTheLastChild) {
-    traverser->walk(0, true);
-    EXPECT_EQ(recorder->log(), "reset(G) G:down B:down A:prev A2:down A1:prev A:up G:up ");
-}
-
-TEST_F(TraverserTest, SkipLeavesOutTheSubtreeAndStopEndsTheWalk) {
-    recorder->mSkip = "A";
-    traverser->walk(0, false);
-    EXPECT_EQ(recorder->log(), "reset(G) G:down A:down B:next G:up ");
-
-    traverser->reset(false);
-    recorder->mLog.str("");
-    recorder->mSkip = "";
-    recorder->mStop = "A2";
-    EXPECT_EQ(traverser->walk(0, false), a2.get());
-    EXPECT_EQ(traverser->getCurrentNode(), a2.get());
-    EXPECT_EQ(traverser->getCurrentDepth(), 2);
-    EXPECT_EQ(traverser->getCurrentPos(), 1);
-
-    // A refused start node ends the walk at once.
-    traverser->reset(false);
-    recorder->mLog.str("");
-    recorder->mSkip = "G";
-    EXPECT_EQ(traverser->walk(0, false), g.get());
-    EXPECT_EQ(recorder->log(), "reset(G) G:down ");
-}
-
-TEST_F(TraverserTest, FiltersDecideBeforeTheCursorEnters) {
-    SharedPtr<NameFilter> skipA(new NameFilter("A", Traverser::ResultSkip));
-    traverser->addFilter(skipA);
-    traverser->walk(0, false);
-    EXPECT_EQ(recorder->log(), "reset(G) G:down B:down G:up ");
-    EXPECT_EQ(traverser->getFilter(0).get(), skipA.get());
-    EXPECT_EQ(traverser->getFilterList().size(), 1u);
-
-    // An accepting filter ends the question before a later one could skip.
-    Traverser second(*g);
-    SharedPtr<Recorder> log(new Recorder());
-    second.addHandler(log);
-    SharedPtr<NameFilter> accept(new NameFilter("A1", Traverser::ResultAccept));
-    SharedPtr<NameFilter> skipLeaves(new NameFilter("A1", Traverser::ResultSkip));
-    SharedPtr<NameFilter> skipA2(new NameFilter("A2", Traverser::ResultSkip));
-    second.addFilter(accept);
-    second.addFilter(skipLeaves);
-    second.addFilter(skipA2);
-    second.walk(0, false);
-    EXPECT_EQ(log->log(), "reset(G) G:down A:down A1:down A:up B:next G:up ");
-}
-
-TEST_F(TraverserTest, GroupWithAllChildrenFilteredGetsNoClosingEvent) {
-    SharedPtr<NameFilter> skipA1(new NameFilter("A1", Traverser::ResultSkip));
-    SharedPtr<NameFilter> skipA2(new NameFilter("A2", Traverser::ResultSkip));
-    traverser->addFilter(skipA1);
-    traverser->addFilter(skipA2);
-    traverser->walk(0, false);
-    EXPECT_EQ(recorder->log(), "reset(G) G:down A:down B:next G:up ");
-
-    traverser->reset(false);
-    traverser->moveDown(0);
-    EXPECT_EQ(traverser->moveDown(-1), nullptr);
-    EXPECT_EQ(traverser->getCurrentNode(), a.get());
-}
-
-TEST_F(TraverserTest, SkipRootHandlesTheRootOnlyOnTheWayUp) {
-    traverser->setSkipRoot(true);
-    EXPECT_TRUE(traverser->doSkipRoot());
-    traverser->walk(0, false);
-    EXPECT_EQ(recorder->log(), "reset(G) A:down A1:down A2:next A:up B:next G:up ");
-
-    Branch lonely("lonely");
-    Traverser empty(lonely);
-    SharedPtr<Recorder> log(new Recorder());
-    empty.addHandler(log);
-    EXPECT_EQ(empty.walk(0, false), nullptr);
-    EXPECT_EQ(log->log(), "reset(lonely) lonely:down ");
-    log->mLog.str("");
-    empty.setSkipRoot(true);
-    empty.walk(0, false);
-    EXPECT_EQ(log->log(), "reset(lonely) ");
-
-    Traverser onLeaf(*b);
-    SharedPtr<Recorder> leafLog(new Recorder());
-    onLeaf.addHandler(leafLog);
-    onLeaf.setSkipRoot(true);
-    EXPECT_EQ(onLeaf.walk(0, false), nullptr);
-    EXPECT_EQ(leafLog->log(), "reset(B) ");
-}
-
-TEST_F(TraverserTest, MaxDepthHandlesButDoesNotEnter) {
-    traverser->walk(1, false);
-    EXPECT_EQ(recorder->log(), "reset(G) G:down A:down B:next G:up ");
+TEST_F(TraverserTest, WalksFollowTheAnswersFiltersAndLimits) {
+    struct Walk {
+        char const* name;
+        Node* start;
+        char const* answers;
+        char const* filters;  // asked in this order
+        int maxDepth;
+        bool reverse, skipRoot;
+        Node* ended;
+        char const* log;
+    };
+    Tree& t = *tree;
+    Walk const walks[] = {
+        {"reverse", &t.g, "", "", 0, true, false, nullptr,
+         "reset(G) G:down B:down A:prev A2:down A1:prev A:up G:up "},
+        {"skip leaves out the subtree", &t.g, "A:skip", "", 0, false, false, nullptr,
+         "reset(G) G:down A:down B:next G:up "},
+        {"stop ends the walk", &t.g, "A1:stop", "", 0, false, false, &t.a1,
+         "reset(G) G:down A:down A1:down "},
+        {"refused start", &t.g, "G:skip", "", 0, false, false, &t.g, "reset(G) G:down "},
+        {"filters decide before the cursor enters", &t.g, "", "A:skip", 0, false, false, nullptr,
+         "reset(G) G:down B:down G:up "},
+        {"an accepting filter ends the question", &t.g, "", "A1:accept A1:skip A2:skip", 0, false, false,
+         nullptr, "reset(G) G:down A:down A1:down A:up B:next G:up "},
+        {"all children filtered: no closing event", &t.g, "", "A1:skip A2:skip", 0, false, false, nullptr,
+         "reset(G) G:down A:down B:next G:up "},
+        {"max depth handles but does not enter", &t.g, "", "", 1, false, false, nullptr,
+         "reset(G) G:down A:down B:next G:up "},
+        {"skipped root only on the way up", &t.g, "", "", 0, false, true, nullptr,
+         "reset(G) A:down A1:down A2:next A:up B:next G:up "},
+        {"empty group", &t.lonely, "", "", 0, false, false, nullptr, "reset(lonely) lonely:down "},
+        {"empty group, skipped root", &t.lonely, "", "", 0, false, true, nullptr, "reset(lonely) "},
+        {"leaf, skipped root", &t.b, "", "", 0, false, true, nullptr, "reset(B) "},
+    };
+    for (Walk const& w : walks) {
+        SCOPED_TRACE(w.name);
+        Traverser walk(*w.start);
+        SharedPtr<Recorder> recorder(new Recorder());
+        for (auto const& answer : parse(w.answers))
+            recorder->mAnswers.insert(answer);
+        for (auto const& answer : parse(w.filters))
+            walk.addFilter(SharedPtr<Traverser::Filter>(new NameFilter(answer.first, answer.second)));
+        walk.addHandler(recorder);
+        walk.setSkipRoot(w.skipRoot);
+        EXPECT_EQ(walk.walk(w.maxDepth, w.reverse), w.ended);
+        EXPECT_EQ(recorder->mLog.str(), w.log);
+    }
 }
 
 }  // namespace

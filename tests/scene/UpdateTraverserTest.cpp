@@ -5,17 +5,9 @@
 #include "scene/SceneRoot.h"
 #include "scene/UpdateTraverser.h"
 
-using SceneTest::BoxLeaf;
-using SceneTest::CountingBranch;
-using SceneTest::CountingTransformation;
-using Velun::BoundingBox;
-using Velun::BoundingVolume;
-using Velun::Branch;
-using Velun::Node;
-using Velun::Point;
-using Velun::SceneRoot;
-using Velun::TransformationNode;
-using Velun::UpdateTraverser;
+using namespace Velun;
+using namespace SceneTest;
+using Dorvan::SharedPtr;
 
 namespace {
 
@@ -27,29 +19,21 @@ Point worldOrigin(Node const& node) {
 
 BoundingBox const& worldBox(Node const& node) { return node.getTransformedNode().getBoundingBox(); }
 
-void expectPoint(Point const& p, float x, float y, float z) {
-    EXPECT_NEAR(p[0], x, 1e-5f);
-    EXPECT_NEAR(p[1], y, 1e-5f);
-    EXPECT_NEAR(p[2], z, 1e-5f);
+void expectBox(BoundingBox const& box, Point const& min, Point const& max) {
+    ASSERT_EQ(box.getState(), BoundingVolume::StateBounded);
+    expectPoint(box.getMin(), min[0], min[1], min[2]);
+    expectPoint(box.getMax(), max[0], max[1], max[2]);
 }
 
-void expectEncloses(BoundingBox const& outer, BoundingBox const& inner) {
-    ASSERT_EQ(outer.getState(), BoundingVolume::StateBounded);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_LE(outer.getMin()[i], inner.getMin()[i]);
-        EXPECT_GE(outer.getMax()[i], inner.getMax()[i]);
-    }
-}
-
-class UpdateTraverserTest : public SceneTest::EngineTest {
+class UpdateTraverserTest : public EngineTest {
 protected:
     void SetUp() override {
-        SceneTest::EngineTest::SetUp();
+        EngineTest::SetUp();
         scene.reset(new SceneRoot(1));
     }
     void TearDown() override {
         scene.reset();
-        SceneTest::EngineTest::TearDown();
+        EngineTest::TearDown();
     }
     void update() { EXPECT_EQ(scene->getUpdateTraverser()->run(0), 0); }
     Branch& root() { return *scene->getRoot(); }
@@ -61,11 +45,7 @@ TEST_F(UpdateTraverserTest, WorldTransformationsFollowMovesAtEveryLevel) {
     TransformationNode t1, t2, t3;
     Branch middle;
     BoxLeaf leaf(Point(-1, -1, -1), Point(1, 1, 1));
-    root().attachChild(t1);
-    t1.setChild(middle);
-    middle.attachChild(t2);
-    t2.setChild(t3);
-    t3.setChild(leaf);
+    chain({&root(), &t1, &middle, &t2, &t3, &leaf});
 
     t1.translate(10, 0, 0, false);
     t2.rotateZ(static_cast<float>(M_PI / 2), false);
@@ -101,12 +81,8 @@ TEST_F(UpdateTraverserTest, UnchangedSubtreesAreNotVisited) {
     CountingTransformation moved, still;
     CountingBranch movedGroup, stillGroup;
     BoxLeaf movedLeaf(Point(0, 0, 0), Point(1, 1, 1)), stillLeaf(Point(0, 0, 0), Point(1, 1, 1));
-    root().attachChild(moved);
-    root().attachChild(still);
-    moved.setChild(movedGroup);
-    still.setChild(stillGroup);
-    movedGroup.attachChild(movedLeaf);
-    stillGroup.attachChild(stillLeaf);
+    chain({&root(), &moved, &movedGroup, &movedLeaf});
+    chain({&root(), &still, &stillGroup, &stillLeaf});
 
     update();
     EXPECT_EQ(movedLeaf.mVisits, 1);
@@ -140,65 +116,38 @@ TEST_F(UpdateTraverserTest, UnchangedSubtreesAreNotVisited) {
     EXPECT_EQ(worldBox(still).getMax()[1], 7.0f);
 }
 
-TEST_F(UpdateTraverserTest, GroupVolumesEncloseAllChildrenAfterOneOfManyMoved) {
-    Branch group;
+TEST_F(UpdateTraverserTest, GroupVolumesEncloseTheirChildrenAndInfiniteLeavesMakeThemInfinite) {
+    Branch group, lit;
     CountingBranch inner;
-    TransformationNode moving;
-    BoxLeaf far(Point(20, 20, 20), Point(21, 21, 21)), near(Point(0, 0, 0), Point(1, 1, 1));
-    TransformationNode innerPlace;
-    root().attachChild(group);
-    group.attachChild(inner);
-    group.attachChild(moving);
-    inner.attachChild(innerPlace);
-    innerPlace.setChild(far);
-    moving.setChild(near);
+    TransformationNode moving, innerPlace, lightPlace;
+    BoxLeaf far(Point(20, 20, 20), Point(21, 21, 21)), near(Point(0, 0, 0), Point(1, 1, 1)), camera;
+    InfiniteLeaf light;
+    chain({&root(), &group, &inner, &innerPlace, &far});
+    chain({&inner, &camera});
+    chain({&group, &moving, &near});
+    chain({&root(), &lit, &lightPlace, &light});
     update();
-    expectEncloses(worldBox(group), worldBox(far));
-    expectEncloses(worldBox(group), worldBox(near));
+    expectBox(worldBox(group), Point(0, 0, 0), Point(21, 21, 21));
+    // A leaf without a volume adds nothing to its group.
+    EXPECT_EQ(worldBox(camera).getState(), BoundingVolume::StateEmpty);
+    expectBox(worldBox(inner), Point(20, 20, 20), Point(21, 21, 21));
+    for (Node* n : std::initializer_list<Node*>{&light, &lightPlace, &lit, &root()})
+        EXPECT_EQ(worldBox(*n).getState(), BoundingVolume::StateInfinite) << n->getNodeId();
 
     moving.translate(-5, 0, 0, false);
+    lightPlace.translate(1, 1, 1, false);
     update();
     EXPECT_EQ(inner.mDown, 2);
     EXPECT_EQ(inner.mUp, 1);
-    EXPECT_EQ(worldBox(near).getMin()[0], -5.0f);
-    expectEncloses(worldBox(group), worldBox(far));
-    expectEncloses(worldBox(group), worldBox(near));
-    EXPECT_EQ(worldBox(group).getMax()[0], 21.0f);
-    EXPECT_EQ(worldBox(group).getMin()[0], -5.0f);
-}
-
-TEST_F(UpdateTraverserTest, InfiniteLeavesMakeTheirAncestorsInfinite) {
-    Branch group, other;
-    TransformationNode place;
-    SceneTest::InfiniteLeaf light;
-    BoxLeaf camera, box(Point(0, 0, 0), Point(1, 1, 1));
-    root().attachChild(group);
-    root().attachChild(other);
-    group.attachChild(place);
-    place.setChild(light);
-    other.attachChild(camera);
-    other.attachChild(box);
-    update();
-    EXPECT_EQ(worldBox(light).getState(), BoundingVolume::StateInfinite);
-    EXPECT_EQ(worldBox(place).getState(), BoundingVolume::StateInfinite);
-    EXPECT_EQ(worldBox(group).getState(), BoundingVolume::StateInfinite);
-    EXPECT_EQ(worldBox(root()).getState(), BoundingVolume::StateInfinite);
-
-    // A leaf without a volume adds nothing to its group.
-    EXPECT_EQ(worldBox(camera).getState(), BoundingVolume::StateEmpty);
-    EXPECT_EQ(worldBox(other).getState(), BoundingVolume::StateBounded);
-    EXPECT_EQ(worldBox(other).getMax()[0], 1.0f);
-
-    place.translate(1, 1, 1, false);
-    update();
-    EXPECT_EQ(worldBox(group).getState(), BoundingVolume::StateInfinite);
+    expectBox(worldBox(near), Point(-5, 0, 0), Point(-4, 1, 1));
+    expectBox(worldBox(group), Point(-5, 0, 0), Point(21, 21, 21));
+    EXPECT_EQ(worldBox(lit).getState(), BoundingVolume::StateInfinite);
 }
 
 TEST_F(UpdateTraverserTest, NodesAttachedLaterTakeTheirParentsPlace) {
     TransformationNode place;
     Branch holder;
-    root().attachChild(place);
-    place.setChild(holder);
+    chain({&root(), &place, &holder});
     place.translate(3, 0, 0, false);
     update();
 
@@ -215,14 +164,18 @@ TEST_F(UpdateTraverserTest, NodesAttachedLaterTakeTheirParentsPlace) {
     // Moved to another place: it follows at once.
     TransformationNode other;
     Branch otherHolder;
-    root().attachChild(other);
-    other.setChild(otherHolder);
+    chain({&root(), &other, &otherHolder});
     other.translate(0, 0, -8, false);
     holder.detachChild(late.getNodeId());
     otherHolder.attachChild(late);
     update();
     expectPoint(worldOrigin(leaf), 0, 0, -8);
     EXPECT_EQ(worldBox(holder).getState(), BoundingVolume::StateEmpty);
+    // Right below the root, whose place never moves, it takes the root's.
+    otherHolder.detachChild(late.getNodeId());
+    root().attachChild(late);
+    update();
+    expectPoint(worldOrigin(leaf), 0, 0, 0);
 }
 
 }  // namespace
