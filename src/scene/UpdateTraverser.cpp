@@ -138,7 +138,7 @@ int UpdateTraverser::run(std::int64_t) {
 
 // How many siblings ahead the update pass fetches: about a memory latency's worth of
 // nodes.
-int const kAhead = 8;
+int const kAhead = 16;
 
 // The general walk without filters, restricted to what the update handler does: the
 // same nodes in the same order, with the root left out on the way in.
