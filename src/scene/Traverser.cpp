@@ -141,7 +141,7 @@ Node* Traverser::walk(int maxDepth, bool reverse) {
     for (;;) {
         Node* next = nullptr;
         Direction direction = DirectionDown;
-        if (!skip && (maxDepth == 0 || depth < maxDepth)) {
+        if (!skip && mCurrent->isGroup() && (maxDepth == 0 || depth < maxDepth)) {
             next = stepDown(reverse ? -1 : 0);
             if (next)
                 ++depth;
