@@ -38,11 +38,14 @@ int BoundingBox::intersects(BoundingVolume const& other, Dorvan::Matrix<float, 4
 int BoundingBox::intersects(BoundingVolume const& other) const {
     if (mState == StateEmpty)
         return -1;
-    if (mState == StateInfinite || other.getVolumeType() != VolumeBox)
+    if (other.getVolumeType() != VolumeBox)
         return 1;
+    // As with a placing matrix: an infinite box meets every volume but an empty one.
     int otherState = other.getState();
     if (otherState == StateEmpty)
         return -1;
+    if (mState == StateInfinite)
+        return 1;
     if (otherState == StateInfinite)
         return 0;
     return overlaps(static_cast<BoundingBox const&>(other)) ? 0 : -1;
