@@ -131,6 +131,12 @@ void combineAlpha(GLfloat function, std::initializer_list<Argument> arguments) {
         setAlphaArgument(n++, argument.source, argument.operand);
 }
 
+void sendConstantColor(Texture const& texture) {
+    Color const constant = texture.getConstantColor();
+    GLfloat const color[] = {constant.r, constant.g, constant.b, constant.a};
+    glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, color);
+}
+
 // The combiner set-up of the modes that mix units, vertex colour or a constant.
 void sendCombination(Texture const& texture, GLenum previousUnit) {
     Argument const texel{GL_TEXTURE, GL_SRC_COLOR};
@@ -164,9 +170,7 @@ void sendCombination(Texture const& texture, GLenum previousUnit) {
         combineAlpha(GL_INTERPOLATE, {texelAlpha, previousAlpha, texelAlpha});
         break;
     case Texture::ModulateConstant: {
-        Color const constant = texture.getConstantColor();
-        GLfloat const color[] = {constant.r, constant.g, constant.b, constant.a};
-        glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, color);
+        sendConstantColor(texture);
         combineRgb(GL_MODULATE, {texel, {GL_CONSTANT, GL_SRC_COLOR}});
         combineAlpha(GL_MODULATE, {texelAlpha, {GL_CONSTANT, GL_SRC_ALPHA}});
         break;
@@ -500,10 +504,15 @@ void GLMaterialManager::updateTextureParameters(GLenum target, Texture& texture,
         return;
     }
     Texture::TexMode const mode = texture.getTexMode();
-    if (GLfloat const simple = toGLEnvMode(mode))
+    if (GLfloat const simple = toGLEnvMode(mode)) {
+        // Blending mixes towards the unit's colour: this texture's constant colour, not
+        // what an earlier texture on the unit left there.
+        if (mode == Texture::Blend)
+            sendConstantColor(texture);
         setEnv(GL_TEXTURE_ENV_MODE, simple);
-    else
+    } else {
         sendCombination(texture, previousUnit);
+    }
     code = glGetError();
     if (code != GL_NO_ERROR) {
         std::ostringstream prefix;
