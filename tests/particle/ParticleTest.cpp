@@ -126,7 +126,17 @@ const int kFrameMs = 16;
 class ParticleEngineTest : public ::testing::Test {
 protected:
     ParticleEngineTest() { mClock.setTime(kStart); }
-    void begin(SharedPtr<ParticleEngine::Emitter> emitter, SharedPtr<ParticleEngine::ForceModel> forces) {
+    // A point emitter: a burst at initialize, then a rate, lives between the ages (ms, 0 endless).
+    static SharedPtr<PointEmitter> emitter(unsigned int burst, float perSecond, unsigned int minAge = 1,
+                                           unsigned int maxAge = 1000) {
+        SharedPtr<PointEmitter> emitter(new PointEmitter());
+        emitter->setInitPointCount(burst);
+        emitter->setPointsPerSecond(perSecond);
+        emitter->setPointAge(minAge, maxAge);
+        return emitter;
+    }
+    void begin(SharedPtr<ParticleEngine::Emitter> emitter = SharedPtr<ParticleEngine::Emitter>(),
+               SharedPtr<ParticleEngine::ForceModel> forces = SharedPtr<ParticleEngine::ForceModel>()) {
         mEngine.setEmitter(emitter);
         mEngine.setForceModel(forces);
         mEngine.initialize();
@@ -192,10 +202,7 @@ TEST_F(ParticleEngineTest, EmissionFollowsTheRateAtAnyFrameStep) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        SharedPtr<PointEmitter> emitter(new PointEmitter());
-        emitter->setPointsPerSecond(c.perSecond);
-        emitter->setPointAge(0, 0);
-        begin(emitter, SharedPtr<ParticleEngine::ForceModel>());
+        begin(emitter(0, c.perSecond, 0, 0));
         std::int64_t now = kStart;
         for (int i = 0; i < c.frames; ++i)
             mEngine.update(now += c.stepMs);
@@ -216,10 +223,7 @@ TEST_F(ParticleEngineTest, LivesLieWithinTheAgesAndSpreadOverThem) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        SharedPtr<PointEmitter> emitter(new PointEmitter());
-        emitter->setInitPointCount(2000);
-        emitter->setPointAge(c.minAge, c.maxAge);
-        begin(emitter, SharedPtr<ParticleEngine::ForceModel>());
+        begin(emitter(2000, 0, c.minAge, c.maxAge));
         std::int64_t lo = c.highest, hi = c.lowest;
         for (data().setParticle(-1); data().nextParticle();) {
             std::int64_t death = data().getMaxTime();
@@ -237,8 +241,7 @@ TEST_F(ParticleEngineTest, ParticlesDieAfterTheirTimeAndABurnOutEndsWithTheLast)
     for (bool withForces : {true, false}) {
         SCOPED_TRACE(withForces ? "with a force model" : "without");
         begin(SharedPtr<ParticleEngine::Emitter>(),
-              withForces ? SharedPtr<ParticleEngine::ForceModel>(new LinearForceModel())
-                         : SharedPtr<ParticleEngine::ForceModel>());
+              SharedPtr<ParticleEngine::ForceModel>(withForces ? new LinearForceModel() : nullptr));
         data().addParticle(Vec(0, 0, 0), kStart + 500);
         mEngine.stop(true);
         mEngine.update(kStart + 500);
@@ -251,9 +254,7 @@ TEST_F(ParticleEngineTest, ParticlesDieAfterTheirTimeAndABurnOutEndsWithTheLast)
 }
 
 TEST_F(ParticleEngineTest, NothingRunsBeforeStartAndAStopFreezes) {
-    SharedPtr<PointEmitter> emitter(new PointEmitter());
-    emitter->setPointsPerSecond(1000);
-    mEngine.setEmitter(emitter);
+    mEngine.setEmitter(emitter(0, 1000));
     mEngine.initialize();
     run(10);
     EXPECT_EQ(data().getParticleCount(false), 0u);
@@ -273,13 +274,11 @@ TEST_F(ParticleEngineTest, RandomCloudsLeaveTheApplicationsRandSequenceAlone) {
         expected.push_back(std::rand());
 
     std::srand(42);
-    SharedPtr<PointEmitter> emitter(new PointEmitter());
-    emitter->setInitPointCount(200);
-    emitter->setUseRandomForce(true);
-    emitter->setPointsPerSecond(500);
+    SharedPtr<PointEmitter> cloud = emitter(200, 500);
+    cloud->setUseRandomForce(true);
     SharedPtr<LinearForceModel> forces(new LinearForceModel());
     forces->setRandomForce(Vec(1, 1, 1));
-    begin(emitter, forces);
+    begin(cloud, forces);
     int below = 0, above = 0;
     for (data().setParticle(-1); data().nextParticle();)
         (data().getVelocity()[0] < 0 ? below : above) += 1;

@@ -22,22 +22,6 @@ namespace TerrainTest {
 using Velun::Point;
 using Velun::Terrain;
 
-TEST_F(EngineTest, InitializeMakesTilesAndPatchesOnce) {
-    Terrain terrain(2, 2);
-    EXPECT_EQ(terrain.getTile(0, 0), nullptr);
-    terrain.initializeTerrain(3, 1, 100.0f);
-    terrain.initializeTerrain(4, 2, 50.0f);
-    terrain.updateTile(2, 0);
-    EXPECT_EQ(terrain.getPatchCount(), 16u);
-    ASSERT_NE(terrain.getTile(1, 1), nullptr);
-    EXPECT_EQ(terrain.getTile(2, 0), nullptr);
-    EXPECT_EQ(terrain.getTile(1, 1)->getVertexNumPerEdge(), 16u);
-    // Tile by tile, row by row inside a tile.
-    EXPECT_EQ(&terrain.getPatch(7)->getTerrainTile(), terrain.getTile(1, 0));
-    EXPECT_EQ(terrain.getPatch(6)->getColumn(), 0u);
-    EXPECT_EQ(terrain.getPatch(6)->getRow(), 1u);
-}
-
 TEST_F(EngineTest, RefusedArgumentsLogOneLineAndMakeNothing) {
     const struct {
         unsigned int patchLevel, tileLevel;
@@ -64,9 +48,19 @@ TEST_F(EngineTest, RefusedArgumentsLogOneLineAndMakeNothing) {
     }
 }
 
-TEST_F(EngineTest, PointsAreLocatedOnTilesUpToButNotOnTheFarEdges) {
+TEST_F(EngineTest, TilesAreMadeOnceAndHoldPointsUpToButNotOnTheirFarEdges) {
     Terrain terrain(2, 2);
+    EXPECT_EQ(terrain.getTile(0, 0), nullptr);
     terrain.initializeTerrain(3, 1, 100.0f);
+    terrain.initializeTerrain(4, 2, 50.0f);
+    terrain.updateTile(2, 0);
+    EXPECT_EQ(terrain.getPatchCount(), 16u);
+    EXPECT_EQ(terrain.getTile(2, 0), nullptr);
+    EXPECT_EQ(terrain.getTile(1, 1)->getVertexNumPerEdge(), 16u);
+    // Tile by tile, row by row inside a tile.
+    EXPECT_EQ(&terrain.getPatch(7)->getTerrainTile(), terrain.getTile(1, 0));
+    EXPECT_EQ(terrain.getPatch(6)->getColumn(), 0u);
+    EXPECT_EQ(terrain.getPatch(6)->getRow(), 1u);
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float inf = std::numeric_limits<float>::infinity();
     const struct {
@@ -206,19 +200,11 @@ TEST_F(HeightTest, MapsThatCannotServeAreRefusedAndTheOldOneKept) {
 TEST_F(HeightTest, NormalsAreContinuousAndMeetThePixelNormals) {
     // Across the drawn diagonal of the curved cell (1, 1), and at its far corner.
     const float eps = 1e-3f;
-    Dorvan::TVector<float, 3> before = tile().getNormal(0.75f - eps, 0.75f - eps);
-    Dorvan::TVector<float, 3> after = tile().getNormal(0.75f + eps, 0.75f + eps);
-    Dorvan::TVector<float, 3> corner = tile().getNormal(1.0f - eps, 1.0f - eps);
-    Dorvan::TVector<float, 3> pixel = tile().getNormal(1.0f, 1.0f);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_NEAR(before[i], after[i], 0.01f) << i;
-        EXPECT_NEAR(corner[i], pixel[i], 0.01f) << i;
-    }
+    expectNear(tile().getNormal(0.75f - eps, 0.75f - eps), tile().getNormal(0.75f + eps, 0.75f + eps), 0.01f);
+    expectNear(tile().getNormal(1.0f - eps, 1.0f - eps), tile().getNormal(1.0f, 1.0f), 0.01f);
     // The far corner pixel: one-sided differences, averaged over the two rows (x) and
     // columns (z) that meet there: ((0 - 50) + (70 - 255)) / 2 and ((0 - 70) + (50 - 255)) / 2.
-    Dorvan::TVector<float, 3> expected = Dorvan::TVector<float, 3>(-117.5f, 1.0f, -137.5f).normalized();
-    for (int i = 0; i < 3; ++i)
-        EXPECT_NEAR(pixel[i], expected[i], 1e-4f) << i;
+    expectNear(tile().getNormal(1.0f, 1.0f), Vec3(-117.5f, 1.0f, -137.5f).normalized());
 }
 
 // n = 8 vertices per edge over two patches per edge, on a map of 8 x 8 pixels.
@@ -291,7 +277,7 @@ TEST_F(TileTest, RampAnswersFollowTheTerrainNode) {
         int transform;  // 0 none, 1 translated, 2 turned 90 degrees about y, 3 scaled
         Point query;
         Point ground;
-        float normal[3];
+        Vec3 normal;
     } cases[] = {
         {"in place, interior", 0, Point(2.5f, 9, 2), Point(2.5f, 2.5f, 2), {-r, r, 0}},
         {"in place, border row", 0, Point(2, 9, 0), Point(2, 2, 0), {-r, r, 0}},
@@ -311,12 +297,8 @@ TEST_F(TileTest, RampAnswersFollowTheTerrainNode) {
         else if (c.transform == 3)
             place.scale(2, 3, 2, false);
         scene.getUpdateTraverser()->run(time += 20);
-        Point ground = mTerrain->getSurfacePoint(c.query);
-        Dorvan::TVector<float, 3> normal = mTerrain->getNormal(c.query);
-        for (int i = 0; i < 3; ++i) {
-            EXPECT_NEAR(ground[i], c.ground[i], 1e-4f) << i;
-            EXPECT_NEAR(normal[i], c.normal[i], 1e-4f) << i;
-        }
+        expectNear(mTerrain->getSurfacePoint(c.query), c.ground);
+        expectNear(mTerrain->getNormal(c.query), c.normal);
         EXPECT_NEAR(mTerrain->getDistance(c.query), c.query[1] - c.ground[1], 1e-4f);
         EXPECT_NEAR(mTerrain->getSlope(c.query), float(M_PI) / 4, 1e-4f);
     }
