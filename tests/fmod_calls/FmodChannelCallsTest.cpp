@@ -45,9 +45,6 @@ std::string text(T value) {
     return out.str();
 }
 
-// Handles are numbers, as in the library; each started voice gets the next one.
-std::uintptr_t gNextHandle = 0x10;
-
 }  // namespace
 
 FMOD_RESULT FMOD_System_Create(FMOD::System** system) {
@@ -83,11 +80,10 @@ FMOD_RESULT System::createSound(const char* name, FMOD_MODE mode, FMOD_CREATESOU
     return result;
 }
 FMOD_RESULT System::playSound(FMOD_CHANNELINDEX channelid, Sound*, bool paused, Channel** channel) {
+    static std::uintptr_t handle = 0;  // numbers, as in the library; each voice gets the next one
     FMOD_RESULT result = record("playSound", text(channelid) + "," + text(paused));
-    if (result == FMOD_OK) {
-        *channel = reinterpret_cast<Channel*>(gNextHandle);
-        gNextHandle += 0x10;
-    }
+    if (result == FMOD_OK)
+        *channel = reinterpret_cast<Channel*>(handle += 0x10);
     return result;
 }
 
@@ -136,9 +132,7 @@ protected:
         calls();
     }
     void TearDown() override {
-        channel = SharedPtr<SoundChannel>();
-        source = SharedPtr<SoundSource>();
-        engine.shutdown();
+        engine.shutdown();  // the stand-in frees the sounds still held
         Velun::VelunCore::getSingleton().shutdown();
     }
     static Velun::NameMapper::ResourceInfo info(const std::string& name) {
@@ -219,21 +213,14 @@ TEST_F(FmodChannelCalls, FailuresCostNeitherTheSoundNorTheVoice) {
 }
 
 TEST_F(FmodChannelCalls, ErrorsAreLoggedWithTheirTexts) {
-    const struct {
-        FMOD_RESULT code;
-        const char* text;
-    } cases[] = {{FMOD_ERR_NEEDS3D, "The call needs a sound opened with FMOD_3D."},
-                 {69, "Unknown error."},
-                 {-3, "Unknown error."}};
     newChannel();
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.code);
-        log.mLines.clear();
-        gRecording.mResults["setVolume"] = c.code;
+    for (FMOD_RESULT code : {int(FMOD_ERR_NEEDS3D), 69, -3}) {
+        gRecording.mResults["setVolume"] = code;
         EXPECT_FALSE(channel->setVolume(0.2f));
-        EXPECT_EQ(log.mLines,
-                  Calls({std::string("plugins.sound.fmod: FMOD Error while setting volume: ") + c.text}));
     }
+    const std::string line = "plugins.sound.fmod: FMOD Error while setting volume: ";
+    EXPECT_EQ(log.mLines, Calls({line + "The call needs a sound opened with FMOD_3D.",
+                                 line + "Unknown error.", line + "Unknown error."}));
 }
 
 TEST_F(FmodChannelCalls, SourcesOpenStreamsPlacedOrAtTheListenerAndMissingFilesAreLogged) {
