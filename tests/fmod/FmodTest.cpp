@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
-#include <sndfile.hh>
 #include <spawn.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
-#include <cmath>
-#include <filesystem>
 #include <fstream>
 
 #include "TestSounds.h"
