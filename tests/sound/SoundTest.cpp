@@ -94,7 +94,7 @@ protected:
     SoundManager manager;
 };
 
-TEST_F(SoundManagerTest, SourcesAreCachedByNameAndKindWhenAsked) {
+TEST_F(SoundManagerTest, SourcesAreCachedByNameAndKindWhenAskedAndChannelsByName) {
     SharedPtr<SoundSource> cached = manager.getSoundSource("x.wav", true, true);
     EXPECT_TRUE(manager.getSoundSource("x.wav", true, true) == cached);
     EXPECT_FALSE(manager.getSoundSource("x.wav", false, true) == cached);
@@ -107,16 +107,14 @@ TEST_F(SoundManagerTest, SourcesAreCachedByNameAndKindWhenAsked) {
               std::vector<std::string>({"sound\\x.wav", "sound\\x.wav", "sound\\y.wav", "sound\\y.wav",
                                         "sound\\missing.wav", "sound\\missing.wav"}));
     EXPECT_EQ(cached.getRefCount(), 2);  // held here and by the cache
-}
 
-TEST_F(SoundManagerTest, NamedChannelsAreReplacedAndReleased) {
-    SharedPtr<SoundSource> source = manager.getSoundSource("x.wav", true, true);
-    SharedPtr<SoundChannel> unnamed = manager.createChannel(source);
+    // Channels are kept only when named, and a new one of the same name replaces the old.
+    SharedPtr<SoundChannel> unnamed = manager.createChannel(cached);
     ASSERT_TRUE(unnamed);
     EXPECT_EQ(unnamed.getRefCount(), 1);
     EXPECT_FALSE(manager.getChannel(""));
-    SharedPtr<SoundChannel> first = manager.createChannel(source, "music");
-    SharedPtr<SoundChannel> second = manager.createChannel(source, "music");
+    SharedPtr<SoundChannel> first = manager.createChannel(cached, "music");
+    SharedPtr<SoundChannel> second = manager.createChannel(cached, "music");
     EXPECT_EQ(manager.getChannel("music"), second);
     EXPECT_EQ(first.getRefCount(), 1);
 }
