@@ -82,8 +82,7 @@ TEST_F(EngineTest, TilesAreMadeOnceAndHoldPointsUpToButNotOnTheirFarEdges) {
         Terrain::PointHandle handle = terrain.getPointHandle(Point(c.x, 3.0f, c.z));
         if (c.tileX < 0) {
             EXPECT_FALSE(handle.inTerrain());
-            Point ground = terrain.getSurfacePoint(handle);
-            EXPECT_TRUE(ground[0] == 0.0f && ground[1] == -1.0f && ground[2] == 0.0f);
+            expectNear(terrain.getSurfacePoint(handle), Vec3(0, -1, 0), 0.0f);
             EXPECT_EQ(terrain.getNormal(handle)[1], 1.0f);
             EXPECT_EQ(terrain.getDistance(Point(c.x, 3.0f, c.z)), 0.0f);
             EXPECT_EQ(terrain.getSlope(Point(c.x, 3.0f, c.z)), -1.0f);
