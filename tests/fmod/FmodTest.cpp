@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
-#include <sndfile.hh>
 #include <spawn.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
-#include <cmath>
-#include <filesystem>
 #include <fstream>
 
 #include "TestSounds.h"
@@ -201,24 +197,26 @@ TEST(FmodOutput, ASoundNodeIsWrittenToTheWaveOutputOnItsSideAndWithoutADeviceThe
     EXPECT_EQ(runChild("RunsWithoutADevice", dir, "no-such-driver"), 0);
 }
 
-// In a child, starts the game in the folder the parent made, its log lines into `log`.
-bool startChild(VelunTest::ChannelLog& log) {
-    if (!getenv(kChildDir) || chdir(getenv(kChildDir)) != 0)
-        return false;
-    VelunCore::getSingleton().startup();
-    VelunCore::getSingleton().getLogManager().registerBackend(log);
-    VelunCore::getSingleton().setup(true);
-    return true;
-}
+// In a child, the game started in the folder the parent made, its log lines in `log`.
+class FmodChild : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!getenv(kChildDir) || chdir(getenv(kChildDir)) != 0)
+            GTEST_SKIP();
+        core.startup();
+        core.getLogManager().registerBackend(log);
+        core.setup(true);
+    }
+    Velun::SoundManager& sounds() { return core.getResourceManager().getSoundManager(); }
+
+    VelunTest::ChannelLog log;
+    VelunCore& core = VelunCore::getSingleton();
+};
 
 // A jeep's engine on a Sound node three units to the listener's left for 300 frames.
-TEST(FmodChild, PlaysASoundNode) {
-    VelunTest::ChannelLog log;
-    if (!startChild(log))
-        GTEST_SKIP();
-    VelunCore& core = VelunCore::getSingleton();
-    Velun::SoundManager& sounds = core.getResourceManager().getSoundManager();
-    SharedPtr<SoundChannel> engineSound = sounds.createChannel(sounds.getSoundSource("tone.wav", true, true));
+TEST_F(FmodChild, PlaysASoundNode) {
+    SharedPtr<SoundChannel> engineSound =
+        sounds().createChannel(sounds().getSoundSource("tone.wav", true, true));
     ASSERT_TRUE(engineSound);
     Velun::SceneGraph& scene = core.getSceneManager().createSceneGraph();
     Velun::TransformationNode jeep;
@@ -238,14 +236,9 @@ TEST(FmodChild, PlaysASoundNode) {
     EXPECT_TRUE(log.mLines.empty());
 }
 
-TEST(FmodChild, RunsWithoutADevice) {
-    VelunTest::ChannelLog log;
-    if (!startChild(log))
-        GTEST_SKIP();
-    VelunCore& core = VelunCore::getSingleton();
-    Velun::SoundManager& sounds = core.getResourceManager().getSoundManager();
-    EXPECT_FALSE(sounds.getSoundEngine());
-    EXPECT_FALSE(sounds.createChannel(sounds.getSoundSource("tone.wav", true, true)));
+TEST_F(FmodChild, RunsWithoutADevice) {
+    EXPECT_FALSE(sounds().getSoundEngine());
+    EXPECT_FALSE(sounds().createChannel(sounds().getSoundSource("tone.wav", true, true)));
     for (int frame = 0; frame < 3; ++frame)
         core.getProcessManager().update(true);
     EXPECT_EQ(log.mLines,

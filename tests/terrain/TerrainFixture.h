@@ -34,5 +34,11 @@ inline SharedPtr<Velun::TextureSource> grey(unsigned int size, std::vector<unsig
 }
 
 using SceneTest::EngineTest;
+typedef Dorvan::TVector<float, 3> Vec3;
+
+inline void expectNear(Vec3 const& actual, Vec3 const& expected, float tolerance = 1e-4f) {
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NEAR(actual[i], expected[i], tolerance) << "component " << i;
+}
 
 }  // namespace TerrainTest

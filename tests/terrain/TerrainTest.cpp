@@ -22,40 +22,20 @@ namespace TerrainTest {
 using Velun::Point;
 using Velun::Terrain;
 
-TEST_F(EngineTest, InitializeMakesTilesAndPatchesOnce) {
-    Terrain terrain(2, 2);
-    EXPECT_EQ(terrain.getTile(0, 0), nullptr);
-    terrain.initializeTerrain(3, 1, 100.0f);
-    terrain.initializeTerrain(4, 2, 50.0f);
-    terrain.updateTile(2, 0);
-    EXPECT_EQ(terrain.getPatchCount(), 16u);
-    ASSERT_NE(terrain.getTile(1, 1), nullptr);
-    EXPECT_EQ(terrain.getTile(2, 0), nullptr);
-    EXPECT_EQ(terrain.getTile(1, 1)->getVertexNumPerEdge(), 16u);
-    // Tile by tile, row by row inside a tile.
-    EXPECT_EQ(&terrain.getPatch(7)->getTerrainTile(), terrain.getTile(1, 0));
-    EXPECT_EQ(terrain.getPatch(6)->getColumn(), 0u);
-    EXPECT_EQ(terrain.getPatch(6)->getRow(), 1u);
-}
-
 TEST_F(EngineTest, RefusedArgumentsLogOneLineAndMakeNothing) {
     const struct {
         unsigned int patchLevel, tileLevel;
         float tileSize;
-        char const* text;
-    } cases[] = {
-        {3, 1, 0.0f, "tile size 0 must be above 0 and patch level 3 plus tile level 1 at most 15"},
-        {3, 1, std::numeric_limits<float>::quiet_NaN(),
-         "tile size nan must be above 0 and patch level 3 plus tile level 1 at most 15"},
-        {8, 8, 10.0f, "tile size 10 must be above 0 and patch level 8 plus tile level 8 at most 15"},
-    };
+    } cases[] = {{3, 1, 0.0f}, {3, 1, std::numeric_limits<float>::quiet_NaN()}, {8, 8, 10.0f}};
     for (auto const& c : cases) {
-        SCOPED_TRACE(c.text);
         Terrain terrain(2, 2);
+        std::ostringstream expected;
+        expected << "Could not initialise terrain " << terrain.getNodeId() << ": tile size " << c.tileSize
+                 << " must be above 0 and patch level " << c.patchLevel << " plus tile level " << c.tileLevel
+                 << " at most 15\n";
+        SCOPED_TRACE(expected.str());
         testing::internal::CaptureStderr();
         terrain.initializeTerrain(c.patchLevel, c.tileLevel, c.tileSize);
-        std::ostringstream expected;
-        expected << "Could not initialise terrain " << terrain.getNodeId() << ": " << c.text << "\n";
         EXPECT_EQ(testing::internal::GetCapturedStderr(), expected.str());
         EXPECT_EQ(terrain.getTile(0, 0), nullptr);
         EXPECT_EQ(terrain.getAttachedChildCount(), 0);
@@ -64,9 +44,19 @@ TEST_F(EngineTest, RefusedArgumentsLogOneLineAndMakeNothing) {
     }
 }
 
-TEST_F(EngineTest, PointsAreLocatedOnTilesUpToButNotOnTheFarEdges) {
+TEST_F(EngineTest, TilesAreMadeOnceAndHoldPointsUpToButNotOnTheirFarEdges) {
     Terrain terrain(2, 2);
+    EXPECT_EQ(terrain.getTile(0, 0), nullptr);
     terrain.initializeTerrain(3, 1, 100.0f);
+    terrain.initializeTerrain(4, 2, 50.0f);
+    terrain.updateTile(2, 0);
+    EXPECT_EQ(terrain.getPatchCount(), 16u);
+    EXPECT_EQ(terrain.getTile(2, 0), nullptr);
+    EXPECT_EQ(terrain.getTile(1, 1)->getVertexNumPerEdge(), 16u);
+    // Tile by tile, row by row inside a tile.
+    EXPECT_EQ(&terrain.getPatch(7)->getTerrainTile(), terrain.getTile(1, 0));
+    EXPECT_EQ(terrain.getPatch(6)->getColumn(), 0u);
+    EXPECT_EQ(terrain.getPatch(6)->getRow(), 1u);
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float inf = std::numeric_limits<float>::infinity();
     const struct {
@@ -92,8 +82,7 @@ TEST_F(EngineTest, PointsAreLocatedOnTilesUpToButNotOnTheFarEdges) {
         Terrain::PointHandle handle = terrain.getPointHandle(Point(c.x, 3.0f, c.z));
         if (c.tileX < 0) {
             EXPECT_FALSE(handle.inTerrain());
-            Point ground = terrain.getSurfacePoint(handle);
-            EXPECT_TRUE(ground[0] == 0.0f && ground[1] == -1.0f && ground[2] == 0.0f);
+            expectNear(terrain.getSurfacePoint(handle), Vec3(0, -1, 0), 0.0f);
             EXPECT_EQ(terrain.getNormal(handle)[1], 1.0f);
             EXPECT_EQ(terrain.getDistance(Point(c.x, 3.0f, c.z)), 0.0f);
             EXPECT_EQ(terrain.getSlope(Point(c.x, 3.0f, c.z)), -1.0f);
@@ -206,19 +195,11 @@ TEST_F(HeightTest, MapsThatCannotServeAreRefusedAndTheOldOneKept) {
 TEST_F(HeightTest, NormalsAreContinuousAndMeetThePixelNormals) {
     // Across the drawn diagonal of the curved cell (1, 1), and at its far corner.
     const float eps = 1e-3f;
-    Dorvan::TVector<float, 3> before = tile().getNormal(0.75f - eps, 0.75f - eps);
-    Dorvan::TVector<float, 3> after = tile().getNormal(0.75f + eps, 0.75f + eps);
-    Dorvan::TVector<float, 3> corner = tile().getNormal(1.0f - eps, 1.0f - eps);
-    Dorvan::TVector<float, 3> pixel = tile().getNormal(1.0f, 1.0f);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_NEAR(before[i], after[i], 0.01f) << i;
-        EXPECT_NEAR(corner[i], pixel[i], 0.01f) << i;
-    }
+    expectNear(tile().getNormal(0.75f - eps, 0.75f - eps), tile().getNormal(0.75f + eps, 0.75f + eps), 0.01f);
+    expectNear(tile().getNormal(1.0f - eps, 1.0f - eps), tile().getNormal(1.0f, 1.0f), 0.01f);
     // The far corner pixel: one-sided differences, averaged over the two rows (x) and
     // columns (z) that meet there: ((0 - 50) + (70 - 255)) / 2 and ((0 - 70) + (50 - 255)) / 2.
-    Dorvan::TVector<float, 3> expected = Dorvan::TVector<float, 3>(-117.5f, 1.0f, -137.5f).normalized();
-    for (int i = 0; i < 3; ++i)
-        EXPECT_NEAR(pixel[i], expected[i], 1e-4f) << i;
+    expectNear(tile().getNormal(1.0f, 1.0f), Vec3(-117.5f, 1.0f, -137.5f).normalized());
 }
 
 // n = 8 vertices per edge over two patches per edge, on a map of 8 x 8 pixels.
@@ -291,7 +272,7 @@ TEST_F(TileTest, RampAnswersFollowTheTerrainNode) {
         int transform;  // 0 none, 1 translated, 2 turned 90 degrees about y, 3 scaled
         Point query;
         Point ground;
-        float normal[3];
+        Vec3 normal;
     } cases[] = {
         {"in place, interior", 0, Point(2.5f, 9, 2), Point(2.5f, 2.5f, 2), {-r, r, 0}},
         {"in place, border row", 0, Point(2, 9, 0), Point(2, 2, 0), {-r, r, 0}},
@@ -311,12 +292,8 @@ TEST_F(TileTest, RampAnswersFollowTheTerrainNode) {
         else if (c.transform == 3)
             place.scale(2, 3, 2, false);
         scene.getUpdateTraverser()->run(time += 20);
-        Point ground = mTerrain->getSurfacePoint(c.query);
-        Dorvan::TVector<float, 3> normal = mTerrain->getNormal(c.query);
-        for (int i = 0; i < 3; ++i) {
-            EXPECT_NEAR(ground[i], c.ground[i], 1e-4f) << i;
-            EXPECT_NEAR(normal[i], c.normal[i], 1e-4f) << i;
-        }
+        expectNear(mTerrain->getSurfacePoint(c.query), c.ground);
+        expectNear(mTerrain->getNormal(c.query), c.normal);
         EXPECT_NEAR(mTerrain->getDistance(c.query), c.query[1] - c.ground[1], 1e-4f);
         EXPECT_NEAR(mTerrain->getSlope(c.query), float(M_PI) / 4, 1e-4f);
     }

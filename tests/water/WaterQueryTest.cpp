@@ -10,18 +10,14 @@
 #include "terrain/TerrainFixture.h"
 #include "water/Water.h"
 
+using TerrainTest::expectNear;
+using TerrainTest::Vec3;
 using Velun::Point;
 using Velun::Water;
-typedef Dorvan::TVector<float, 3> Vec3;
 
 namespace {
 
 const float kTolerance = 1e-4f;
-
-void expectVec(Vec3 const& actual, Vec3 const& expected) {
-    for (int i = 0; i < 3; ++i)
-        EXPECT_NEAR(actual[i], expected[i], kTolerance) << "component " << i;
-}
 
 struct QueryCase {
     const char* name;
@@ -45,25 +41,9 @@ void expectQuery(Water const& water, QueryCase const& c) {
     ASSERT_TRUE(handle.hasQuad());
     EXPECT_NEAR(handle.getX(), c.u, kTolerance);
     EXPECT_NEAR(handle.getY(), c.v, kTolerance);
-    expectVec(water.getSurfacePoint(handle), Vec3(c.point[0], c.surfaceY, c.point[2]));
+    expectNear(water.getSurfacePoint(handle), Vec3(c.point[0], c.surfaceY, c.point[2]));
     EXPECT_NEAR(water.getDistance(c.point), c.distance, kTolerance);
-    expectVec(water.getVelocity(c.point), c.velocity);
-}
-
-TEST_F(WaterQueryTest, TwoLinesMakeOneQuadWithFlowAcrossThem) {
-    Water water;
-    // Flow at right angles to each line: speed 1, then 3, towards -z.
-    water.addQuad(Point(0, 0, 0), Point(10, 0, 0), 1.0f);
-    EXPECT_FALSE(water.getPointHandle(Point(5, 0, 0)).hasQuad());
-    water.addQuad(Point(0, 0, 10), Point(10, 0, 10), 3.0f);
-    ASSERT_EQ(water.getQuadCount(), 1u);
-    expectQuery(water, {"middle, below", Point(5, -2, 5), 0.5f, 0.5f, 0, -2, Vec3(0, 0, -2)});
-    expectQuery(water, {"near the far corner", Point(10, 1, 9), 1, 0.9f, 0, 1, Vec3(0, 0, -2.8f)});
-
-    Point beside(5, 3, 11);
-    expectVec(water.getSurfacePoint(beside), beside);
-    EXPECT_EQ(water.getDistance(beside), 0.0f);
-    expectVec(water.getVelocity(beside), Vec3(0, 0, 0));
+    expectNear(water.getVelocity(c.point), c.velocity);
 }
 
 // P3 maps to (2, 2) in the frame of the other corners: neither a parallelogram nor a
@@ -101,23 +81,27 @@ TEST_F(WaterQueryTest, PlacedWaterAnswersInWorldCoordinates) {
     EXPECT_FALSE(water.getPointHandle(Point(5, 1, 2.5f)).hasQuad());
 }
 
-TEST_F(WaterQueryTest, APointOnASharedLineBelongsToTheOlderQuad) {
+// Three lines along x with flow across them towards -z at speeds 1, 3 and 5: two quads.
+TEST_F(WaterQueryTest, LinesMakeQuadsAndAPointOnASharedLineBelongsToTheOlderOne) {
     Water water;
-    for (int line = 0; line < 3; ++line)
-        water.addQuad(Point(0, 0, 10.0f * line), Point(10, 0, 10.0f * line), Vec3(0, 0, float(line)));
-    const struct {
-        const char* name;
-        float z, v;
-        unsigned int quad;
-    } cases[] = {
-        {"on the shared line", 10, 1, 0}, {"just past it", 10.5f, 0.05f, 1}, {"last line", 20, 1, 1}};
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.name);
-        Water::PointHandle handle = water.getPointHandle(Point(3, 0, c.z));
-        ASSERT_TRUE(handle.hasQuad());
-        EXPECT_EQ(handle.getQuad()->getIndex(), c.quad);
-        EXPECT_NEAR(handle.getY(), c.v, kTolerance);
-    }
+    water.addQuad(Point(0, 0, 0), Point(10, 0, 0), 1.0f);
+    EXPECT_FALSE(water.getPointHandle(Point(5, 0, 0)).hasQuad());
+    for (int line = 1; line < 3; ++line)
+        water.addQuad(Point(0, 0, 10.0f * line), Point(10, 0, 10.0f * line), 1.0f + 2 * line);
+    ASSERT_EQ(water.getQuadCount(), 2u);
+    const QueryCase cases[] = {
+        {"middle, below", Point(5, -2, 5), 0.5f, 0.5f, 0, -2, Vec3(0, 0, -2)},
+        {"on the shared line", Point(3, 1, 10), 0.3f, 1, 0, 1, Vec3(0, 0, -3)},
+        {"just past it", Point(3, 0, 10.5f), 0.3f, 0.05f, 0, 0, Vec3(0, 0, -3.1f)},
+        {"near the far corner", Point(10, 1, 19), 1, 0.9f, 0, 1, Vec3(0, 0, -4.8f)},
+        {"last line", Point(3, 0, 20), 0.3f, 1, 0, 0, Vec3(0, 0, -5)},
+    };
+    for (QueryCase const& c : cases)
+        expectQuery(water, c);
+    Point beside(5, 3, 21);
+    expectNear(water.getSurfacePoint(beside), beside);
+    EXPECT_EQ(water.getDistance(beside), 0.0f);
+    expectNear(water.getVelocity(beside), Vec3(0, 0, 0));
 }
 
 // A quad that cannot be mapped says so once, with the far corner as far as it was
@@ -147,7 +131,7 @@ TEST_F(WaterQueryTest, DegenerateAndReversedQuadsAreReportedAndSkipped) {
         EXPECT_EQ(next.getQuad()->getIndex(), 1u);
         EXPECT_NEAR(next.getX(), 0.5f, kTolerance);
         EXPECT_NEAR(next.getY(), 0.5f, kTolerance);
-        expectVec(water.getVelocity(next), Vec3(1, 0, 0));
+        expectNear(water.getVelocity(next), Vec3(1, 0, 0));
     }
 }
 
