@@ -21,7 +21,8 @@ using namespace Velun;
 
 namespace {
 
-// Counts its runs and returns a chosen result; tells a flag when it ends.
+// Counts its runs; tells a flag when it ends. Given its own handle, it takes itself out
+// of the manager while it runs.
 class CountingModifier : public Modifier, public Process {
 public:
     explicit CountingModifier(bool* destroyed = nullptr) : mDestroyed(destroyed) {}
@@ -32,26 +33,14 @@ public:
     int run(std::int64_t timestamp) override {
         ++mRuns;
         mLastTimestamp = timestamp;
-        return 0;
+        SharedPtr<Modifier> self = mSelf;
+        mSelf.release();
+        return self && VelunCore::getSingleton().getEventManager().unregisterModifier(self) ? 7 : 0;
     }
     int mRuns = 0;
     std::int64_t mLastTimestamp = -1;
     bool* mDestroyed;
-};
-
-// Takes itself out of the manager while it runs.
-class SelfRemovingModifier : public Modifier, public Process {
-public:
-    explicit SelfRemovingModifier(bool* destroyed) : mDestroyed(destroyed) {}
-    ~SelfRemovingModifier() override { *mDestroyed = true; }
-    int run(std::int64_t) override {
-        SharedPtr<Modifier> self = mSelf;
-        mSelf.release();
-        VelunCore::getSingleton().getEventManager().unregisterModifier(self);
-        return 7;
-    }
     SharedPtr<Modifier> mSelf;
-    bool* mDestroyed;
 };
 
 class EventManagerTest : public VelunTest::EngineTest {
@@ -109,7 +98,7 @@ TEST_F(EventManagerTest, UnregisterRemovesEntryAndAdapterEvenDuringTheModifiersO
     manager().unregisterModifier(kept);
 
     bool destroyed = false;
-    SelfRemovingModifier* raw = new SelfRemovingModifier(&destroyed);
+    CountingModifier* raw = new CountingModifier(&destroyed);
     {
         SharedPtr<Modifier> modifier(raw);
         raw->mSelf = modifier;
@@ -198,80 +187,70 @@ TEST_F(VelocityModifierTest, TranslationFollowsParentOrOwnAxesAndRotationSpinsIn
     EXPECT_NEAR(0.0f, spun.getLocalTransformation()(2, 2), 1e-5f);
 }
 
-TEST_F(VelocityModifierTest, MarksItsNodeInEveryFrameEvenAtZeroSpeed) {
-    SceneGraph& scene = core.getSceneManager().createSceneGraph();
-    TransformationNode node;
-    Light light;
-    node.setChild(light);
-    scene.getRoot()->attachChild(node);
-    scene.getUpdateTraverser()->run(0);
-    ASSERT_EQ(Node::StatusUpdated, node.getNodeStatus());
-
-    VelocityModifier modifier(node);
-    modifier.setState(LogicElement::StateRunning);
-    modifier.run(1000);
-    EXPECT_EQ(Node::StatusUpdated, node.getNodeStatus());
-    modifier.run(1016);
-    EXPECT_EQ(Node::StatusModified, node.getNodeStatus());
-    scene.getRoot()->detachChild(node.getNodeId());
-}
-
-class FollowModifierTest : public VelunTest::EngineTest {
+class NodeModifierTest : public VelunTest::EngineTest {
 protected:
+    struct Parts {
+        TransformationNode place;
+        Light source;
+        FollowModifier modifier;
+    };
     void SetUp() override {
         EngineTest::SetUp();
-        mScene = &core.getSceneManager().createSceneGraph();
-        mSourcePlace.reset(new TransformationNode());
-        mSource.reset(new Light());
-        mSourcePlace->setChild(*mSource);
-        mScene->getRoot()->attachChild(*mSourcePlace);
-        mModifier.reset(new FollowModifier());
+        m.reset(new Parts());
+        m->place.setChild(m->source);
+        core.getSceneManager().createSceneGraph().getRoot()->attachChild(m->place);
     }
     void TearDown() override {
-        mModifier.reset();
-        mSource.reset();
-        mSourcePlace.reset();
+        m.reset();
         EngineTest::TearDown();
     }
 
     // Puts the source, lets the update pass place it, and starts the modifier after it.
     void follow(float x, float z, float angleY) {
-        mSourcePlace->rotateY(angleY, false);
-        mSourcePlace->translate(x, 0.0f, z, false);
-        mScene->getUpdateTraverser()->run(0);
-        mModifier->setSource(*mSource);
-        mModifier->setFollowerTransformation(mFollower);
-        mModifier->setState(LogicElement::StateRunning);
-        mModifier->run(1000);
+        m->place.rotateY(angleY, false);
+        m->place.translate(x, 0.0f, z, false);
+        core.getSceneManager().getSceneGraph(0)->getUpdateTraverser()->run(0);
+        m->modifier.setSource(m->source);
+        m->modifier.setFollowerTransformation(mFollower);
+        m->modifier.setState(LogicElement::StateRunning);
+        m->modifier.run(1000);
     }
 
-    SceneGraph* mScene;
-    std::unique_ptr<TransformationNode> mSourcePlace;
-    std::unique_ptr<Light> mSource;
+    std::unique_ptr<Parts> m;
     Transformation mFollower;
-    std::unique_ptr<FollowModifier> mModifier;
 };
 
-TEST_F(FollowModifierTest, ClosesOnTheSourceAtTenPerSecondAndLandsOnItWithoutOvershoot) {
-    follow(10.0f, -4.0f, 0.0f);
-    EXPECT_FLOAT_EQ(0.0f, mModifier->getPosition()[0]);
-    mModifier->run(1050);
-    EXPECT_NEAR(5.0f, mModifier->getPosition()[0], 1e-5f);
-    expectTranslation(mFollower, 5, 0, -2);
-    mModifier->run(1075);
-    EXPECT_NEAR(6.25f, mModifier->getPosition()[0], 1e-4f);
-    EXPECT_NEAR(-2.5f, mModifier->getPosition()[2], 1e-4f);
-    mModifier->run(1575);
-    EXPECT_FLOAT_EQ(10.0f, mModifier->getPosition()[0]);
-    EXPECT_FLOAT_EQ(-4.0f, mModifier->getPosition()[2]);
+TEST_F(NodeModifierTest, VelocityMarksItsNodeInEveryFrameEvenAtZeroSpeed) {
+    core.getSceneManager().getSceneGraph(0)->getUpdateTraverser()->run(0);
+    ASSERT_EQ(Node::StatusUpdated, m->place.getNodeStatus());
+    VelocityModifier modifier(m->place);
+    modifier.setState(LogicElement::StateRunning);
+    modifier.run(1000);
+    EXPECT_EQ(Node::StatusUpdated, m->place.getNodeStatus());
+    modifier.run(1016);
+    EXPECT_EQ(Node::StatusModified, m->place.getNodeStatus());
 }
 
-TEST_F(FollowModifierTest, FacesTheSourceDirectionWithTheOffsetInTheSourceFrame) {
-    mModifier->getOffsetTransformation().translate(0.0f, 1.0f, -3.0f, false);
-    mModifier->setToPoint(Point(4.0f, 0.0f, 0.0f), 0.0f);
+TEST_F(NodeModifierTest, ClosesOnTheSourceAtTenPerSecondAndLandsOnItWithoutOvershoot) {
+    follow(10.0f, -4.0f, 0.0f);
+    EXPECT_FLOAT_EQ(0.0f, m->modifier.getPosition()[0]);
+    m->modifier.run(1050);
+    EXPECT_NEAR(5.0f, m->modifier.getPosition()[0], 1e-5f);
+    expectTranslation(mFollower, 5, 0, -2);
+    m->modifier.run(1075);
+    EXPECT_NEAR(6.25f, m->modifier.getPosition()[0], 1e-4f);
+    EXPECT_NEAR(-2.5f, m->modifier.getPosition()[2], 1e-4f);
+    m->modifier.run(1575);
+    EXPECT_FLOAT_EQ(10.0f, m->modifier.getPosition()[0]);
+    EXPECT_FLOAT_EQ(-4.0f, m->modifier.getPosition()[2]);
+}
+
+TEST_F(NodeModifierTest, FacesTheSourceDirectionWithTheOffsetInTheSourceFrame) {
+    m->modifier.getOffsetTransformation().translate(0.0f, 1.0f, -3.0f, false);
+    m->modifier.setToPoint(Point(4.0f, 0.0f, 0.0f), 0.0f);
     follow(4.0f, 0.0f, -HalfPi);
-    mModifier->run(1020);
-    EXPECT_NEAR(3.0f * HalfPi, mModifier->getRotationY(), 1e-4f);
+    m->modifier.run(1020);
+    EXPECT_NEAR(3.0f * HalfPi, m->modifier.getRotationY(), 1e-4f);
     // The follower's +Z axis points where the source's does, world -X; it stands three
     // units behind the source along that heading, one above.
     EXPECT_NEAR(-1.0f, mFollower.getLocalTransformation()(0, 2), 1e-5f);
@@ -279,19 +258,19 @@ TEST_F(FollowModifierTest, FacesTheSourceDirectionWithTheOffsetInTheSourceFrame)
     expectTranslation(mFollower, 7, 1, 0);
 }
 
-TEST_F(FollowModifierTest, SetToSourceTakesTheHeadingAndKeepsThePosition) {
+TEST_F(NodeModifierTest, SetToSourceTakesTheHeadingAndKeepsThePosition) {
     testing::internal::CaptureStderr();
-    mModifier->setToSource();
+    m->modifier.setToSource();
     EXPECT_EQ("FollowModifier::setToSource: no source node is set\n", testing::internal::GetCapturedStderr());
-    EXPECT_FLOAT_EQ(0.0f, mModifier->getRotationY());
+    EXPECT_FLOAT_EQ(0.0f, m->modifier.getRotationY());
 
-    mModifier->setToPoint(Point(1.0f, 2.0f, 3.0f), 0.5f);
-    EXPECT_FLOAT_EQ(0.5f, mModifier->getRotationY());
+    m->modifier.setToPoint(Point(1.0f, 2.0f, 3.0f), 0.5f);
+    EXPECT_FLOAT_EQ(0.5f, m->modifier.getRotationY());
     follow(3.0f, 0.0f, HalfPi);
-    mModifier->setToSource();
-    EXPECT_NEAR(HalfPi, mModifier->getRotationY(), 1e-5f);
-    EXPECT_FLOAT_EQ(1.0f, mModifier->getPosition()[0]);
-    EXPECT_FLOAT_EQ(3.0f, mModifier->getPosition()[2]);
+    m->modifier.setToSource();
+    EXPECT_NEAR(HalfPi, m->modifier.getRotationY(), 1e-5f);
+    EXPECT_FLOAT_EQ(1.0f, m->modifier.getPosition()[0]);
+    EXPECT_FLOAT_EQ(3.0f, m->modifier.getPosition()[2]);
 }
 
 }  // namespace
