@@ -2,7 +2,8 @@
 
 #include <cmath>
 
-#include "scene/SceneRoot.h"
+#include "scene/SceneGraph.h"
+#include "scene/SceneManager.h"
 #include "scene/UpdateTraverser.h"
 
 using namespace Velun;
@@ -29,16 +30,11 @@ class UpdateTraverserTest : public EngineTest {
 protected:
     void SetUp() override {
         EngineTest::SetUp();
-        scene.reset(new SceneRoot(1));
-    }
-    void TearDown() override {
-        scene.reset();
-        EngineTest::TearDown();
+        scene = &core.getSceneManager().createSceneGraph();
     }
     void update() { EXPECT_EQ(scene->getUpdateTraverser()->run(0), 0); }
     Branch& root() { return *scene->getRoot(); }
-
-    std::unique_ptr<SceneRoot> scene;
+    SceneGraph* scene = nullptr;
 };
 
 TEST_F(UpdateTraverserTest, WorldTransformationsFollowMovesAtEveryLevel) {
