@@ -1,23 +1,22 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <memory>
 
 #include "core/ProcessManager.h"
 #include "core/VelunCore.h"
 #include "logic/EventManager.h"
 #include "logic/FollowModifier.h"
 #include "logic/VelocityModifier.h"
-#include "scene/Branch.h"
 #include "scene/Light.h"
+#include "scene/SceneFixture.h"
 #include "scene/SceneGraph.h"
 #include "scene/SceneManager.h"
-#include "scene/TransformationNode.h"
 #include "scene/UpdateTraverser.h"
-#include "support/Engine.h"
 
 using Dorvan::SharedPtr;
 using namespace Velun;
+using SceneTest::chain;
+using SceneTest::expectPoint;
 
 namespace {
 
@@ -125,10 +124,7 @@ TEST_F(EventManagerTest, RegistrationKeepsTheModifierAliveUntilShutdown) {
 const float HalfPi = 1.5707963f;
 
 void expectTranslation(Transformation const& t, float x, float y, float z) {
-    Dorvan::Matrix<float, 4> const& m = t.getLocalTransformation();
-    EXPECT_NEAR(x, m(0, 3), 1e-5f);
-    EXPECT_NEAR(y, m(1, 3), 1e-5f);
-    EXPECT_NEAR(z, m(2, 3), 1e-5f);
+    expectPoint(Point(t.getLocalTransformation() * Point()), x, y, z);
 }
 
 using VelocityModifierTest = VelunTest::EngineTest;
@@ -187,68 +183,54 @@ TEST_F(VelocityModifierTest, TranslationFollowsParentOrOwnAxesAndRotationSpinsIn
 
 class NodeModifierTest : public VelunTest::EngineTest {
 protected:
-    struct Parts {
-        TransformationNode place;
-        Light source;
-        FollowModifier modifier;
-    };
-    void SetUp() override {
-        EngineTest::SetUp();
-        m.reset(new Parts());
-        m->place.setChild(m->source);
-        core.getSceneManager().createSceneGraph().getRoot()->attachChild(m->place);
-    }
-    void TearDown() override {
-        m.reset();
-        EngineTest::TearDown();
-    }
-
+    NodeModifierTest() { chain({core.getSceneManager().createSceneGraph().getRoot(), &place, &source}); }
     // Puts the source, lets the update pass place it, and starts the modifier after it.
     void follow(float x, float z, float angleY) {
-        m->place.rotateY(angleY, false);
-        m->place.translate(x, 0.0f, z, false);
+        place.rotateY(angleY, false);
+        place.translate(x, 0.0f, z, false);
         core.getSceneManager().getSceneGraph(0)->getUpdateTraverser()->run(0);
-        m->modifier.setSource(m->source);
-        m->modifier.setFollowerTransformation(mFollower);
-        m->modifier.setState(LogicElement::StateRunning);
-        m->modifier.run(1000);
+        modifier.setSource(source);
+        modifier.setFollowerTransformation(mFollower);
+        modifier.setState(LogicElement::StateRunning);
+        modifier.run(1000);
     }
 
-    std::unique_ptr<Parts> m;
+    SceneTest::StartedEngine started;
     Transformation mFollower;
+    TransformationNode place;
+    Light source;
+    FollowModifier modifier;
 };
 
 TEST_F(NodeModifierTest, VelocityMarksItsNodeInEveryFrameEvenAtZeroSpeed) {
     core.getSceneManager().getSceneGraph(0)->getUpdateTraverser()->run(0);
-    ASSERT_EQ(Node::StatusUpdated, m->place.getNodeStatus());
-    VelocityModifier modifier(m->place);
-    modifier.setState(LogicElement::StateRunning);
-    modifier.run(1000);
-    EXPECT_EQ(Node::StatusUpdated, m->place.getNodeStatus());
-    modifier.run(1016);
-    EXPECT_EQ(Node::StatusModified, m->place.getNodeStatus());
+    ASSERT_EQ(Node::StatusUpdated, place.getNodeStatus());
+    VelocityModifier velocity(place);
+    velocity.setState(LogicElement::StateRunning);
+    velocity.run(1000);
+    EXPECT_EQ(Node::StatusUpdated, place.getNodeStatus());
+    velocity.run(1016);
+    EXPECT_EQ(Node::StatusModified, place.getNodeStatus());
 }
 
 TEST_F(NodeModifierTest, ClosesOnTheSourceAtTenPerSecondAndLandsOnItWithoutOvershoot) {
     follow(10.0f, -4.0f, 0.0f);
-    EXPECT_FLOAT_EQ(0.0f, m->modifier.getPosition()[0]);
-    m->modifier.run(1050);
-    EXPECT_NEAR(5.0f, m->modifier.getPosition()[0], 1e-5f);
+    expectPoint(modifier.getPosition(), 0, 0, 0);
+    modifier.run(1050);
+    expectPoint(modifier.getPosition(), 5, 0, -2);
     expectTranslation(mFollower, 5, 0, -2);
-    m->modifier.run(1075);
-    EXPECT_NEAR(6.25f, m->modifier.getPosition()[0], 1e-4f);
-    EXPECT_NEAR(-2.5f, m->modifier.getPosition()[2], 1e-4f);
-    m->modifier.run(1575);
-    EXPECT_FLOAT_EQ(10.0f, m->modifier.getPosition()[0]);
-    EXPECT_FLOAT_EQ(-4.0f, m->modifier.getPosition()[2]);
+    modifier.run(1075);
+    expectPoint(modifier.getPosition(), 6.25f, 0, -2.5f);
+    modifier.run(1575);
+    expectPoint(modifier.getPosition(), 10, 0, -4);
 }
 
 TEST_F(NodeModifierTest, FacesTheSourceDirectionWithTheOffsetInTheSourceFrame) {
-    m->modifier.getOffsetTransformation().translate(0.0f, 1.0f, -3.0f, false);
-    m->modifier.setToPoint(Point(4.0f, 0.0f, 0.0f), 0.0f);
+    modifier.getOffsetTransformation().translate(0.0f, 1.0f, -3.0f, false);
+    modifier.setToPoint(Point(4.0f, 0.0f, 0.0f), 0.0f);
     follow(4.0f, 0.0f, -HalfPi);
-    m->modifier.run(1020);
-    EXPECT_NEAR(3.0f * HalfPi, m->modifier.getRotationY(), 1e-4f);
+    modifier.run(1020);
+    EXPECT_NEAR(3.0f * HalfPi, modifier.getRotationY(), 1e-4f);
     // The follower's +Z axis points where the source's does, world -X; it stands three
     // units behind the source along that heading, one above.
     EXPECT_NEAR(-1.0f, mFollower.getLocalTransformation()(0, 2), 1e-5f);
@@ -258,17 +240,16 @@ TEST_F(NodeModifierTest, FacesTheSourceDirectionWithTheOffsetInTheSourceFrame) {
 
 TEST_F(NodeModifierTest, SetToSourceTakesTheHeadingAndKeepsThePosition) {
     testing::internal::CaptureStderr();
-    m->modifier.setToSource();
+    modifier.setToSource();
     EXPECT_EQ("FollowModifier::setToSource: no source node is set\n", testing::internal::GetCapturedStderr());
-    EXPECT_FLOAT_EQ(0.0f, m->modifier.getRotationY());
+    EXPECT_FLOAT_EQ(0.0f, modifier.getRotationY());
 
-    m->modifier.setToPoint(Point(1.0f, 2.0f, 3.0f), 0.5f);
-    EXPECT_FLOAT_EQ(0.5f, m->modifier.getRotationY());
+    modifier.setToPoint(Point(1.0f, 2.0f, 3.0f), 0.5f);
+    EXPECT_FLOAT_EQ(0.5f, modifier.getRotationY());
     follow(3.0f, 0.0f, HalfPi);
-    m->modifier.setToSource();
-    EXPECT_NEAR(HalfPi, m->modifier.getRotationY(), 1e-5f);
-    EXPECT_FLOAT_EQ(1.0f, m->modifier.getPosition()[0]);
-    EXPECT_FLOAT_EQ(3.0f, m->modifier.getPosition()[2]);
+    modifier.setToSource();
+    EXPECT_NEAR(HalfPi, modifier.getRotationY(), 1e-5f);
+    expectPoint(modifier.getPosition(), 1, 2, 3);
 }
 
 }  // namespace

@@ -13,6 +13,11 @@ namespace SceneTest {
 // Nodes take their ids from the engine's SceneManager.
 using EngineTest = VelunTest::EngineTest;
 
+// A fixture's first member: it starts the engine, so that nodes can be members after it.
+struct StartedEngine {
+    StartedEngine() { Velun::VelunCore::getSingleton().startup(); }
+};
+
 inline void expectPoint(Velun::Point const& p, float x, float y, float z) {
     EXPECT_NEAR(p[0], x, 1e-5f);
     EXPECT_NEAR(p[1], y, 1e-5f);

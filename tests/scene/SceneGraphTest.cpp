@@ -85,8 +85,7 @@ TEST_F(NodeTest, DetachedOrDestroyedNodesLeaveTheirParentAndChildren) {
 TEST_F(NodeTest, ChangesReachTheAncestors) {
     Branch top, middle;
     BoxLeaf leaf;
-    top.attachChild(middle);
-    middle.attachChild(leaf);
+    chain({&top, &middle, &leaf});
     for (Node* n : std::initializer_list<Node*>{&top, &middle})
         n->finishUpdate();
 
@@ -120,8 +119,7 @@ TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes)
     SceneGraph& kept = scenes().createSceneGraph();
     Branch group;
     Light light;
-    group.attachChild(light);
-    doomed.getRoot()->attachChild(group);
+    chain({doomed.getRoot(), &group, &light});
     ASSERT_TRUE(light.isAttached());
 
     EXPECT_TRUE(scenes().deleteSceneGraph(doomed));
@@ -166,8 +164,7 @@ TEST_F(SceneManagerTest, ACameraViewSeesFromTheCameraWorldPlace) {
     Camera camera;
     place.translate(3.0f, 0.0f, 5.0f, false);
     place.rotateY(0.5f, true);
-    place.setChild(camera);
-    scene.getRoot()->attachChild(place);
+    chain({scene.getRoot(), &place, &camera});
     scene.getUpdateTraverser()->run(0);
     testing::internal::CaptureStderr();
     EXPECT_TRUE(camera.getView(0.0f).isNull());
