@@ -42,10 +42,6 @@ TEST(InputEventTest, OnlyTheAccessorOfTheTypeGivesTheInfoAndEachInfoIsDeletedOnc
     event.setEventType(InputEvent::MoveEvent, *move);
     EXPECT_EQ(move, event.getMoveEventInfo());
     EXPECT_EQ(nullptr, event.getKeyEventInfo());
-    SysWMEventInfo* quit = new SysWMEventInfo(SysWMEventInfo::SysWMQuit, 0, 0);
-    event.setEventType(InputEvent::SysWMEvent, *quit);
-    EXPECT_EQ(quit, event.getSysWMEventInfo());
-    EXPECT_EQ(nullptr, event.getMoveEventInfo());
     // Info of another class than the type is not handed out.
     event.setEventType(InputEvent::KeyEvent, *new ButtonEventInfo(ButtonEventInfo::ButtonPressed, 1));
     EXPECT_EQ(nullptr, event.getKeyEventInfo());
