@@ -9,14 +9,12 @@
 #include "geometry/Geometry.h"
 #include "material/Material.h"
 #include "scene/SceneRoot.h"
-#include "scene/Transformation.h"
 #include "scene/UpdateTraverser.h"
 
 using namespace Velun;
 using namespace SceneTest;
 using Dorvan::SharedPtr;
 typedef std::vector<std::string> Names;
-typedef Dorvan::Matrix<float, 4> Matrix4;
 
 namespace {
 
@@ -45,12 +43,6 @@ public:
     }
     Names mNames;
 };
-
-Matrix4 moved(float x, float y) {
-    Transformation t;
-    t.translate(x, y, 0, false);
-    return t.getLocalTransformation();
-}
 
 // Unit boxes "a" at x = -10 and "b", "c" at x = 10 and 12, an empty group, and a
 // thin 4-wide plate lying along the diagonal x = y - 20, around (0, 20).
@@ -104,7 +96,7 @@ TEST_F(BoundingFilterTest, OnlyTheSubtreesThatTouchTheQueryAreWalked) {
     EXPECT_EQ(handled(BoundingFilter(nowhere)), Names{});
 
     BoundingFilter filter;
-    filter.setBoundingVolume(unit, moved(-10, 0));
+    filter.setBoundingVolume(unit, turnedAndMoved(0, -10));
     filter.setPoint(Point(10.5f, 0.5f, 0.5f));
     EXPECT_EQ(collected(filter), Names{"a"});
 }
@@ -126,7 +118,7 @@ TEST_F(BoundingFilterTest, VolumesPlacedByAMatrixAndTheDrawablesOwnVolumes) {
     for (Case const& c : cases) {
         SCOPED_TRACE(c.name);
         BoundingFilter filter;
-        filter.setBoundingVolume(query, moved(c.x, c.y));
+        filter.setBoundingVolume(query, turnedAndMoved(0, c.x, c.y));
         EXPECT_EQ(collected(filter), c.found);
         filter.setTestDrawableVolumes(true);
         EXPECT_EQ(collected(filter), c.foundByOwnVolume);

@@ -10,8 +10,7 @@
 #include "scene/Transformation.h"
 
 using namespace Velun;
-using SceneTest::expectPoint;
-typedef Dorvan::Matrix<float, 4> Matrix4;
+using namespace SceneTest;
 
 namespace {
 
@@ -22,11 +21,6 @@ Matrix4 fromRows(std::initializer_list<float> values) {
         m.m[i++] = v;
     m.mIdentity = false;
     return m;
-}
-
-void expectNear(Matrix4 const& a, Matrix4 const& b, float tolerance) {
-    for (int i = 0; i < 16; ++i)
-        EXPECT_NEAR(a.m[i], b.m[i], tolerance) << "element " << i;
 }
 
 Point place(Matrix4 const& m, Point const& p) { return Point(m * p); }
@@ -161,13 +155,6 @@ TEST(BoundingBoxTest, MergeWithATransformEqualsTheEightCornersExactly) {
             EXPECT_EQ(fast.getMax()[i], corners.getMax()[i]);
         }
     }
-}
-
-Matrix4 turnedAndMoved(float angle, float x) {
-    Transformation t;
-    t.rotateZ(angle, false);
-    t.translate(x, 0, 0, false);
-    return t.getLocalTransformation();
 }
 
 // -1 apart, 0 overlapping, 1 the other inside this one.

@@ -11,8 +11,6 @@ using Dorvan::SharedPtr;
 
 namespace {
 
-typedef Dorvan::Matrix<float, 4> Matrix4;
-
 Point worldOrigin(Node const& node) {
     return Point(node.getTransformedNode().getWorldTransformation() * Point());
 }
@@ -62,10 +60,9 @@ TEST_F(UpdateTraverserTest, WorldTransformationsFollowMovesAtEveryLevel) {
     EXPECT_NEAR(worldBox(*root().getAttachedChild(0)).getMax()[2], 6, 1e-5f);
 
     // The inverse composed level by level undoes the world transformation.
-    Matrix4 product = leaf.getTransformedNode().getInverseWorldTransformation() *
-                      leaf.getTransformedNode().getWorldTransformation();
-    for (int i = 0; i < 16; ++i)
-        EXPECT_NEAR(product.m[i], Matrix4::identity().m[i], 1e-5f);
+    expectNear(leaf.getTransformedNode().getInverseWorldTransformation() *
+                   leaf.getTransformedNode().getWorldTransformation(),
+               Matrix4::identity(), 1e-5f);
 }
 
 TEST_F(UpdateTraverserTest, UnchangedSubtreesAreNotVisited) {
