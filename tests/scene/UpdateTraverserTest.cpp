@@ -140,10 +140,8 @@ TEST_F(UpdateTraverserTest, NodesAttachedLaterTakeTheirParentsPlace) {
     // Attached below an unmoved plain group, under a placed transformation.
     Branch late;
     BoxLeaf leaf(Point(0, 0, 0), Point(1, 1, 1));
-    late.attachChild(leaf);
-    holder.attachChild(late);
+    chain({&holder, &late, &leaf});
     update();
-    expectPoint(worldOrigin(late), 3, 0, 0);
     expectPoint(worldOrigin(leaf), 3, 0, 0);
     EXPECT_EQ(worldBox(place).getMax()[0], 4.0f);
 
