@@ -15,8 +15,8 @@ typedef std::vector<std::string> Trace;
 
 namespace {
 
-// A subsystem whose one process writes its name into a shared trace and calls an
-// optional action.
+// A subsystem whose one process writes its name into a shared trace, keeps the pass's
+// time and calls an optional action.
 class TraceSubsystem : public Subsystem, public Process {
 public:
     TraceSubsystem(int id, std::string name, Trace* trace) : mName(name), mTrace(trace) {
@@ -24,8 +24,9 @@ public:
         mProcesses.push_back(this);
     }
     std::vector<Process*>* getProcessList() override { return &mProcesses; }
-    int run(std::int64_t) override {
+    int run(std::int64_t time) override {
         mTrace->push_back(mName);
+        mStamps.push_back(time);
         if (mAction)
             mAction();
         return 0;
@@ -34,6 +35,7 @@ public:
     Trace* mTrace;
     std::function<void()> mAction;
     std::vector<Process*> mProcesses;
+    std::vector<std::int64_t> mStamps;
 };
 
 // A private ProcessManager; the engine is started so that passes can read its clock.
@@ -125,15 +127,9 @@ TEST_F(ProcessManagerTest, ASubsystemAppendedDuringAPassRunsInThatPassWithOneSta
     mManager.run(true);
     EXPECT_EQ((Trace{"first", "late", "first", "late"}), mTrace);
 
-    struct StampProcess : Process {
-        int run(std::int64_t t) override {
-            stamps.push_back(t);
-            return 0;
-        }
-        std::vector<std::int64_t> stamps;
-    } one, two;
+    TraceSubsystem one(0, "", &mTrace), two(0, "", &mTrace);
     first.mProcesses = {&one, &two};
     mManager.updateSubsystem(100, true);
-    ASSERT_EQ(1u, one.stamps.size());
-    EXPECT_EQ(one.stamps, two.stamps);
+    ASSERT_EQ(1u, one.mStamps.size());
+    EXPECT_EQ(one.mStamps, two.mStamps);
 }

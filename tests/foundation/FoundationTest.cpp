@@ -38,25 +38,19 @@ std::vector<T> valuesOf(Vector<T> const& v) {
 
 TEST(LinkedMapTest, LookupsCreateEntriesPutReplacesAndWalksInKeyOrder) {
     LinkedMap<int, char> map;
-    EXPECT_FALSE(map.containsKey(4));
     EXPECT_EQ(0, map.get(4));
     EXPECT_EQ(0, map[5]);
     EXPECT_EQ(2u, map.size());
-    EXPECT_TRUE(map.containsKey(5));
     EXPECT_EQ('x', map.put(3, 'x'));
     EXPECT_EQ('c', map.put(3, 'c'));
-    EXPECT_TRUE(map.containsValue('c'));
     EXPECT_FALSE(map.containsValue('x'));
     map.put(1, 'a');
     std::string order;
-    for (LinkedMap<int, char>::const_iterator it = map.begin(); it != map.end(); ++it)
+    for (auto it = map.begin(); it != map.end(); ++it)
         order += it->second ? it->second : '-';
     EXPECT_EQ("ac--", order);
     EXPECT_EQ(0, map.remove(9));
     EXPECT_EQ('c', map.remove(3));
-    EXPECT_EQ(3u, map.size());
-    map.clear();
-    EXPECT_TRUE(map.isEmpty());
 }
 
 TEST(OrderedMapTest, KeepsInsertionOrderThroughPutsInsertionsAndRemovals) {
@@ -69,14 +63,12 @@ TEST(OrderedMapTest, KeepsInsertionOrderThroughPutsInsertionsAndRemovals) {
     map.put(7, 'd');
     EXPECT_EQ((std::vector<int>{5, 2, 9, 7}), keysOf(map));
     EXPECT_EQ('A', map.valueAt(0));
-    EXPECT_EQ('c', map.valueAt(2));
 
     EXPECT_EQ('b', map.remove(2));
     EXPECT_EQ(1, map.indexOf(9));
     EXPECT_EQ(-1, map.indexOf(2));
     EXPECT_EQ('A', map.removeAt(0));
     EXPECT_EQ((std::vector<int>{9, 7}), keysOf(map));
-    EXPECT_FALSE(map.containsKey(5));
 
     map.put(3, 'c');
     map.insertAt(1, 2, 'b');
@@ -85,9 +77,6 @@ TEST(OrderedMapTest, KeepsInsertionOrderThroughPutsInsertionsAndRemovals) {
     EXPECT_EQ((std::vector<int>{0, 9, 2, 7, 4, 3}), keysOf(map));
     map.insertAt(0, 4, 'e');  // inserting a present key moves it
     EXPECT_EQ((std::vector<int>{4, 0, 9, 2, 7, 3}), keysOf(map));
-    EXPECT_EQ('e', map.valueAt(0));
-    map.clear();
-    EXPECT_TRUE(map.isEmpty());
 }
 
 TEST(IdMapTest, IdsStartAt101AndAreNeverReused) {
@@ -112,12 +101,8 @@ TEST(VectorTest, EditsByPositionAndByValue) {
     EXPECT_EQ(2, v.add(1));
     EXPECT_EQ(2, v.set(1, 21));
     EXPECT_EQ(22, v.assign(1, 22));
-    EXPECT_EQ(22, v[1]);
-    EXPECT_EQ(1, v.at(2));
     EXPECT_EQ(0, v.indexOf(1));
     EXPECT_EQ(-1, v.indexOf(5));
-    EXPECT_TRUE(v.contains(22));
-    EXPECT_FALSE(v.contains(5));
     v.remove(1);  // the first equal one only
     v.remove(5);
     EXPECT_EQ((std::vector<int>{22, 1}), valuesOf(v));
@@ -127,11 +112,9 @@ TEST(VectorTest, EditsByPositionAndByValue) {
     EXPECT_EQ((std::vector<int>{3, 22, 9, 1, 7}), valuesOf(v));
     v.removeAt(0);
     EXPECT_EQ((std::vector<int>{22, 9, 1, 7}), valuesOf(v));
-    v.clear();
-    EXPECT_TRUE(v.isEmpty());
 }
 
-TEST(CowMemPtrTest, WriteDetachesAndReadNever) {
+TEST(CowMemPtrTest, WritesAndResizesDetachReadsAndSetNullNever) {
     Block a;
     a.alloc(4);
     std::memcpy(a.get(), "abcd", 4);
@@ -139,12 +122,6 @@ TEST(CowMemPtrTest, WriteDetachesAndReadNever) {
     const Block& ca = a;
     const Block& cb = b;
     EXPECT_EQ(ca.get(), cb.get());
-
-    // A private block is written in place.
-    Block single;
-    single.alloc(4);
-    void* place = single.get();
-    EXPECT_EQ(place, single.get());
 
     char* written = static_cast<char*>(b.get());
     EXPECT_NE(ca.get(), cb.get());
@@ -154,26 +131,20 @@ TEST(CowMemPtrTest, WriteDetachesAndReadNever) {
     // Both are private now: a write on either stays in place.
     EXPECT_EQ(ca.get(), a.get());
     EXPECT_EQ(written, b.get());
-}
-
-TEST(CowMemPtrTest, ResizeAssignmentAndSetNullKeepTheOtherHandle) {
-    Block a;
-    a.alloc(4);
-    std::memcpy(a.get(), "wxyz", 4);
-    Block b(a);
-    EXPECT_TRUE(b.resize(8));
-    EXPECT_EQ(8u, b.getByteSize());
-    EXPECT_EQ(4u, a.getByteSize());
-    EXPECT_EQ(0, std::memcmp(static_cast<const Block&>(b).get(), "wxyz", 4));
-    EXPECT_FALSE(a.sharesWith(b));
-    EXPECT_TRUE(b.resize(2));
-    EXPECT_EQ(0, std::memcmp(static_cast<const Block&>(b).get(), "wx", 2));
-    EXPECT_TRUE(b.resize(0));
-    EXPECT_FALSE(b.isNull());
-    EXPECT_EQ(0u, b.getByteSize());
 
     b = a;
     EXPECT_TRUE(a.sharesWith(b));
+    EXPECT_TRUE(b.resize(8));
+    EXPECT_EQ(8u, b.getByteSize());
+    EXPECT_EQ(4u, a.getByteSize());
+    EXPECT_EQ(0, std::memcmp(cb.get(), "abcd", 4));
+    EXPECT_FALSE(a.sharesWith(b));
+    EXPECT_TRUE(b.resize(2));
+    EXPECT_EQ(0, std::memcmp(cb.get(), "ab", 2));
+    EXPECT_TRUE(b.resize(0));
+    EXPECT_FALSE(b.isNull());
+
+    b = a;
     b = a;  // same block: no count changes, still shared
     a.setNull();
     EXPECT_TRUE(a.isNull());

@@ -1,27 +1,27 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <memory>
 
 #include "core/ProcessManager.h"
 #include "core/VelunCore.h"
 #include "logic/EventManager.h"
 #include "logic/FollowModifier.h"
 #include "logic/VelocityModifier.h"
-#include "scene/Branch.h"
 #include "scene/Light.h"
+#include "scene/SceneFixture.h"
 #include "scene/SceneGraph.h"
 #include "scene/SceneManager.h"
-#include "scene/TransformationNode.h"
 #include "scene/UpdateTraverser.h"
-#include "support/Engine.h"
 
 using Dorvan::SharedPtr;
 using namespace Velun;
+using SceneTest::chain;
+using SceneTest::expectPoint;
 
 namespace {
 
-// Counts its runs and returns a chosen result; tells a flag when it ends.
+// Counts its runs; tells a flag when it ends. Given its own handle, it takes itself out
+// of the manager while it runs.
 class CountingModifier : public Modifier, public Process {
 public:
     explicit CountingModifier(bool* destroyed = nullptr) : mDestroyed(destroyed) {}
@@ -32,26 +32,14 @@ public:
     int run(std::int64_t timestamp) override {
         ++mRuns;
         mLastTimestamp = timestamp;
-        return 0;
+        SharedPtr<Modifier> self = mSelf;
+        mSelf.release();
+        return self && VelunCore::getSingleton().getEventManager().unregisterModifier(self) ? 7 : 0;
     }
     int mRuns = 0;
     std::int64_t mLastTimestamp = -1;
     bool* mDestroyed;
-};
-
-// Takes itself out of the manager while it runs.
-class SelfRemovingModifier : public Modifier, public Process {
-public:
-    explicit SelfRemovingModifier(bool* destroyed) : mDestroyed(destroyed) {}
-    ~SelfRemovingModifier() override { *mDestroyed = true; }
-    int run(std::int64_t) override {
-        SharedPtr<Modifier> self = mSelf;
-        mSelf.release();
-        VelunCore::getSingleton().getEventManager().unregisterModifier(self);
-        return 7;
-    }
     SharedPtr<Modifier> mSelf;
-    bool* mDestroyed;
 };
 
 class EventManagerTest : public VelunTest::EngineTest {
@@ -66,14 +54,12 @@ protected:
     }
 };
 
-TEST_F(EventManagerTest, AModifierRunsOnceAPassWhileSwitchedOnHoweverOftenRegistered) {
+TEST_F(EventManagerTest, AModifierRunsOnceAPassWhileSwitchedOnHoweverOftenRegisteredAndLivesUntilShutdown) {
     SharedPtr<CountingModifier> modifier(new CountingModifier());
-    EXPECT_EQ(LogicElement::StateDisabled, modifier->getState());
     manager().registerModifier(modifier);
     manager().registerModifier(modifier);
     ASSERT_EQ(1u, manager().getProcessList()->size());
     EXPECT_EQ(1u, manager().getElementCount());
-    EXPECT_EQ(modifier.get(), manager().getElementById(modifier->getElementId()).get());
     runAll(1000);
     EXPECT_EQ(0, modifier->mRuns);
     modifier->setState(LogicElement::StateReady);
@@ -83,6 +69,14 @@ TEST_F(EventManagerTest, AModifierRunsOnceAPassWhileSwitchedOnHoweverOftenRegist
     modifier->setState(LogicElement::StateDisabled);
     runAll(3000);
     EXPECT_EQ(1, modifier->mRuns);
+
+    // Registration keeps a modifier alive until shutdown; one held elsewhere ends quietly later.
+    bool destroyed = false;
+    manager().registerModifier(SharedPtr<Modifier>(new CountingModifier(&destroyed)));
+    EXPECT_FALSE(destroyed);
+    core.shutdown();
+    EXPECT_TRUE(destroyed);
+    EXPECT_EQ(1, modifier.getRefCount());
 }
 
 TEST_F(EventManagerTest, UnregisterRemovesEntryAndAdapterEvenDuringTheModifiersOwnRun) {
@@ -109,7 +103,7 @@ TEST_F(EventManagerTest, UnregisterRemovesEntryAndAdapterEvenDuringTheModifiersO
     manager().unregisterModifier(kept);
 
     bool destroyed = false;
-    SelfRemovingModifier* raw = new SelfRemovingModifier(&destroyed);
+    CountingModifier* raw = new CountingModifier(&destroyed);
     {
         SharedPtr<Modifier> modifier(raw);
         raw->mSelf = modifier;
@@ -122,26 +116,10 @@ TEST_F(EventManagerTest, UnregisterRemovesEntryAndAdapterEvenDuringTheModifiersO
     EXPECT_EQ(0u, manager().getElementCount());
 }
 
-TEST_F(EventManagerTest, RegistrationKeepsTheModifierAliveUntilShutdown) {
-    bool destroyed = false;
-    manager().registerModifier(SharedPtr<Modifier>(new CountingModifier(&destroyed)));
-    SharedPtr<CountingModifier> held(new CountingModifier());
-    manager().registerModifier(held);
-    EXPECT_FALSE(destroyed);
-    core.shutdown();
-    EXPECT_TRUE(destroyed);
-    // A modifier released after the manager has gone ends quietly.
-    EXPECT_EQ(1, held.getRefCount());
-    held.release();
-}
-
 const float HalfPi = 1.5707963f;
 
 void expectTranslation(Transformation const& t, float x, float y, float z) {
-    Dorvan::Matrix<float, 4> const& m = t.getLocalTransformation();
-    EXPECT_NEAR(x, m(0, 3), 1e-5f);
-    EXPECT_NEAR(y, m(1, 3), 1e-5f);
-    EXPECT_NEAR(z, m(2, 3), 1e-5f);
+    expectPoint(Point(t.getLocalTransformation() * Point()), x, y, z);
 }
 
 using VelocityModifierTest = VelunTest::EngineTest;
@@ -198,80 +176,56 @@ TEST_F(VelocityModifierTest, TranslationFollowsParentOrOwnAxesAndRotationSpinsIn
     EXPECT_NEAR(0.0f, spun.getLocalTransformation()(2, 2), 1e-5f);
 }
 
-TEST_F(VelocityModifierTest, MarksItsNodeInEveryFrameEvenAtZeroSpeed) {
-    SceneGraph& scene = core.getSceneManager().createSceneGraph();
-    TransformationNode node;
-    Light light;
-    node.setChild(light);
-    scene.getRoot()->attachChild(node);
-    scene.getUpdateTraverser()->run(0);
-    ASSERT_EQ(Node::StatusUpdated, node.getNodeStatus());
-
-    VelocityModifier modifier(node);
-    modifier.setState(LogicElement::StateRunning);
-    modifier.run(1000);
-    EXPECT_EQ(Node::StatusUpdated, node.getNodeStatus());
-    modifier.run(1016);
-    EXPECT_EQ(Node::StatusModified, node.getNodeStatus());
-    scene.getRoot()->detachChild(node.getNodeId());
-}
-
-class FollowModifierTest : public VelunTest::EngineTest {
+class NodeModifierTest : public VelunTest::EngineTest {
 protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        mScene = &core.getSceneManager().createSceneGraph();
-        mSourcePlace.reset(new TransformationNode());
-        mSource.reset(new Light());
-        mSourcePlace->setChild(*mSource);
-        mScene->getRoot()->attachChild(*mSourcePlace);
-        mModifier.reset(new FollowModifier());
-    }
-    void TearDown() override {
-        mModifier.reset();
-        mSource.reset();
-        mSourcePlace.reset();
-        EngineTest::TearDown();
-    }
-
+    NodeModifierTest() { chain({core.getSceneManager().createSceneGraph().getRoot(), &place, &source}); }
     // Puts the source, lets the update pass place it, and starts the modifier after it.
     void follow(float x, float z, float angleY) {
-        mSourcePlace->rotateY(angleY, false);
-        mSourcePlace->translate(x, 0.0f, z, false);
-        mScene->getUpdateTraverser()->run(0);
-        mModifier->setSource(*mSource);
-        mModifier->setFollowerTransformation(mFollower);
-        mModifier->setState(LogicElement::StateRunning);
-        mModifier->run(1000);
+        place.rotateY(angleY, false);
+        place.translate(x, 0.0f, z, false);
+        core.getSceneManager().getSceneGraph(0)->getUpdateTraverser()->run(0);
+        modifier.setSource(source);
+        modifier.setFollowerTransformation(mFollower);
+        modifier.setState(LogicElement::StateRunning);
+        modifier.run(1000);
     }
 
-    SceneGraph* mScene;
-    std::unique_ptr<TransformationNode> mSourcePlace;
-    std::unique_ptr<Light> mSource;
+    SceneTest::StartedEngine started;
     Transformation mFollower;
-    std::unique_ptr<FollowModifier> mModifier;
+    TransformationNode place;
+    Light source;
+    FollowModifier modifier;
 };
 
-TEST_F(FollowModifierTest, ClosesOnTheSourceAtTenPerSecondAndLandsOnItWithoutOvershoot) {
-    follow(10.0f, -4.0f, 0.0f);
-    EXPECT_FLOAT_EQ(0.0f, mModifier->getPosition()[0]);
-    mModifier->run(1050);
-    EXPECT_NEAR(5.0f, mModifier->getPosition()[0], 1e-5f);
-    expectTranslation(mFollower, 5, 0, -2);
-    mModifier->run(1075);
-    EXPECT_NEAR(6.25f, mModifier->getPosition()[0], 1e-4f);
-    EXPECT_NEAR(-2.5f, mModifier->getPosition()[2], 1e-4f);
-    mModifier->run(1575);
-    EXPECT_FLOAT_EQ(10.0f, mModifier->getPosition()[0]);
-    EXPECT_FLOAT_EQ(-4.0f, mModifier->getPosition()[2]);
+TEST_F(NodeModifierTest, VelocityMarksItsNodeInEveryFrameEvenAtZeroSpeed) {
+    core.getSceneManager().getSceneGraph(0)->getUpdateTraverser()->run(0);
+    ASSERT_EQ(Node::StatusUpdated, place.getNodeStatus());
+    VelocityModifier velocity(place);
+    velocity.setState(LogicElement::StateRunning);
+    velocity.run(1000);
+    EXPECT_EQ(Node::StatusUpdated, place.getNodeStatus());
+    velocity.run(1016);
+    EXPECT_EQ(Node::StatusModified, place.getNodeStatus());
 }
 
-TEST_F(FollowModifierTest, FacesTheSourceDirectionWithTheOffsetInTheSourceFrame) {
-    mModifier->getOffsetTransformation().translate(0.0f, 1.0f, -3.0f, false);
-    mModifier->setToPoint(Point(4.0f, 0.0f, 0.0f), 0.0f);
+TEST_F(NodeModifierTest, ClosesOnTheSourceAtTenPerSecondAndLandsOnItWithoutOvershoot) {
+    follow(10.0f, -4.0f, 0.0f);
+    expectPoint(modifier.getPosition(), 0, 0, 0);
+    modifier.run(1050);
+    expectPoint(modifier.getPosition(), 5, 0, -2);
+    expectTranslation(mFollower, 5, 0, -2);
+    modifier.run(1075);
+    expectPoint(modifier.getPosition(), 6.25f, 0, -2.5f);
+    modifier.run(1575);
+    expectPoint(modifier.getPosition(), 10, 0, -4);
+}
+
+TEST_F(NodeModifierTest, FacesTheSourceDirectionWithTheOffsetInTheSourceFrame) {
+    modifier.getOffsetTransformation().translate(0.0f, 1.0f, -3.0f, false);
+    modifier.setToPoint(Point(4.0f, 0.0f, 0.0f), 0.0f);
     follow(4.0f, 0.0f, -HalfPi);
-    mModifier->run(1020);
-    EXPECT_NEAR(3.0f * HalfPi, mModifier->getRotationY(), 1e-4f);
+    modifier.run(1020);
+    EXPECT_NEAR(3.0f * HalfPi, modifier.getRotationY(), 1e-4f);
     // The follower's +Z axis points where the source's does, world -X; it stands three
     // units behind the source along that heading, one above.
     EXPECT_NEAR(-1.0f, mFollower.getLocalTransformation()(0, 2), 1e-5f);
@@ -279,19 +233,18 @@ TEST_F(FollowModifierTest, FacesTheSourceDirectionWithTheOffsetInTheSourceFrame)
     expectTranslation(mFollower, 7, 1, 0);
 }
 
-TEST_F(FollowModifierTest, SetToSourceTakesTheHeadingAndKeepsThePosition) {
+TEST_F(NodeModifierTest, SetToSourceTakesTheHeadingAndKeepsThePosition) {
     testing::internal::CaptureStderr();
-    mModifier->setToSource();
+    modifier.setToSource();
     EXPECT_EQ("FollowModifier::setToSource: no source node is set\n", testing::internal::GetCapturedStderr());
-    EXPECT_FLOAT_EQ(0.0f, mModifier->getRotationY());
+    EXPECT_FLOAT_EQ(0.0f, modifier.getRotationY());
 
-    mModifier->setToPoint(Point(1.0f, 2.0f, 3.0f), 0.5f);
-    EXPECT_FLOAT_EQ(0.5f, mModifier->getRotationY());
+    modifier.setToPoint(Point(1.0f, 2.0f, 3.0f), 0.5f);
+    EXPECT_FLOAT_EQ(0.5f, modifier.getRotationY());
     follow(3.0f, 0.0f, HalfPi);
-    mModifier->setToSource();
-    EXPECT_NEAR(HalfPi, mModifier->getRotationY(), 1e-5f);
-    EXPECT_FLOAT_EQ(1.0f, mModifier->getPosition()[0]);
-    EXPECT_FLOAT_EQ(3.0f, mModifier->getPosition()[2]);
+    modifier.setToSource();
+    EXPECT_NEAR(HalfPi, modifier.getRotationY(), 1e-5f);
+    expectPoint(modifier.getPosition(), 1, 2, 3);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "scene/BoundingFilter.h"
 
-#include <memory>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -10,14 +9,12 @@
 #include "geometry/Geometry.h"
 #include "material/Material.h"
 #include "scene/SceneRoot.h"
-#include "scene/Transformation.h"
 #include "scene/UpdateTraverser.h"
 
 using namespace Velun;
 using namespace SceneTest;
 using Dorvan::SharedPtr;
 typedef std::vector<std::string> Names;
-typedef Dorvan::Matrix<float, 4> Matrix4;
 
 namespace {
 
@@ -47,16 +44,11 @@ public:
     Names mNames;
 };
 
-Matrix4 moved(float x, float y) {
-    Transformation t;
-    t.translate(x, y, 0, false);
-    return t.getLocalTransformation();
-}
-
 // Unit boxes "a" at x = -10 and "b", "c" at x = 10 and 12, an empty group, and a
 // thin 4-wide plate lying along the diagonal x = y - 20, around (0, 20).
-struct Scene {
-    Scene() : root(1) {
+class BoundingFilterTest : public EngineTest {
+protected:
+    BoundingFilterTest() {
         Node* top = root.getRoot();
         chain({top, &left, &leftPlace, &a});
         chain({top, &right, &rightPlace, &rightGroup, &b});
@@ -69,27 +61,9 @@ struct Scene {
         platePlace.translate(0, 20, 0, false);
         root.getUpdateTraverser()->run(0);
     }
-    ~Scene() { root.getRoot()->detachChilds(); }
 
-    SceneRoot root;
-    Branch left{"left"}, right{"right"}, empty{"empty"}, rightGroup{"rightGroup"};
-    TransformationNode leftPlace{"leftPlace"}, rightPlace{"rightPlace"}, platePlace{"platePlace"};
-    DrawnLeaf a{"a", 0, 0, 1, 1}, b{"b", 0, 0, 1, 1}, c{"c", 2, 0, 3, 1},
-        plate{"plate", -2, -0.05f, 2, 0.05f};
-};
-
-class BoundingFilterTest : public EngineTest {
-protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        mScene.reset(new Scene());
-    }
-    void TearDown() override {
-        mScene.reset();
-        EngineTest::TearDown();
-    }
     Names handled(BoundingFilter const& filter) {
-        Traverser walk(*mScene->root.getRoot());
+        Traverser walk(*root.getRoot());
         walk.setSkipRoot(true);
         SharedPtr<NameRecorder> recorder(new NameRecorder());
         walk.addFilter(SharedPtr<Traverser::Filter>(new BoundingFilter(filter)));
@@ -99,11 +73,16 @@ protected:
     }
     Names collected(BoundingFilter const& filter) {
         Names names;
-        for (Drawable* drawable : collectDrawables(*mScene->root.getRoot(), filter))
+        for (Drawable* drawable : collectDrawables(*root.getRoot(), filter))
             names.push_back(dynamic_cast<Node*>(drawable)->getName());
         return names;
     }
-    std::unique_ptr<Scene> mScene;
+    StartedEngine started;
+    SceneRoot root{1};
+    Branch left{"left"}, right{"right"}, empty{"empty"}, rightGroup{"rightGroup"};
+    TransformationNode leftPlace{"leftPlace"}, rightPlace{"rightPlace"}, platePlace{"platePlace"};
+    DrawnLeaf a{"a", 0, 0, 1, 1}, b{"b", 0, 0, 1, 1}, c{"c", 2, 0, 3, 1},
+        plate{"plate", -2, -0.05f, 2, 0.05f};
 };
 
 TEST_F(BoundingFilterTest, OnlyTheSubtreesThatTouchTheQueryAreWalked) {
@@ -117,7 +96,7 @@ TEST_F(BoundingFilterTest, OnlyTheSubtreesThatTouchTheQueryAreWalked) {
     EXPECT_EQ(handled(BoundingFilter(nowhere)), Names{});
 
     BoundingFilter filter;
-    filter.setBoundingVolume(unit, moved(-10, 0));
+    filter.setBoundingVolume(unit, turnedAndMoved(0, -10));
     filter.setPoint(Point(10.5f, 0.5f, 0.5f));
     EXPECT_EQ(collected(filter), Names{"a"});
 }
@@ -139,7 +118,7 @@ TEST_F(BoundingFilterTest, VolumesPlacedByAMatrixAndTheDrawablesOwnVolumes) {
     for (Case const& c : cases) {
         SCOPED_TRACE(c.name);
         BoundingFilter filter;
-        filter.setBoundingVolume(query, moved(c.x, c.y));
+        filter.setBoundingVolume(query, turnedAndMoved(0, c.x, c.y));
         EXPECT_EQ(collected(filter), c.found);
         filter.setTestDrawableVolumes(true);
         EXPECT_EQ(collected(filter), c.foundByOwnVolume);

@@ -5,6 +5,7 @@
 #include "scene/BoundingBox.h"
 #include "scene/Branch.h"
 #include "scene/Leaf.h"
+#include "scene/Transformation.h"
 #include "scene/TransformationNode.h"
 #include "support/Engine.h"
 
@@ -13,10 +14,30 @@ namespace SceneTest {
 // Nodes take their ids from the engine's SceneManager.
 using EngineTest = VelunTest::EngineTest;
 
+// A fixture's first member: it starts the engine, so that nodes can be members after it.
+struct StartedEngine {
+    StartedEngine() { Velun::VelunCore::getSingleton().startup(); }
+};
+
 inline void expectPoint(Velun::Point const& p, float x, float y, float z) {
     EXPECT_NEAR(p[0], x, 1e-5f);
     EXPECT_NEAR(p[1], y, 1e-5f);
     EXPECT_NEAR(p[2], z, 1e-5f);
+}
+
+typedef Dorvan::Matrix<float, 4> Matrix4;
+
+inline void expectNear(Matrix4 const& a, Matrix4 const& b, float tolerance) {
+    for (int i = 0; i < 16; ++i)
+        EXPECT_NEAR(a.m[i], b.m[i], tolerance) << "element " << i;
+}
+
+// Turned about Z, then moved.
+inline Matrix4 turnedAndMoved(float angle, float x, float y = 0) {
+    Velun::Transformation t;
+    t.rotateZ(angle, false);
+    t.translate(x, y, 0, false);
+    return t.getLocalTransformation();
 }
 
 // Hangs each node below the one before it: chain({&root, &place, &leaf}).

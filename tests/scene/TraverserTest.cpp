@@ -54,45 +54,30 @@ public:
 };
 
 // G { A { A1, A2 }, B }, and a lonely group.
-struct Tree {
-    Tree() {
+class TraverserTest : public EngineTest {
+protected:
+    TraverserTest() {
         chain({&g, &a, &a1});
         chain({&a, &a2});
         chain({&g, &b});
     }
+    StartedEngine started;
     Branch g{"G"}, a{"A"}, lonely{"lonely"};
     BoxLeaf a1{"A1"}, a2{"A2"}, b{"B"};
 };
 
-class TraverserTest : public EngineTest {
-protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        tree.reset(new Tree());
-    }
-    void TearDown() override {
-        tree.reset();
-        EngineTest::TearDown();
-    }
-    std::unique_ptr<Tree> tree;
-};
-
 TEST_F(TraverserTest, DepthFirstWalkTellsThePreviousNodeAndWhereItEnded) {
-    Traverser walk(tree->g);
+    Traverser walk(g);
     SharedPtr<Recorder> recorder(new Recorder());
     walk.addHandler(recorder);
     EXPECT_EQ(walk.walk(0, false), nullptr);
     EXPECT_EQ(recorder->mLog.str(), "reset(G) G:down A:down A1:down A2:next A:up B:next G:up ");
     EXPECT_EQ(recorder->mPrevious, (std::vector<std::string>{"-", "G", "A", "A1", "A2", "A", "B"}));
-    EXPECT_EQ(walk.getCurrentNode(), &tree->g);
-    EXPECT_EQ(walk.getCurrentDepth(), 0);
     EXPECT_EQ(walk.getMaxDepth(), 2);
-    EXPECT_EQ(walk.getNodeCount(), 0);
 
     walk.reset(false);
     recorder->mAnswers = {{"A2", Traverser::ResultStop}};
-    EXPECT_EQ(walk.walk(0, false), &tree->a2);
-    EXPECT_EQ(walk.getCurrentNode(), &tree->a2);
+    EXPECT_EQ(walk.walk(0, false), &a2);
     EXPECT_EQ(walk.getCurrentDepth(), 2);
     EXPECT_EQ(walk.getCurrentPos(), 1);
 
@@ -102,7 +87,7 @@ TEST_F(TraverserTest, DepthFirstWalkTellsThePreviousNodeAndWhereItEnded) {
     walk.reset(false);
     walk.moveDown(0);
     EXPECT_EQ(walk.moveDown(-1), nullptr);
-    EXPECT_EQ(walk.getCurrentNode(), &tree->a);
+    EXPECT_EQ(walk.getCurrentNode(), &a);
 }
 
 TEST_F(TraverserTest, WalksFollowTheAnswersFiltersAndLimits) {
@@ -116,28 +101,26 @@ TEST_F(TraverserTest, WalksFollowTheAnswersFiltersAndLimits) {
         Node* ended;
         char const* log;
     };
-    Tree& t = *tree;
     Walk const walks[] = {
-        {"reverse", &t.g, "", "", 0, true, false, nullptr,
+        {"reverse", &g, "", "", 0, true, false, nullptr,
          "reset(G) G:down B:down A:prev A2:down A1:prev A:up G:up "},
-        {"skip leaves out the subtree", &t.g, "A:skip", "", 0, false, false, nullptr,
+        {"skip leaves out the subtree", &g, "A:skip", "", 0, false, false, nullptr,
          "reset(G) G:down A:down B:next G:up "},
-        {"stop ends the walk", &t.g, "A1:stop", "", 0, false, false, &t.a1,
-         "reset(G) G:down A:down A1:down "},
-        {"refused start", &t.g, "G:skip", "", 0, false, false, &t.g, "reset(G) G:down "},
-        {"filters decide before the cursor enters", &t.g, "", "A:skip", 0, false, false, nullptr,
+        {"stop ends the walk", &g, "A1:stop", "", 0, false, false, &a1, "reset(G) G:down A:down A1:down "},
+        {"refused start", &g, "G:skip", "", 0, false, false, &g, "reset(G) G:down "},
+        {"filters decide before the cursor enters", &g, "", "A:skip", 0, false, false, nullptr,
          "reset(G) G:down B:down G:up "},
-        {"an accepting filter ends the question", &t.g, "", "A1:accept A1:skip A2:skip", 0, false, false,
+        {"an accepting filter ends the question", &g, "", "A1:accept A1:skip A2:skip", 0, false, false,
          nullptr, "reset(G) G:down A:down A1:down A:up B:next G:up "},
-        {"all children filtered: no closing event", &t.g, "", "A1:skip A2:skip", 0, false, false, nullptr,
+        {"all children filtered: no closing event", &g, "", "A1:skip A2:skip", 0, false, false, nullptr,
          "reset(G) G:down A:down B:next G:up "},
-        {"max depth handles but does not enter", &t.g, "", "", 1, false, false, nullptr,
+        {"max depth handles but does not enter", &g, "", "", 1, false, false, nullptr,
          "reset(G) G:down A:down B:next G:up "},
-        {"skipped root only on the way up", &t.g, "", "", 0, false, true, nullptr,
+        {"skipped root only on the way up", &g, "", "", 0, false, true, nullptr,
          "reset(G) A:down A1:down A2:next A:up B:next G:up "},
-        {"empty group", &t.lonely, "", "", 0, false, false, nullptr, "reset(lonely) lonely:down "},
-        {"empty group, skipped root", &t.lonely, "", "", 0, false, true, nullptr, "reset(lonely) "},
-        {"leaf, skipped root", &t.b, "", "", 0, false, true, nullptr, "reset(B) "},
+        {"empty group", &lonely, "", "", 0, false, false, nullptr, "reset(lonely) lonely:down "},
+        {"empty group, skipped root", &lonely, "", "", 0, false, true, nullptr, "reset(lonely) "},
+        {"leaf, skipped root", &b, "", "", 0, false, true, nullptr, "reset(B) "},
     };
     for (Walk const& w : walks) {
         SCOPED_TRACE(w.name);
