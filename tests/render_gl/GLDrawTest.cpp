@@ -1,4 +1,5 @@
 #include <cmath>
+#include <functional>
 
 #include "geometry/ElementData.h"
 #include "support/GLDrawFixture.h"
@@ -7,15 +8,136 @@ using Velun::Color;
 using Velun::Texture;
 
 namespace RenderGLTest {
+namespace {
 
-using GLGeometryRendererTest = GLDrawTest;
+SharedPtr<Velun::Material> plain() { return SharedPtr<Velun::Material>(new Velun::Material()); }
 
-TEST_F(GLGeometryRendererTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
+// Half-transparent by vertex colour; the alpha test would reject alpha 0.5.
+SharedPtr<Velun::Material> blended() {
+    SharedPtr<Velun::Material> material = plain();
+    material->setUseBlending(true);
+    material->setUseAlphaTest(false);
+    return material;
+}
+
+QuadShape tinted(Color const& color, float half = 1) {
+    return QuadShape{-half, -half, half, half, 0, false, true, color};
+}
+
+// A geometry without a shared set: one triangle strip with vertices of its own.
+SharedPtr<Velun::Geometry> stripOfItsOwn() {
+    Velun::GeometryData* geometry = new Velun::GeometryData("strip");
+    Velun::VertexElementData* strip = new Velun::VertexElementData(Velun::GeometryElement::TriangleStrip);
+    Velun::VertexData& data = strip->getVertexData();
+    data.setUseVertex(true);
+    data.initialize(4, 4);
+    float const corners[4][2] = {{-1, -1}, {1, -1}, {-1, 1}, {1, 1}};
+    for (auto const& c : corners) {
+        data.addVertex();
+        data.setVertex(c[0], c[1], 0);
+    }
+    geometry->createGroup().addElement(*strip);
+    geometry->setBoundingVolume(
+        new Velun::BoundingBox(Velun::Point(-1, -1, -0.1f), Velun::Point(1, 1, 0.1f)));
+    return SharedPtr<Velun::Geometry>(geometry);
+}
+
+}  // namespace
+
+using GLSceneTest = GLDrawTest;
+
+// Scenes of one frame before an unlit camera at the origin looking down -Z (fovY 90: a
+// quad of 2 x 2 at distance 5 spans pixels 26 to 37), each with the pixels it shows.
+TEST_F(GLSceneTest, EachSceneShowsItsPixels) {
+    struct Scene {
+        const char* name;
+        std::function<void()> build;
+        std::vector<Probe> probes;
+    };
+    Rgb const black{0, 0, 0}, red{255, 0, 0}, white{255, 255, 255};
+    Scene const scenes[] = {
+        {"unlit quad in front",
+         [&] { addQuad(root(), 0, 0, -5, QuadShape(), colorMaterial(Color(1, 0, 0))); },
+         {{32, 32, red}, {0, 0, black}, {63, 63, black}, {27, 37, red}, {24, 32, black}}},
+        {"an element with vertices of its own",
+         [&] { addObject(root(), 0, 0, -5, stripOfItsOwn(), colorMaterial(Color(0, 1, 1))); },
+         {{32, 32, {0, 255, 255}}}},
+        // Row 0 (red, green) lies at t = 0, the bottom of the quad; row 1 (blue, white) at
+        // the top; all of it times the vertex colour (0.5, 1, 1).
+        {"texels where the coordinates put them, modulating the vertex colour",
+         [&] {
+             SharedPtr<Velun::Material> material = colorMaterial(Color(0.5f, 1.0f, 1.0f));
+             material->setTexture(0, makeTexture(2, 2, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255}));
+             addQuad(root(), 0, 0, -2, QuadShape{-1, -1, 1, 1, 1}, material);
+         },
+         {{24, 40, {128, 0, 0}},
+          {40, 40, {0, 255, 0}},
+          {24, 24, {0, 0, 255}},
+          {40, 24, {128, 255, 255}},
+          {8, 8, black}}},
+        // A leftover blue unit 1 would turn the yellow one-layer quad black.
+        {"units of a former two-layer draw are off for a one-layer one",
+         [&] {
+             SharedPtr<Velun::Material> both = plain(), single = plain();
+             both->setTexture(0, makeTexture(1, 1, {255, 255, 255}));
+             both->setTexture(1, makeTexture(1, 1, {0, 0, 255}));
+             single->setTexture(0, makeTexture(1, 1, {255, 255, 0}));
+             addQuad(root(), -2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 2}, both);
+             addQuad(root(), 2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 1}, single);
+         },
+         {{16, 32, {0, 0, 255}}, {48, 32, {255, 255, 0}}}},
+        {"secondary colours add to their own quad only",
+         [&] {
+             Color const dark(0.5f, 0, 0);
+             addQuad(root(), 0, 0, -5, QuadShape{-2, -1, 0, 1, 0, false, true, dark, true, Color(0, 0, 1)},
+                     plain());
+             addQuad(root(), 0, 0, -5, QuadShape{0, -1, 2, 1, 0, false, true, dark}, plain());
+         },
+         {{24, 32, {128, 0, 255}}, {40, 32, {128, 0, 0}}}},
+        // Red over black, then green over that; the other order would give (0.5, 0.25, 0).
+        {"blended quads are drawn far then near when the near one comes first",
+         [&] {
+             addQuad(root(), 0, 0, -5, tinted(Color(0, 1, 0, 0.5f)), blended());
+             addQuad(root(), 0, 0, -10, tinted(Color(1, 0, 0, 0.5f), 4), blended());
+         },
+         {{32, 32, {64, 128, 0}}, {32, 21, {128, 0, 0}}}},
+        // Red first in the tree, then blue over it; the other order would give (0.5, 0, 0.25).
+        {"blended quads at equal distances keep the tree's order",
+         [&] {
+             addQuad(root(), 0, 0, -5, tinted(Color(1, 0, 0, 0.5f)), blended());
+             addQuad(root(), 0, 0, -5, tinted(Color(0, 0, 1, 0.5f)), blended());
+         },
+         {{32, 32, {64, 0, 128}}}},
+        // After a blended, tinted quad, one with no material comes out in the default
+        // material's white, opaque and untextured.
+        {"a drawable without material is drawn with the default, not with leftover state",
+         [&] {
+             addQuad(root(), -2, 0, -5, tinted(Color(1, 0, 0, 0.5f)), blended());
+             addQuad(root(), 2, 0, -5, QuadShape(), SharedPtr<Velun::Material>());
+         },
+         {{45, 32, white}, {19, 32, {128, 0, 0}}}},
+    };
+    addViewport(addCamera());
+    for (Scene const& scene : scenes) {
+        SCOPED_TRACE(scene.name);
+        scene.build();
+        frame();
+        expectPixels(scene.probes, 2);
+        mNodes.clear();
+    }
+}
+
+TEST_F(GLSceneTest, QuadBehindTheCameraIsCulledBeforeAnyDrawCall) {
+    addViewport(addCamera());
+    addQuad(root(), 0, 0, 5, QuadShape(), colorMaterial(Color(1, 0, 0)));
+    EXPECT_EQ(drawCalls(), 0u);
+}
+
+TEST_F(GLSceneTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
     addViewport(addCamera());
     SharedPtr<Velun::Geometry> quad = makeQuad(QuadShape{-1, -1, 1, 1, 0, true, true, Color(1, 0, 0)});
-    addObject(root(), 0, 0, -5, quad, SharedPtr<Velun::Material>(new Velun::Material()));
+    addObject(root(), 0, 0, -5, quad, plain());
     Velun::VertexData& vertices = *dynamic_cast<Velun::VertexData*>(quad->getIndexedDataSet(0));
-
     frame();
     EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
     unsigned int const afterFirst = context().getBufferLoadCount();
@@ -35,11 +157,10 @@ TEST_F(GLGeometryRendererTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEver
     EXPECT_GT(afterChange, afterFirst);
     frame();
     frame();
-    frame();
     EXPECT_EQ(context().getBufferLoadCount(), afterChange);
 }
 
-TEST_F(GLGeometryRendererTest, WireframeShadingDrawsOnlyTheEdges) {
+TEST_F(GLSceneTest, WireframeShadingDrawsOnlyTheEdges) {
     SharedPtr<Velun::Camera> camera = addCamera();
     camera->getCamSettings().getRenderSettings()->setShadingMode(Velun::RenderSettings::ShadeWireframe);
     addViewport(camera);
@@ -56,57 +177,9 @@ TEST_F(GLGeometryRendererTest, WireframeShadingDrawsOnlyTheEdges) {
     EXPECT_TRUE(near(centre(), Rgb{255, 255, 255}, 0));
 }
 
-TEST_F(GLGeometryRendererTest, VertexElementIsDrawnFromItsOwnVertices) {
-    addViewport(addCamera());
-    // A geometry without a shared set: one element with vertices of its own.
-    Velun::GeometryData* geometry = new Velun::GeometryData("strip");
-    Velun::VertexElementData* strip = new Velun::VertexElementData(Velun::GeometryElement::TriangleStrip);
-    Velun::VertexData& data = strip->getVertexData();
-    data.setUseVertex(true);
-    data.initialize(4, 4);
-    float const corners[4][2] = {{-1, -1}, {1, -1}, {-1, 1}, {1, 1}};
-    for (auto const& c : corners) {
-        data.addVertex();
-        data.setVertex(c[0], c[1], 0);
-    }
-    geometry->createGroup().addElement(*strip);
-    geometry->setBoundingVolume(
-        new Velun::BoundingBox(Velun::Point(-1, -1, -0.1f), Velun::Point(1, 1, 0.1f)));
-
-    addObject(root(), 0, 0, -5, SharedPtr<Velun::Geometry>(geometry), colorMaterial(Color(0, 1, 1)));
-    frame();
-    EXPECT_TRUE(near(centre(), Rgb{0, 255, 255}, 0));
-}
-
-class GLTextureDrawTest : public GLDrawTest {
-protected:
-    // A 2 x 2 quad at distance 2 covers the middle half of the view: pixels 16 to 47.
-    SharedPtr<Velun::Material> texturedQuad(unsigned int layers) {
-        SharedPtr<Velun::Material> material(new Velun::Material());
-        addQuad(root(), 0, 0, -2, QuadShape{-1, -1, 1, 1, layers}, material);
-        return material;
-    }
-};
-
-TEST_F(GLTextureDrawTest, TexelsShowWhereTheCoordinatesPutThemModulatingTheVertexColour) {
-    addViewport(addCamera());
-    // Row 0 (red, green) lies at t = 0, the bottom of the quad; row 1 (blue, white) at
-    // the top; all of it times the vertex colour (0.5, 1, 1).
-    SharedPtr<Velun::Material> material = texturedQuad(1);
-    material->setTexture(0, makeTexture(2, 2, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255}));
-    material->setUseDefaultVertexColor(true);
-    material->setDefaultVertexColor(Color(0.5f, 1.0f, 1.0f));
-    frame();
-    EXPECT_TRUE(near(pixel(24, 40), Rgb{128, 0, 0}, 1));
-    EXPECT_TRUE(near(pixel(40, 40), Rgb{0, 255, 0}, 0));
-    EXPECT_TRUE(near(pixel(24, 24), Rgb{0, 0, 255}, 0));
-    EXPECT_TRUE(near(pixel(40, 24), Rgb{128, 255, 255}, 1));
-    EXPECT_TRUE(near(pixel(8, 8), Rgb{0, 0, 0}, 0));
-}
-
 // Layer 0 (1, 0.5, 0) over white vertices of alpha 0.25 gives "previous";
 // layer 1 (0.5, 1, 0.25), constant colour (0.25, 0.5, 0.75), is combined by its mode.
-TEST_F(GLTextureDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
+TEST_F(GLSceneTest, TwoLayersCombineByTheSecondTexturesMode) {
     struct Case {
         Texture::TexMode mode;
         Rgb expected;
@@ -122,7 +195,7 @@ TEST_F(GLTextureDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
         {Texture::ModulateConstant, {32, 128, 48}},
     };
     addViewport(addCamera());
-    SharedPtr<Velun::Material> material(new Velun::Material());
+    SharedPtr<Velun::Material> material = plain();
     material->setUseAlphaTest(false);
     addQuad(root(), 0, 0, -2, QuadShape{-1, -1, 1, 1, 2, false, true, Color(1, 1, 1, 0.25f)}, material);
     material->setTexture(0, makeTexture(1, 1, {255, 128, 0}));
@@ -136,51 +209,18 @@ TEST_F(GLTextureDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
     }
 }
 
-TEST_F(GLTextureDrawTest, UnitsOfAFormerTwoLayerDrawAreOffForASingleLayerOne) {
-    addViewport(addCamera());
-    SharedPtr<Velun::Material> both(new Velun::Material());
-    both->setTexture(0, makeTexture(1, 1, {255, 255, 255}));
-    both->setTexture(1, makeTexture(1, 1, {0, 0, 255}));
-    addQuad(root(), -2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 2}, both);
-    SharedPtr<Velun::Material> single(new Velun::Material());
-    single->setTexture(0, makeTexture(1, 1, {255, 255, 0}));
-    addQuad(root(), 2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 1}, single);
-    frame();
-    EXPECT_TRUE(near(pixel(Width / 2 - 16, Height / 2), Rgb{0, 0, 255}, 0));
-    // A leftover blue unit 1 would turn yellow into black.
-    EXPECT_TRUE(near(pixel(Width / 2 + 16, Height / 2), Rgb{255, 255, 0}, 0));
-}
-
 // Fixed-function lighting of a white default material (ambient 0.2, diffuse 0.8, no
 // specular) under GL's global ambient of 0.2: a vertex gets
 //   0.2 * 0.2 + light ambient * 0.2 + light diffuse * 0.8 * max(0, N.L)
 // per enabled light (directional: no attenuation).
-class GLLightingTest : public GLDrawTest {
-protected:
-    // A white quad facing the camera, lit by the pass's lights.
-    void addLitQuad(float x, bool normals) {
-        addQuad(root(), x, 0, -5, QuadShape{-1, -1, 1, 1, 0, normals},
-                SharedPtr<Velun::Material>(new Velun::Material()));
-    }
-
-    Velun::Light& addDirectionalLight(float tiltRadians) {
-        Velun::TransformationNode& place = own(new Velun::TransformationNode());
-        place.rotateX(tiltRadians, false);
-        Velun::Light& light = own(new Velun::Light());
-        light.setLightType(Velun::Light::Directional);
-        place.setChild(light);
-        root().attachChild(place);
-        return light;
-    }
-
-    static int lit(float nDotL, float lightAmbient = 0.2f) {
-        return toByte(0.04f + lightAmbient * 0.2f + 0.8f * std::max(0.0f, nDotL));
-    }
-};
+namespace {
+int lit(float nDotL) { return toByte(0.08f + 0.8f * std::max(0.0f, nDotL)); }
+Rgb grey(int v) { return Rgb{v, v, v}; }
+}  // namespace
 
 // One light at the camera, changed from case to case, over a white quad 5 units away whose
 // corners see it at cos = 5 / sqrt(27) off their normals (and off a spot's axis).
-TEST_F(GLLightingTest, EachKindOfLightShadesByItsParameters) {
+TEST_F(GLSceneTest, EachKindOfLightShadesByItsParameters) {
     using L = Velun::Light;
     struct Case {
         const char* name;
@@ -196,7 +236,6 @@ TEST_F(GLLightingTest, EachKindOfLightShadesByItsParameters) {
     int const attenuated = toByte(0.04f + (0.04f + 0.8f * cosine) / (1 + 0.25f * std::sqrt(27.0f)));
     int const spot = toByte(0.04f + cosine * cosine * (0.04f + 0.8f * cosine));
     Color const white(1, 1, 1);
-    auto grey = [](int v) { return Rgb{v, v, v}; };
     Case const cases[] = {
         {"directional, head on", L::Directional, 0, true, white, 0, 180, 0, grey(headOn)},
         {"directional, tilted 60 degrees", L::Directional, 1.0472f, true, white, 0, 180, 0, grey(lit(0.5f))},
@@ -208,15 +247,13 @@ TEST_F(GLLightingTest, EachKindOfLightShadesByItsParameters) {
         {"point after a spot: no cone", L::PointLight, 0, true, white, 0, 10, 0, grey(point)},
     };
     addViewport(addCamera(true));
-    addLitQuad(0, true);
-    Velun::TransformationNode& place = own(new Velun::TransformationNode());
-    Velun::Light& light = own(new Velun::Light());
-    place.setChild(light);
-    root().attachChild(place);
+    addQuad(root(), 0, 0, -5, QuadShape{-1, -1, 1, 1, 0, true}, plain());
+    Velun::TransformationNode* place = nullptr;
+    Velun::Light& light = addLight(L::Directional, &place);
     float tilt = 0;
     for (Case const& c : cases) {
         SCOPED_TRACE(c.name);
-        place.rotateX(c.tilt - tilt, true);
+        place->rotateX(c.tilt - tilt, true);
         tilt = c.tilt;
         light.setLightType(c.type);
         light.setEnabled(c.enabled);
@@ -229,24 +266,20 @@ TEST_F(GLLightingTest, EachKindOfLightShadesByItsParameters) {
     }
 }
 
-TEST_F(GLLightingTest, GeometryWithoutNormalsFacesItsOwnPlusZ) {
+TEST_F(GLSceneTest, GeometryWithoutNormalsFacesItsOwnPlusZ) {
     addViewport(addCamera(true));
-    addDirectionalLight(0.0f);
+    addLight(Velun::Light::Directional);
     // First a quad whose normals face away from the light, so that a leftover current
     // normal would darken the second quad, which has none.
-    addQuad(root(), -2, 0, -5, QuadShape{-1, -1, 1, 1, 0, true},
-            SharedPtr<Velun::Material>(new Velun::Material()))
-        .rotateY(float(M_PI), true);
-    addLitQuad(2, false);
+    addQuad(root(), -2, 0, -5, QuadShape{-1, -1, 1, 1, 0, true}, plain()).rotateY(float(M_PI), true);
+    addQuad(root(), 2, 0, -5, QuadShape(), plain());
     frame();
-    int const headOn = lit(1.0f), dark = lit(-1.0f);
-    EXPECT_TRUE(near(pixel(Width / 2 - 13, Height / 2), Rgb{dark, dark, dark}));
-    EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{headOn, headOn, headOn}));
+    expectPixels({{19, 32, grey(lit(-1.0f))}, {45, 32, grey(lit(1.0f))}});
 }
 
 // Exponential fog of density 0.04 towards (0.155, 0.415, 0.545): a fragment at eye
 // distance z keeps f = exp(-0.04 z) of its colour.
-TEST_F(GLLightingTest, FogBlendsTowardsTheFogColourWithDistance) {
+TEST_F(GLSceneTest, FogBlendsTowardsTheFogColourWithDistance) {
     SharedPtr<Velun::Camera> camera = addCamera(false);
     camera->getCamSettings().getRenderSettings()->setUseFog(true);
     addViewport(camera);
@@ -257,24 +290,11 @@ TEST_F(GLLightingTest, FogBlendsTowardsTheFogColourWithDistance) {
         float f = std::exp(-0.04f * z);
         return Rgb{toByte(f + (1 - f) * 0.155f), toByte((1 - f) * 0.415f), toByte((1 - f) * 0.545f)};
     };
-    EXPECT_TRUE(near(pixel(Width / 2 - 19, Height / 2), fogged(5)));
-    EXPECT_TRUE(near(pixel(Width / 2 + 19, Height / 2), fogged(10)));
+    expectPixels({{13, 32, fogged(5)}, {51, 32, fogged(10)}});
 
     camera->getCamSettings().getRenderSettings()->setUseFog(false);
     frame();
-    EXPECT_TRUE(near(pixel(Width / 2 + 19, Height / 2), Rgb{255, 0, 0}, 0));
-}
-
-TEST_F(GLGeometryRendererTest, SecondaryColoursAddToTheirOwnQuadOnly) {
-    addViewport(addCamera());
-    Color const dark(0.5f, 0, 0);
-    addQuad(root(), 0, 0, -5, QuadShape{-2, -1, 0, 1, 0, false, true, dark, true, Color(0, 0, 1)},
-            SharedPtr<Velun::Material>(new Velun::Material()));
-    addQuad(root(), 0, 0, -5, QuadShape{0, -1, 2, 1, 0, false, true, dark},
-            SharedPtr<Velun::Material>(new Velun::Material()));
-    frame();
-    EXPECT_TRUE(near(pixel(Width / 2 - 8, Height / 2), Rgb{128, 0, 255}));
-    EXPECT_TRUE(near(pixel(Width / 2 + 8, Height / 2), Rgb{128, 0, 0}));
+    EXPECT_TRUE(near(pixel(51, 32), Rgb{255, 0, 0}, 0));
 }
 
 }  // namespace RenderGLTest

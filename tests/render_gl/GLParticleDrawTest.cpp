@@ -44,27 +44,19 @@ protected:
     Velun::ParticleEngine mEngine;
 };
 
-TEST_F(GLParticleDrawTest, EachLivingParticleIsOneSprite) {
-    add(-3, 0, 0);
+// A still sprite, a dying one and a moving one, whose first box lies outside the view.
+TEST_F(GLParticleDrawTest, LivingParticlesAreSpritesWhereTheyAreNow) {
+    ASSERT_TRUE(context().usesVertexBuffers());
+    add(-4, 0, 0);
     add(0, 0, mTime + 30);
-    add(3, 0, 0);
-    step();
-    EXPECT_EQ(sprites(), 3);
-    EXPECT_TRUE(lit(0));
-    step();
-    EXPECT_EQ(sprites(), 2) << "the middle one died";
-    EXPECT_FALSE(lit(0));
-    EXPECT_TRUE(lit(-3) && lit(3));
-}
-
-TEST_F(GLParticleDrawTest, AMovingCloudIsDrawnWhereItIsNow) {
-    ASSERT_TRUE(sWindow->getGLRenderContext()->usesVertexBuffers());
     add(-14, 300, 0);  // 6 units per frame
     step();
-    EXPECT_EQ(sprites(), 0) << "first box outside the view";
+    EXPECT_EQ(sprites(), 2);
+    EXPECT_TRUE(lit(-4) && lit(0));
     step();
-    EXPECT_TRUE(lit(-2)) << "moved out of its first box into the view";
-    EXPECT_EQ(sprites(), 1);
+    EXPECT_EQ(sprites(), 2) << "one died, one moved out of its first box into the view";
+    EXPECT_FALSE(lit(0));
+    EXPECT_TRUE(lit(-4) && lit(-2));
     step();
     EXPECT_FALSE(lit(-2));
     EXPECT_TRUE(lit(4)) << "the buffer follows the positions";
