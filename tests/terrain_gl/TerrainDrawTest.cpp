@@ -35,26 +35,30 @@ protected:
         tile.setEnabled(true);
         return tile;
     }
-    // Picture pixel of the tile's (u, v).
-    Rgb at(float u, float v) const { return pixel(int(16 + 32 * u), int(16 + 32 * v)); }
-
     Velun::TransformationNode* mPlace = nullptr;
     Terrain* mTerrain = nullptr;
 };
 
-TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatches) {
-    addTerrain().updateTile();
+TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatchesAndARebuiltOneShowsItsNewHeights) {
+    Terrain::Tile& tile = addTerrain();
+    tile.updateTile();
     frame();
     // Grey 0.2 at the ground's offset; black background around it.
     for (int y = 17; y < 47; ++y)
         for (int x = 17; x < 47; ++x)
             ASSERT_TRUE(near(pixel(x, y), Rgb{51, 51, 51})) << "(" << x << ", " << y << ")";
-    EXPECT_TRUE(near(pixel(8, 32), Rgb{0, 0, 0}));
-    EXPECT_TRUE(near(pixel(32, 56), Rgb{0, 0, 0}));
+    expectPixels({{8, 32, {0, 0, 0}}, {32, 56, {0, 0, 0}}});
     // One draw per patch in view: moved right, the far column of patches leaves it.
     EXPECT_EQ(drawCalls(), 4u);
     mPlace->translate(2.5f, 0, 0, false);
     EXPECT_EQ(drawCalls(), 2u);
+    mPlace->translate(-2.5f, 0, 0, false);
+
+    // Raised by one unit towards the camera, and white by height.
+    ASSERT_TRUE(tile.load(image(2, {255, 255, 255, 255})));
+    tile.updateTile();
+    frame();
+    expectPixels({{32, 32, {255, 255, 255}}, {4, 32, {255, 255, 255}}});
 }
 
 TEST_F(TerrainDrawTest, LayersShowWhereTheirMasksSay) {
@@ -69,38 +73,20 @@ TEST_F(TerrainDrawTest, LayersShowWhereTheirMasksSay) {
     tile.setLightMap(image(2, {128, 128, 128, 128}), 1.0f, 0.0f);
     tile.updateTile();
     frame();
-    EXPECT_TRUE(near(at(0.25f, 0.25f), Rgb{128, 0, 0}, 6));
-    EXPECT_TRUE(near(at(0.75f, 0.25f), Rgb{0, 128, 0}, 6));
-    EXPECT_TRUE(near(at(0.25f, 0.75f), Rgb{0, 0, 128}, 6));
-    EXPECT_TRUE(near(at(0.75f, 0.75f), Rgb{0, 0, 128}, 6));
+    // The tile's quarters: (u, v) 0.25 or 0.75 apart.
+    expectPixels({{24, 24, {128, 0, 0}}, {40, 24, {0, 128, 0}}, {24, 40, {0, 0, 128}}, {40, 40, {0, 0, 128}}},
+                 6);
 }
 
 TEST_F(TerrainDrawTest, ColourMapIsLit) {
     Terrain::Tile& tile = addTerrain(true);
-    Velun::TransformationNode& place = own(new Velun::TransformationNode());
-    Velun::Light& light = own(new Velun::Light());
-    light.setLightType(Velun::Light::Directional);
-    place.setChild(light);
-    root().attachChild(place);
+    addLight(Velun::Light::Directional);
     tile.setColorMap(image(2, {128, 102, 0, 128, 102, 0, 128, 102, 0, 128, 102, 0}));
     tile.updateTile();
     frame();
     // The vertex colour is ambient and diffuse: 0.2 global and 0.2 light ambient, plus the
     // head-on diffuse light.
-    EXPECT_TRUE(near(at(0.5f, 0.5f), Rgb{toByte(1.4f * 128 / 255), toByte(1.4f * 102 / 255), 0}, 4));
-}
-
-TEST_F(TerrainDrawTest, RebuiltTileShowsItsNewHeights) {
-    Terrain::Tile& tile = addTerrain();
-    tile.updateTile();
-    frame();
-    EXPECT_TRUE(near(centre(), Rgb{51, 51, 51}));
-    // Raised by one unit towards the camera, and white by height.
-    ASSERT_TRUE(tile.load(image(2, {255, 255, 255, 255})));
-    tile.updateTile();
-    frame();
-    EXPECT_TRUE(near(centre(), Rgb{255, 255, 255}));
-    EXPECT_TRUE(near(pixel(4, 32), Rgb{255, 255, 255}));
+    EXPECT_TRUE(near(centre(), Rgb{toByte(1.4f * 128 / 255), toByte(1.4f * 102 / 255), 0}, 4));
 }
 
 TEST_F(TerrainDrawTest, TerrainsComeAndGoWithoutLeftovers) {
@@ -118,8 +104,7 @@ TEST_F(TerrainDrawTest, TerrainsComeAndGoWithoutLeftovers) {
         if (round == 0)
             addViewport(addCamera());
         frame();
-        EXPECT_TRUE(near(pixel(48, 16), Rgb{51, 51, 51}));
-        EXPECT_TRUE(near(pixel(16, 16), Rgb{0, 0, 0}));
+        expectPixels({{48, 16, {51, 51, 51}}, {16, 16, {0, 0, 0}}});
         delete terrain;
         frame();
         EXPECT_TRUE(near(pixel(48, 16), Rgb{0, 0, 0}));
