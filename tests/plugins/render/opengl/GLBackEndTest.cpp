@@ -16,20 +16,11 @@ namespace {
 // The GL back end's parts driven one by one in the shared window.
 class GLBackEndTest : public RenderGLTest::GLDrawTest {
 protected:
-    // A triangle with positions and `layers` layers of texture coordinates naming
-    // material indices 0, 1, ...
-    static void fill(VertexData& data, unsigned int layers = 1) {
-        data.setUseVertex(true);
-        data.setUseTexCoordinates(true);
-        for (unsigned int l = 0; l < layers; ++l)
-            data.addTextureIndex(l);
-        data.initialize(3, 3);
-        for (int i = 0; i < 3; ++i) {
-            data.addVertex();
-            data.setVertex(float(i), float(i * i), 0.0f);
-            for (unsigned int l = 0; l < layers; ++l)
-                data.setTexCoordinate(0.5f * i, 0.0f, l);
-        }
+    // A quad's vertices with `layers` layers of texture coordinates naming material indices
+    // 0, 1, ...; they live until the next call or the end of the test.
+    VertexData& vertices(unsigned int layers = 1) {
+        mQuad = RenderGLTest::makeQuad(RenderGLTest::QuadShape{-1, -1, 1, 1, layers});
+        return *static_cast<VertexData*>(mQuad->getIndexedDataSet(0));
     }
     template <class Ids, class Set>
     Ids* ids(Set& set) {
@@ -53,8 +44,7 @@ protected:
     int drawsFromClientArrays() {
         if (context().usesVertexBuffers() || context().usesIndexBuffers() || context().hasPointSprites())
             return 1;
-        VertexData data;
-        fill(data);
+        VertexData& data = vertices();
         IndexData indices;
         indices.initialize(3, 3);
         if (context().updateVertexBuffer(data, Part::Vertex, 1) || context().updateIndexBuffer(indices, 1) ||
@@ -74,13 +64,7 @@ protected:
         }
         return *mMaterials;
     }
-    static GLint levelWidth(int level) {
-        GLint width = 0;
-        glActiveTexture(GL_TEXTURE0);  // the unit the last test left active may be another
-        glGetTexLevelParameteriv(GL_TEXTURE_2D, level, GL_TEXTURE_WIDTH, &width);
-        return width;
-    }
-
+    SharedPtr<Geometry> mQuad;
     std::unique_ptr<GLSceneManager> mGLScene;
     std::unique_ptr<GLMaterialManager> mMaterials;
 };
@@ -138,8 +122,7 @@ TEST_F(GLBackEndTest, IndexBuffersLoadByStampAreRefilledWhenLostAndDroppedOnErro
 }
 
 TEST_F(GLBackEndTest, AGLErrorInAVertexLoadIsLoggedAndTheCallerFallsBackToClientArrays) {
-    VertexData data;
-    fill(data);
+    VertexData& data = vertices();
     ASSERT_TRUE(context().updateVertexBuffer(data, Part::Vertex, 1));
     unsigned int const immutable = immutableBuffer(GL_ARRAY_BUFFER);
     ASSERT_EQ(GLenum(GL_NO_ERROR), glGetError());
@@ -161,8 +144,7 @@ TEST_F(GLBackEndTest, DestroyedDataTakesItsGLObjectsWithIt) {
     unsigned int const buffersBefore = context().getBufferCount();
     unsigned int const texturesBefore = context().getTextureCount();
     {
-        VertexData data;
-        fill(data);
+        VertexData& data = vertices();
         IndexData indices;
         indices.initialize(3, 3);
         indices.addIndex(1);
@@ -176,6 +158,7 @@ TEST_F(GLBackEndTest, DestroyedDataTakesItsGLObjectsWithIt) {
         EXPECT_EQ(buffersBefore + 2, context().getBufferCount());
         EXPECT_EQ(texturesBefore + 1, context().getTextureCount());
         ASSERT_TRUE(glIsBuffer(buffer) && glIsBuffer(index) && glIsTexture(textureName));
+        mQuad = SharedPtr<Geometry>();
     }
     EXPECT_FALSE(glIsBuffer(buffer));
     EXPECT_FALSE(glIsBuffer(index));
@@ -185,8 +168,7 @@ TEST_F(GLBackEndTest, DestroyedDataTakesItsGLObjectsWithIt) {
 }
 
 TEST_F(GLBackEndTest, DestroyingTheWindowDeletesItsGLObjectsAndANewWindowLoadsAgain) {
-    VertexData data;
-    fill(data);
+    VertexData& data = vertices();
     ASSERT_TRUE(context().updateVertexBuffer(data, Part::Vertex, 1));
     unsigned int const buffer = ids<DataIds>(data)->getBuffer(Part::Vertex);
     ASSERT_TRUE(glIsBuffer(buffer));
@@ -207,8 +189,7 @@ TEST_F(GLBackEndTest, DestroyingTheWindowDeletesItsGLObjectsAndANewWindowLoadsAg
 TEST_F(GLBackEndTest, ACrossbarModeNamingNoUnitLogsTheModeAndTheGLError) {
     // On the last unit, "the next unit" is past the driver's units.
     unsigned int const units = context().getMaxTextureUnits();
-    VertexData data;
-    fill(data, units);
+    VertexData& data = vertices(units);
     SharedPtr<Material> material(new Material());
     for (unsigned int i = 0; i + 1 < units; ++i)
         material->setTexture(i, RenderGLTest::makeTexture(1, 1, {10, 20, 30}));
@@ -224,8 +205,7 @@ TEST_F(GLBackEndTest, ACrossbarModeNamingNoUnitLogsTheModeAndTheGLError) {
 }
 
 TEST_F(GLBackEndTest, TexturesAreUploadedByStampALostNameIsFilledAgainAndMipmapsAreMade) {
-    VertexData data;
-    fill(data);
+    VertexData& data = vertices();
     SharedPtr<Texture2D> tex(new Texture2D(makeImage(1, 1, {10, 20, 30})));
     SharedPtr<Material> material(new Material());
     material->setTexture(0, tex);
@@ -259,8 +239,12 @@ TEST_F(GLBackEndTest, TexturesAreUploadedByStampALostNameIsFilledAgainAndMipmaps
             mipmapped->setGenerateMipMaps(true);
         material->setTexture(0, mipmapped);
         materials().setupTextures(material, &data);
-        EXPECT_EQ(2, levelWidth(1));
-        EXPECT_EQ(1, levelWidth(2));
+        GLint widths[2] = {};
+        glActiveTexture(GL_TEXTURE0);  // the unit the last test left active may be another
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, 1, GL_TEXTURE_WIDTH, &widths[0]);
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, 2, GL_TEXTURE_WIDTH, &widths[1]);
+        EXPECT_EQ(2, widths[0]);
+        EXPECT_EQ(1, widths[1]);
     }
     EXPECT_TRUE(logLines().empty());
 }
