@@ -1,6 +1,7 @@
 #include <cstdio>
 
 #include "core/NameMapper.h"
+#include "geometry/IndexedTriangles.h"
 #include "plugins/loader/devil/DevILTextureSourceLoader.h"
 #include "support/GLDrawFixture.h"
 #include "texture/TextureSource.h"
@@ -11,31 +12,15 @@ namespace RenderGLTest {
 
 using GLObjectRendererTest = GLDrawTest;
 
-// An index list whose component type GL refuses, to make a draw fail.
-class FloatIndices : public Velun::IndexElement, public Velun::IndexDataSet {
-public:
-    FloatIndices() : mId(createDataSetId()) {}
-    ElementType getElementType() const override { return Triangles; }
-    Velun::IndexDataSet& getIndexList() override { return *this; }
-    const void* getIndexList() const override { return mIndices; }
-    unsigned int getCount() const override { return 3; }
-    Velun::DataType::Type getIndexType() const override { return Velun::DataType::Float; }
-    std::uint64_t getId() const override { return mId; }
-    bool isBufferable() const override { return false; }
-    bool hasChanged(std::int64_t) const override { return false; }
-
-private:
-    std::uint64_t mId;
-    float mIndices[3] = {0, 1, 2};
-};
-
 TEST_F(GLObjectRendererTest, GLErrorOfADrawableIsLoggedOnceAndDrawingGoesOn) {
     addViewport(addCamera());
-    // A quad whose group draws the broken list after its own, then a yellow quad.
+    // A quad whose group draws, after its own, triangles of an index type GL refuses;
+    // then a yellow quad.
     SharedPtr<Velun::Geometry> geometry = makeQuad(QuadShape());
-    Velun::GeometryDataGroup& group = *static_cast<Velun::GeometryData&>(*geometry).getGroup(0);
-    FloatIndices broken;
-    group.getElementList(0).add(&broken);
+    Velun::IndexedTriangles* broken = new Velun::IndexedTriangles(3);
+    broken->getIndexList().setIndexType(Velun::DataType::Float);
+    broken->addTriangle(0, 1, 2);
+    static_cast<Velun::GeometryData&>(*geometry).getGroup(0)->addElement(*broken);
     addObject(root(), -2, 0, -5, geometry, SharedPtr<Velun::Material>());
     addQuad(root(), 2, 0, -5, QuadShape(), colorMaterial(Color(1, 1, 0)));
 
@@ -43,7 +28,6 @@ TEST_F(GLObjectRendererTest, GLErrorOfADrawableIsLoggedOnceAndDrawingGoesOn) {
     EXPECT_EQ(logLines(),
               std::vector<std::string>{"render.opengl.GLObjectRenderer: GL Error: invalid enumerant"});
     expectPixels({{19, 32, {255, 255, 255}}, {45, 32, {255, 255, 0}}}, 0);
-    group.getElementList(0).remove(&broken);  // it lives on this test's stack
 }
 
 using GLViewRendererTest = GLDrawTest;
