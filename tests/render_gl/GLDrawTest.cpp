@@ -2,6 +2,7 @@
 #include <functional>
 
 #include "geometry/ElementData.h"
+#include "geometry/IndexedTriangles.h"
 #include "support/GLDrawFixture.h"
 
 using Velun::Color;
@@ -63,11 +64,13 @@ using GLSceneTest = GLDrawTest;
 // Scenes of one frame before a camera at the origin looking down -Z (fovY 90: a quad of
 // 2 x 2 at distance 5 spans pixels 26 to 37), each with the pixels it shows; a scene
 // turns fog, lights or wireframe on for itself, and the scenes after it show them off again.
+// A scene logs nothing unless it says so.
 TEST_F(GLSceneTest, EachSceneShowsItsPixels) {
     struct Scene {
         const char* name;
         std::function<void()> build;
         std::vector<Probe> probes;
+        std::vector<std::string> log = {};  // the lines the frame logs
     };
     Rgb const black{0, 0, 0}, red{255, 0, 0}, white{255, 255, 255};
     SharedPtr<Velun::Camera> camera = addCamera();
@@ -148,6 +151,19 @@ TEST_F(GLSceneTest, EachSceneShowsItsPixels) {
              addQuad(root(), 0, 0, -5, tinted(Color(0, 0, 1, 0.5f)), blended());
          },
          {{32, 32, {64, 0, 128}}}},
+        // A quad whose group draws, after its own, triangles of an index type GL refuses.
+        {"a GL error of a drawable is logged and drawing goes on",
+         [&] {
+             SharedPtr<Velun::Geometry> geometry = makeQuad(QuadShape());
+             Velun::IndexedTriangles* broken = new Velun::IndexedTriangles(3);
+             broken->getIndexList().setIndexType(Velun::DataType::Float);
+             broken->addTriangle(0, 1, 2);
+             static_cast<Velun::GeometryData&>(*geometry).getGroup(0)->addElement(*broken);
+             addObject(root(), -2, 0, -5, geometry, SharedPtr<Velun::Material>());
+             addQuad(root(), 2, 0, -5, QuadShape(), colorMaterial(Color(1, 1, 0)));
+         },
+         {{19, 32, white}, {45, 32, {255, 255, 0}}},
+         {"render.opengl.GLObjectRenderer: GL Error: invalid enumerant"}},
         // After a blended, tinted quad, one with no material comes out in the default
         // material's white, opaque and untextured.
         {"a drawable without material is drawn with the default, not with leftover state",
@@ -163,9 +179,11 @@ TEST_F(GLSceneTest, EachSceneShowsItsPixels) {
         settings.setUseFog(false);
         settings.setUseLights(false);
         settings.setShadingMode(Velun::RenderSettings::ShadeSmooth);
+        logLines().clear();
         scene.build();
         frame();
         expectPixels(scene.probes);
+        EXPECT_EQ(logLines(), scene.log);
         mNodes.clear();
     }
 }

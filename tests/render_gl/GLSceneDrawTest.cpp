@@ -1,7 +1,6 @@
 #include <cstdio>
 
 #include "core/NameMapper.h"
-#include "geometry/IndexedTriangles.h"
 #include "plugins/loader/devil/DevILTextureSourceLoader.h"
 #include "support/GLDrawFixture.h"
 #include "texture/TextureSource.h"
@@ -9,26 +8,6 @@
 using Velun::Color;
 
 namespace RenderGLTest {
-
-using GLObjectRendererTest = GLDrawTest;
-
-TEST_F(GLObjectRendererTest, GLErrorOfADrawableIsLoggedOnceAndDrawingGoesOn) {
-    addViewport(addCamera());
-    // A quad whose group draws, after its own, triangles of an index type GL refuses;
-    // then a yellow quad.
-    SharedPtr<Velun::Geometry> geometry = makeQuad(QuadShape());
-    Velun::IndexedTriangles* broken = new Velun::IndexedTriangles(3);
-    broken->getIndexList().setIndexType(Velun::DataType::Float);
-    broken->addTriangle(0, 1, 2);
-    static_cast<Velun::GeometryData&>(*geometry).getGroup(0)->addElement(*broken);
-    addObject(root(), -2, 0, -5, geometry, SharedPtr<Velun::Material>());
-    addQuad(root(), 2, 0, -5, QuadShape(), colorMaterial(Color(1, 1, 0)));
-
-    frame();
-    EXPECT_EQ(logLines(),
-              std::vector<std::string>{"render.opengl.GLObjectRenderer: GL Error: invalid enumerant"});
-    expectPixels({{19, 32, {255, 255, 255}}, {45, 32, {255, 255, 0}}}, 0);
-}
 
 using GLViewRendererTest = GLDrawTest;
 
