@@ -88,12 +88,8 @@ TEST_F(GLScreenshotTest, SavesWhatTheWindowShowsAsPngWithTheTopRowFirst) {
     Velun::TextureInfo const& info = image->getTextureInfo();
     EXPECT_EQ(info.getWidth(), unsigned(Width));
     EXPECT_EQ(info.getHeight(), unsigned(Height));
-    Color topLeft = info.getPixelColor(image->getPixel(0, 0, 0));
-    Color bottomRight = info.getPixelColor(image->getPixel(Width - 1, Height - 1, 0));
-    EXPECT_FLOAT_EQ(topLeft.r, 1.0f);
-    EXPECT_FLOAT_EQ(topLeft.b, 0.0f);
-    EXPECT_FLOAT_EQ(bottomRight.r, 0.0f);
-    EXPECT_FLOAT_EQ(bottomRight.b, 1.0f);
+    EXPECT_EQ(info.getPixelColor(image->getPixel(0, 0, 0)).r, 1.0f);                   // top left: red
+    EXPECT_EQ(info.getPixelColor(image->getPixel(Width - 1, Height - 1, 0)).b, 1.0f);  // bottom right: blue
     loader.shutdown();
 }
 
