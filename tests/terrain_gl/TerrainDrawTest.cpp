@@ -1,5 +1,3 @@
-#include <vector>
-
 #include "support/GLDrawFixture.h"
 #include "terrain/Terrain.h"
 #include "terrain/TerrainFixture.h"
@@ -9,11 +7,7 @@ namespace RenderGLTest {
 
 using Velun::Terrain;
 
-// A width x width image, grey or RGB by the number of values.
-SharedPtr<Velun::TextureSource> image(unsigned int width, std::vector<unsigned char> const& values) {
-    return TerrainTest::makeImage<unsigned char>(width, width, unsigned(values.size()) / (width * width),
-                                                 values);
-}
+using TerrainTest::grey;
 
 // A 2 x 2 terrain-unit tile of 16 x 16 vertices, 2 x 2 patches, turned to face the
 // camera 2 units away: it fills the middle half of the picture, its x to the right and
@@ -26,17 +20,16 @@ protected:
         place.translate(-1, 1, -2, false);
         place.rotateX(float(M_PI) / 2, true);
         mPlace = &place;
-        mTerrain = &own(new Terrain(1, 1));
-        mTerrain->initializeTerrain(3, 1, 2.0f);
-        place.setChild(*mTerrain);
+        Terrain& terrain = own(new Terrain(1, 1));
+        terrain.initializeTerrain(3, 1, 2.0f);
+        place.setChild(terrain);
         root().attachChild(place);
-        Terrain::Tile& tile = *mTerrain->getTile(0, 0);
+        Terrain::Tile& tile = *terrain.getTile(0, 0);
         tile.setMaxHeight(1.0f);
         tile.setEnabled(true);
         return tile;
     }
     Velun::TransformationNode* mPlace = nullptr;
-    Terrain* mTerrain = nullptr;
 };
 
 TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatchesAndARebuiltOneShowsItsNewHeights) {
@@ -55,7 +48,7 @@ TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatchesAndARebuiltOneShowsIt
     mPlace->translate(-2.5f, 0, 0, false);
 
     // Raised by one unit towards the camera, and white by height.
-    ASSERT_TRUE(tile.load(image(2, {255, 255, 255, 255})));
+    ASSERT_TRUE(tile.load(grey(2, {255, 255, 255, 255})));
     tile.updateTile();
     frame();
     expectPixels({{32, 32, {255, 255, 255}}, {4, 32, {255, 255, 255}}});
@@ -63,14 +56,14 @@ TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatchesAndARebuiltOneShowsIt
 
 TEST_F(TerrainDrawTest, LayersShowWhereTheirMasksSay) {
     Terrain::Tile& tile = addTerrain();
-    tile.setColorMap(image(2, {255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255}));
-    tile.setBaseMap(image(2, {255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0}), 1.0f);
+    tile.setColorMap(makeImage(2, 2, {255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255}));
+    tile.setBaseMap(makeImage(2, 2, {255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0}), 1.0f);
     // Green on the right half, blue on the lower half, the light map halves everything.
-    tile.addTextureLayer(image(2, {0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0}), image(2, {0, 255, 0, 255}),
-                         1.0f);
-    tile.addTextureLayer(image(2, {0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255}), image(2, {0, 0, 255, 255}),
-                         1.0f);
-    tile.setLightMap(image(2, {128, 128, 128, 128}), 1.0f, 0.0f);
+    tile.addTextureLayer(makeImage(2, 2, {0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0}),
+                         grey(2, {0, 255, 0, 255}), 1.0f);
+    tile.addTextureLayer(makeImage(2, 2, {0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255}),
+                         grey(2, {0, 0, 255, 255}), 1.0f);
+    tile.setLightMap(grey(2, {128, 128, 128, 128}), 1.0f, 0.0f);
     tile.updateTile();
     frame();
     // The tile's quarters: (u, v) 0.25 or 0.75 apart.
@@ -81,7 +74,7 @@ TEST_F(TerrainDrawTest, LayersShowWhereTheirMasksSay) {
 TEST_F(TerrainDrawTest, ColourMapIsLit) {
     Terrain::Tile& tile = addTerrain(true);
     addLight(Velun::Light::Directional);
-    tile.setColorMap(image(2, {128, 102, 0, 128, 102, 0, 128, 102, 0, 128, 102, 0}));
+    tile.setColorMap(makeImage(2, 2, {128, 102, 0, 128, 102, 0, 128, 102, 0, 128, 102, 0}));
     tile.updateTile();
     frame();
     // The vertex colour is ambient and diffuse: 0.2 global and 0.2 light ambient, plus the
