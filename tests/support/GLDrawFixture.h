@@ -132,12 +132,7 @@ inline SharedPtr<Velun::Material> colorMaterial(Velun::Color const& color) {
 inline SharedPtr<Velun::TextureSource> makeImage(int width, int height,
                                                  std::vector<unsigned char> const& bytes,
                                                  Velun::Color::Format format = Velun::Color::Rgb) {
-    Velun::TextureInfo info;
-    info.setWidth(width);
-    info.setHeight(height);
-    info.setDepth(1);
-    info.setDataType(Velun::DataType::UnsignedByte);
-    info.setColorFormat(format);
+    Velun::TextureInfo info(width, height, 1, Velun::DataType::UnsignedByte, format);
     Dorvan::CowMemPtr<void> data;
     data.alloc(bytes.size());
     std::copy(bytes.begin(), bytes.end(), static_cast<unsigned char*>(data.get()));
