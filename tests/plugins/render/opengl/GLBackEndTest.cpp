@@ -56,17 +56,7 @@ protected:
         return RenderGLTest::near(centre(), {255, 0, 0}, 0) ? 0 : 3;
     }
 
-    GLMaterialManager& materials() {
-        if (!mMaterials) {
-            mGLScene.reset(new GLSceneManager(&context(), SharedPtr<RenderSettings>()));
-            mMaterials.reset(new GLMaterialManager(&context()));
-            mMaterials->setSceneManager(mGLScene.get());
-        }
-        return *mMaterials;
-    }
     SharedPtr<Geometry> mQuad;
-    std::unique_ptr<GLSceneManager> mGLScene;
-    std::unique_ptr<GLMaterialManager> mMaterials;
 };
 
 }  // namespace
@@ -187,6 +177,9 @@ TEST_F(GLBackEndTest, DestroyingTheWindowDeletesItsGLObjectsAndANewWindowLoadsAg
 }
 
 TEST_F(GLBackEndTest, ACrossbarModeNamingNoUnitLogsTheModeAndTheGLError) {
+    GLSceneManager scene(&context(), SharedPtr<RenderSettings>());
+    GLMaterialManager materials(&context());
+    materials.setSceneManager(&scene);
     // On the last unit, "the next unit" is past the driver's units.
     unsigned int const units = context().getMaxTextureUnits();
     VertexData& data = vertices(units);
@@ -195,7 +188,7 @@ TEST_F(GLBackEndTest, ACrossbarModeNamingNoUnitLogsTheModeAndTheGLError) {
         material->setTexture(i, RenderGLTest::makeTexture(1, 1, {10, 20, 30}));
     material->setTexture(units - 1,
                          RenderGLTest::makeTexture(1, 1, {10, 20, 30}, Texture::InterpolateByNextAlpha));
-    materials().setupTextures(material, &data);
+    materials.setupTextures(material, &data);
     EXPECT_EQ(
         std::vector<std::string>{
             "glmaterialmanager: GL Error while updating Texture mode [10]: invalid enumerant"},
@@ -205,6 +198,9 @@ TEST_F(GLBackEndTest, ACrossbarModeNamingNoUnitLogsTheModeAndTheGLError) {
 }
 
 TEST_F(GLBackEndTest, TexturesAreUploadedByStampALostNameIsFilledAgainAndMipmapsAreMade) {
+    GLSceneManager scene(&context(), SharedPtr<RenderSettings>());
+    GLMaterialManager materials(&context());
+    materials.setSceneManager(&scene);
     VertexData& data = vertices();
     SharedPtr<Texture2D> tex(new Texture2D(makeImage(1, 1, {10, 20, 30})));
     SharedPtr<Material> material(new Material());
@@ -213,8 +209,8 @@ TEST_F(GLBackEndTest, TexturesAreUploadedByStampALostNameIsFilledAgainAndMipmaps
     unsigned char pixel[3] = {};
     auto setupTwice = [&](unsigned int loads) {
         sClock->setTime(mTime += 10);  // so that a later stamp differs
-        materials().setupTextures(material, &data);
-        materials().setupTextures(material, &data);
+        materials.setupTextures(material, &data);
+        materials.setupTextures(material, &data);
         EXPECT_EQ(before + loads, context().getTextureLoadCount());
         glActiveTexture(GL_TEXTURE0);
         glGetTexImage(GL_TEXTURE_2D, 0, GL_RGB, GL_UNSIGNED_BYTE, pixel);
@@ -238,7 +234,7 @@ TEST_F(GLBackEndTest, TexturesAreUploadedByStampALostNameIsFilledAgainAndMipmaps
         else
             mipmapped->setGenerateMipMaps(true);
         material->setTexture(0, mipmapped);
-        materials().setupTextures(material, &data);
+        materials.setupTextures(material, &data);
         GLint width = 0;               // of the last level, 1 x 1
         glActiveTexture(GL_TEXTURE0);  // the unit the last test left active may be another
         glGetTexLevelParameteriv(GL_TEXTURE_2D, 2, GL_TEXTURE_WIDTH, &width);
