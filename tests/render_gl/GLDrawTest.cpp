@@ -31,24 +31,6 @@ QuadShape tinted(Color const& color, float half = 1) {
     return QuadShape{-half, -half, half, half, 0, false, true, color};
 }
 
-// A geometry without a shared set: one triangle strip with vertices of its own.
-SharedPtr<Velun::Geometry> stripOfItsOwn() {
-    Velun::GeometryData* geometry = new Velun::GeometryData("strip");
-    Velun::VertexElementData* strip = new Velun::VertexElementData(Velun::GeometryElement::TriangleStrip);
-    Velun::VertexData& data = strip->getVertexData();
-    data.setUseVertex(true);
-    data.initialize(4, 4);
-    float const corners[4][2] = {{-1, -1}, {1, -1}, {-1, 1}, {1, 1}};
-    for (auto const& c : corners) {
-        data.addVertex();
-        data.setVertex(c[0], c[1], 0);
-    }
-    geometry->createGroup().addElement(*strip);
-    geometry->setBoundingVolume(
-        new Velun::BoundingBox(Velun::Point(-1, -1, -0.1f), Velun::Point(1, 1, 0.1f)));
-    return SharedPtr<Velun::Geometry>(geometry);
-}
-
 // Fixed-function lighting of a white default material (ambient 0.2, diffuse 0.8, no
 // specular) under GL's global ambient of 0.2: a vertex gets
 //   0.2 * 0.2 + light ambient * 0.2 + light diffuse * 0.8 * max(0, N.L)
@@ -85,8 +67,25 @@ TEST_F(GLSceneTest, EachSceneShowsItsPixels) {
         {"unlit quad in front",
          [&] { addQuad(root(), 0, 0, -5, QuadShape(), colorMaterial(Color(1, 0, 0))); },
          {{32, 32, red}, {0, 0, black}, {63, 63, black}, {27, 37, red}, {24, 32, black}}},
+        // A geometry without a shared set: one triangle strip with vertices of its own.
         {"an element with vertices of its own",
-         [&] { addObject(root(), 0, 0, -5, stripOfItsOwn(), colorMaterial(Color(0, 1, 1))); },
+         [&] {
+             Velun::GeometryData* geometry = new Velun::GeometryData("strip");
+             Velun::VertexElementData* strip =
+                 new Velun::VertexElementData(Velun::GeometryElement::TriangleStrip);
+             Velun::VertexData& data = strip->getVertexData();
+             data.setUseVertex(true);
+             data.initialize(4, 4);
+             float const x[] = {-1, 1, -1, 1}, y[] = {-1, -1, 1, 1};
+             for (int i = 0; i < 4; ++i) {
+                 data.addVertex();
+                 data.setVertex(x[i], y[i], 0);
+             }
+             geometry->createGroup().addElement(*strip);
+             geometry->setBoundingVolume(
+                 new Velun::BoundingBox(Velun::Point(-1, -1, -0.1f), Velun::Point(1, 1, 0.1f)));
+             addObject(root(), 0, 0, -5, SharedPtr<Velun::Geometry>(geometry), colorMaterial(Color(0, 1, 1)));
+         },
          {{32, 32, {0, 255, 255}}}},
         {"fog blends towards the fog colour with distance",
          [&] {
@@ -228,11 +227,7 @@ TEST_F(GLSceneTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
 // Layer 0 (1, 0.5, 0) over white vertices of alpha 0.25 gives "previous";
 // layer 1 (0.5, 1, 0.25), constant colour (0.25, 0.5, 0.75), is combined by its mode.
 TEST_F(GLSceneTest, TwoLayersCombineByTheSecondTexturesMode) {
-    struct Case {
-        Texture::TexMode mode;
-        Rgb expected;
-    };
-    Case const cases[] = {
+    std::pair<Texture::TexMode, Rgb> const cases[] = {
         {Texture::Modulate, {128, 128, 0}},
         {Texture::Replace, {128, 255, 64}},
         {Texture::Add, {255, 255, 64}},
@@ -247,13 +242,13 @@ TEST_F(GLSceneTest, TwoLayersCombineByTheSecondTexturesMode) {
     material->setUseAlphaTest(false);
     addQuad(root(), 0, 0, -2, QuadShape{-1, -1, 1, 1, 2, false, true, Color(1, 1, 1, 0.25f)}, material);
     material->setTexture(0, makeTexture(1, 1, {255, 128, 0}));
-    for (Case const& c : cases) {
-        SCOPED_TRACE(c.mode);
-        SharedPtr<Velun::Texture> second = makeTexture(1, 1, {128, 255, 64}, c.mode);
+    for (auto const& [mode, expected] : cases) {
+        SCOPED_TRACE(mode);
+        SharedPtr<Velun::Texture> second = makeTexture(1, 1, {128, 255, 64}, mode);
         second->setConstantColor(Color(0.25f, 0.5f, 0.75f, 1.0f));
         material->setTexture(1, second);
         frame();
-        EXPECT_TRUE(near(centre(), c.expected, 3));
+        EXPECT_TRUE(near(centre(), expected, 3));
     }
 }
 
