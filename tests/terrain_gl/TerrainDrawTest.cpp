@@ -14,8 +14,8 @@ using TerrainTest::grey;
 // its z downwards.
 class TerrainDrawTest : public GLDrawTest {
 protected:
-    Terrain::Tile& addTerrain(bool lights = false) {
-        addViewport(addCamera(lights));
+    Terrain::Tile& addTerrain() {
+        addViewport(addCamera());
         Velun::TransformationNode& place = own(new Velun::TransformationNode());
         place.translate(-1, 1, -2, false);
         place.rotateX(float(M_PI) / 2, true);
@@ -32,7 +32,7 @@ protected:
     Velun::TransformationNode* mPlace = nullptr;
 };
 
-TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatchesAndARebuiltOneShowsItsNewHeights) {
+TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatchesARebuiltOneShowsItsNewHeightsAndAColourMapIsLit) {
     Terrain::Tile& tile = addTerrain();
     tile.updateTile();
     frame();
@@ -52,6 +52,15 @@ TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatchesAndARebuiltOneShowsIt
     tile.updateTile();
     frame();
     expectPixels({{32, 32, {255, 255, 255}}, {4, 32, {255, 255, 255}}});
+
+    // Lit, a colour map's vertex colour is ambient and diffuse: 0.2 global and 0.2 light
+    // ambient, plus the head-on diffuse light.
+    mCameras.front()->getCamSettings().getRenderSettings()->setUseLights(true);
+    addLight(Velun::Light::Directional);
+    tile.setColorMap(makeImage(2, 2, {128, 102, 0, 128, 102, 0, 128, 102, 0, 128, 102, 0}));
+    tile.updateTile();
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{toByte(1.4f * 128 / 255), toByte(1.4f * 102 / 255), 0}, 4));
 }
 
 TEST_F(TerrainDrawTest, LayersShowWhereTheirMasksSay) {
@@ -69,17 +78,6 @@ TEST_F(TerrainDrawTest, LayersShowWhereTheirMasksSay) {
     // The tile's quarters: (u, v) 0.25 or 0.75 apart.
     expectPixels({{24, 24, {128, 0, 0}}, {40, 24, {0, 128, 0}}, {24, 40, {0, 0, 128}}, {40, 40, {0, 0, 128}}},
                  6);
-}
-
-TEST_F(TerrainDrawTest, ColourMapIsLit) {
-    Terrain::Tile& tile = addTerrain(true);
-    addLight(Velun::Light::Directional);
-    tile.setColorMap(makeImage(2, 2, {128, 102, 0, 128, 102, 0, 128, 102, 0, 128, 102, 0}));
-    tile.updateTile();
-    frame();
-    // The vertex colour is ambient and diffuse: 0.2 global and 0.2 light ambient, plus the
-    // head-on diffuse light.
-    EXPECT_TRUE(near(centre(), Rgb{toByte(1.4f * 128 / 255), toByte(1.4f * 102 / 255), 0}, 4));
 }
 
 TEST_F(TerrainDrawTest, TerrainsComeAndGoWithoutLeftovers) {
