@@ -15,13 +15,11 @@ using Dorvan::SharedPtr;
 using LoaderDrawTest = RenderGLTest::GLDrawTest;
 
 TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
-    struct Case {
-        const char* name;
-        int tolerance;  // lossy formats come back close, not exact
-    };
-    const Case cases[] = {{"rgb.png", 0},    {"rgba.png", 0},      {"palette.png", 0},     {"deep.png", 1},
-                          {"quads.jpg", 12}, {"quads.tga", 0},     {"quads-alpha.tga", 0}, {"quads.bmp", 0},
-                          {"quads.dds", 0},  {"quads-dxt1.dds", 8}};
+    // Each file with its tolerance: lossy formats come back close, not exact.
+    const std::pair<const char*, int> cases[] = {
+        {"rgb.png", 0},    {"rgba.png", 0},      {"palette.png", 0},     {"deep.png", 1},
+        {"quads.jpg", 12}, {"quads.tga", 0},     {"quads-alpha.tga", 0}, {"quads.bmp", 0},
+        {"quads.dds", 0},  {"quads-dxt1.dds", 8}};
     // The image's first row (red, green) at t = 0, the bottom of a quad filling the view;
     // blue and white above.
     const std::vector<RenderGLTest::Probe> probes = {
@@ -31,10 +29,10 @@ TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
     DevILPlugin images;
     images.registerPlugin();
     addViewport(addCamera());
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& [name, tolerance] : cases) {
+        SCOPED_TRACE(name);
         SharedPtr<TextureSource> image =
-            VelunCore::getSingleton().getResourceManager().getTextureManager().getTextureSource(c.name);
+            VelunCore::getSingleton().getResourceManager().getTextureManager().getTextureSource(name);
         ASSERT_TRUE(image);
         SharedPtr<Texture> texture(new Texture2D(image));
         texture->setAllFilters(Texture::Nearest);
@@ -44,7 +42,7 @@ TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
         material->setTexture(0, texture);
         addQuad(root(), 0, 0, -1, RenderGLTest::QuadShape{-1, -1, 1, 1, 1}, material);
         frame();
-        expectPixels(probes, c.tolerance);
+        expectPixels(probes, tolerance);
         mNodes.clear();
     }
     images.unregisterPlugin();
