@@ -81,6 +81,7 @@ TEST_F(TerrainDrawTest, LayersShowWhereTheirMasksSay) {
 }
 
 TEST_F(TerrainDrawTest, TerrainsComeAndGoWithoutLeftovers) {
+    addViewport(addCamera());
     for (int round = 0; round < 3; ++round) {
         SCOPED_TRACE(round);
         Terrain* terrain = new Terrain(2, 1);
@@ -92,8 +93,6 @@ TEST_F(TerrainDrawTest, TerrainsComeAndGoWithoutLeftovers) {
         place.rotateX(float(M_PI) / 2, true);
         place.setChild(*terrain);
         root().attachChild(place);
-        if (round == 0)
-            addViewport(addCamera());
         frame();
         expectPixels({{48, 16, {51, 51, 51}}, {16, 16, {0, 0, 0}}});
         delete terrain;
