@@ -311,14 +311,13 @@ TEST_F(GLDrawTest, LivingParticlesAreSpritesWhereTheyAreNow) {
     sprites->setUsePointSprites(true);
     sprites->setSpriteSize(8.0f);
     addObject(root(), 0, 0, 0, cloud.getParticleData().getGeometryData(), sprites);
-    struct {
-        float x, vx;  // 300: 6 units a frame
-        std::int64_t death;
-    } const particles[] = {{-4, 0, 0}, {0, 0, mTime + 30}, {-14, 300, 0}};
-    for (auto const& p : particles) {
-        cloud.getParticleData().addParticle(Dorvan::TVector<float, 3>(p.x, 0, -5), p.death);
-        cloud.getParticleData().setVelocity(Dorvan::TVector<float, 3>(p.vx, 0, 0));
-    }
+    auto add = [&](float x, float vx, std::int64_t death) {
+        cloud.getParticleData().addParticle(Dorvan::TVector<float, 3>(x, 0, -5), death);
+        cloud.getParticleData().setVelocity(Dorvan::TVector<float, 3>(vx, 0, 0));
+    };
+    add(-4, 0, 0);
+    add(0, 0, mTime + 30);
+    add(-14, 300, 0);  // 6 units a frame
     auto step = [&] {  // the cloud's update and the picture, 20 ms on
         cloud.update(mTime + 20);
         frame();
@@ -352,8 +351,7 @@ TEST_F(GLDrawTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) {
             colorMaterial(Color(1, 0, 0)));
 
     frame();
-    expectPixels({{32, 32, {255, 0, 0}}, {17, 17, {255, 0, 0}}, {2, 2, {0, 255, 0}}, {61, 32, {0, 255, 0}}},
-                 0);
+    expectPixels({{32, 32, {255, 0, 0}}, {17, 17, {255, 0, 0}}, {2, 2, {0, 255, 0}}, {61, 32, {0, 255, 0}}});
 
     camera->setUseOverlay(false);
     frame();

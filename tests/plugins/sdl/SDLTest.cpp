@@ -115,7 +115,6 @@ protected:
     std::unique_ptr<SDLInputProvider> provider;
 };
 
-using SDLInputProviderTest = SDLPluginTest;
 using Lines = std::vector<std::string>;
 
 }  // namespace
@@ -147,7 +146,7 @@ TEST(SDLTimerTest, TimestampIsTheTimeOfDayFollowingTheTickCount) {
 
 // Only input focus and activity change activation (the pointer leaving the window does
 // not); joystick and window manager events are dropped.
-TEST_F(SDLInputProviderTest, EveryKindOfEventArrivesInOrderWithThePollTime) {
+TEST_F(SDLPluginTest, EveryKindOfEventArrivesInOrderWithThePollTime) {
     key(SDL_KEYDOWN, 38, SDLK_a, KMOD_LSHIFT | KMOD_RCTRL | KMOD_RALT | KMOD_LMETA | KMOD_MODE, 'A');
     push(make(SDL_VIDEOEXPOSE));
     key(SDL_KEYUP, 53, SDLK_x, KMOD_RSHIFT | KMOD_LCTRL | KMOD_LALT | KMOD_RMETA | KMOD_NUM | KMOD_CAPS);
@@ -177,7 +176,7 @@ TEST_F(SDLInputProviderTest, EveryKindOfEventArrivesInOrderWithThePollTime) {
     EXPECT_EQ(Lines{}, poll(5));
 }
 
-TEST_F(SDLInputProviderTest, EachModifierAloneGivesItsEngineBit) {
+TEST_F(SDLPluginTest, EachModifierAloneGivesItsEngineBit) {
     // In the order of the engine's bits 0x001, 0x002, ...
     int const modifiers[] = {KMOD_LSHIFT, KMOD_RSHIFT, KMOD_LCTRL, KMOD_RCTRL, KMOD_LALT, KMOD_RALT,
                              KMOD_LMETA,  KMOD_RMETA,  KMOD_NUM,   KMOD_CAPS,  KMOD_MODE};
@@ -189,7 +188,7 @@ TEST_F(SDLInputProviderTest, EachModifierAloneGivesItsEngineBit) {
     }
 }
 
-TEST_F(SDLInputProviderTest, ADisabledProviderIsNotPolledAndKeepsTheQueue) {
+TEST_F(SDLPluginTest, ADisabledProviderIsNotPolledAndKeepsTheQueue) {
     push(make(SDL_QUIT));
     provider->setEnabled(false);
     core.getProcessManager().updateSubsystem(1, true);

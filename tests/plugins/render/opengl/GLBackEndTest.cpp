@@ -258,17 +258,15 @@ TEST_F(GLBackEndTest, LightsBeyondThePassGoOffAndANinthReplacesTheFirst) {
         }
         scene.setupLights();
     };
-    auto red = [](int light) {
-        GLfloat values[4] = {};
-        glGetLightfv(GL_LIGHT0 + light, GL_DIFFUSE, values);
-        return values[0];
-    };
     setup(3);
     for (int i = 0; i < 8; ++i)
         EXPECT_EQ(i < 3, glIsEnabled(GL_LIGHT0 + i)) << "light " << i;
     setup(9);
-    EXPECT_FLOAT_EQ(0.9f, red(0));
-    EXPECT_FLOAT_EQ(0.2f, red(1));
+    GLfloat first[4] = {}, second[4] = {};  // diffuse colours, red the light's number / 10
+    glGetLightfv(GL_LIGHT0, GL_DIFFUSE, first);
+    glGetLightfv(GL_LIGHT1, GL_DIFFUSE, second);
+    EXPECT_FLOAT_EQ(0.9f, first[0]);
+    EXPECT_FLOAT_EQ(0.2f, second[0]);
     for (int i = 0; i < 8; ++i)
         EXPECT_TRUE(glIsEnabled(GL_LIGHT0 + i));
     glPopMatrix();
