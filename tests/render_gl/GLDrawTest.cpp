@@ -298,8 +298,7 @@ TEST_F(GLDrawTest, EachKindOfLightShadesByItsParameters) {
 }
 
 // A cloud drawn as white point sprites, seen by the fixture's camera (fovY 90) in the plane
-// z = -5, where x from -5 to 5 spans the picture: a still sprite, a dying one and a moving
-// one, whose first box lies outside the view.
+// z = -5, where x from -5 to 5 spans the picture: a moving sprite, then a dying and a still one.
 TEST_F(GLDrawTest, LivingParticlesAreSpritesWhereTheyAreNow) {
     ASSERT_TRUE(context().usesVertexBuffers());
     Velun::ParticleEngine cloud;
@@ -315,22 +314,23 @@ TEST_F(GLDrawTest, LivingParticlesAreSpritesWhereTheyAreNow) {
         cloud.getParticleData().addParticle(Dorvan::TVector<float, 3>(x, 0, -5), death);
         cloud.getParticleData().setVelocity(Dorvan::TVector<float, 3>(vx, 0, 0));
     };
-    add(-4, 0, 0);
-    add(0, 0, mTime + 30);
-    add(-14, 300, 0);  // 6 units a frame
     auto step = [&] {  // the cloud's update and the picture, 20 ms on
         cloud.update(mTime + 20);
         frame();
     };
     auto lit = [&](float x) { return pixel(int(32 + x * 6.4f), Height / 2).g > 128; };
+    add(-14, 300, 0);  // 6 units a frame, its first box outside the view
     step();
-    EXPECT_TRUE(lit(-4) && lit(0));
+    step();
+    EXPECT_TRUE(lit(-2)) << "moved out of its first box into the view";
+    add(0, 0, mTime + 30);
+    add(-4, 0, 0);
+    step();
+    EXPECT_FALSE(lit(-2)) << "the buffer follows the positions";
+    EXPECT_TRUE(lit(4) && lit(0) && lit(-4));
     step();
     EXPECT_FALSE(lit(0)) << "died";
-    EXPECT_TRUE(lit(-4) && lit(-2)) << "moved out of its first box into the view";
-    step();
-    EXPECT_FALSE(lit(-2));
-    EXPECT_TRUE(lit(4)) << "the buffer follows the positions";
+    EXPECT_TRUE(lit(-4)) << "drawn after the one that died before it";
     mNodes.clear();  // the cloud's object goes before the cloud
 }
 
