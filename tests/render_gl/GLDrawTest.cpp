@@ -1,25 +1,209 @@
 #include <cmath>
+#include <cstdio>
+#include <functional>
 
+#include "core/NameMapper.h"
 #include "geometry/ElementData.h"
+#include "geometry/IndexedTriangles.h"
+#include "particle/LinearForceModel.h"
+#include "particle/ParticleEngine.h"
+#include "plugins/loader/devil/DevILTextureSourceLoader.h"
 #include "support/GLDrawFixture.h"
+#include "texture/TextureSource.h"
 
 using Velun::Color;
 using Velun::Texture;
 
 namespace RenderGLTest {
+namespace {
 
-using GLGeometryRendererTest = GLDrawTest;
+SharedPtr<Velun::Material> plain() { return SharedPtr<Velun::Material>(new Velun::Material()); }
 
-TEST_F(GLGeometryRendererTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
+// Half-transparent by vertex colour; the alpha test would reject alpha 0.5.
+SharedPtr<Velun::Material> blended() {
+    SharedPtr<Velun::Material> material = plain();
+    material->setUseBlending(true);
+    material->setUseAlphaTest(false);
+    return material;
+}
+
+QuadShape tinted(Color const& color, float half = 1) {
+    return QuadShape{-half, -half, half, half, 0, false, true, color};
+}
+
+// Fixed-function lighting of a white default material (ambient 0.2, diffuse 0.8, no
+// specular) under GL's global ambient of 0.2: a vertex gets
+//   0.2 * 0.2 + light ambient * 0.2 + light diffuse * 0.8 * max(0, N.L)
+// per enabled light (directional: no attenuation).
+int lit(float nDotL) { return toByte(0.08f + 0.8f * std::max(0.0f, nDotL)); }
+Rgb grey(int v) { return Rgb{v, v, v}; }
+
+// Exponential fog of density 0.04 towards (0.155, 0.415, 0.545): a fragment at eye
+// distance z keeps f = exp(-0.04 z) of its red.
+Rgb fogged(float z) {
+    float f = std::exp(-0.04f * z);
+    return Rgb{toByte(f + (1 - f) * 0.155f), toByte((1 - f) * 0.415f), toByte((1 - f) * 0.545f)};
+}
+
+}  // namespace
+
+// Scenes of one frame before a camera at the origin looking down -Z (fovY 90: a quad of
+// 2 x 2 at distance 5 spans pixels 26 to 37), each with the pixels it shows; a scene
+// turns fog, lights or wireframe on for itself, and the scenes after it show them off again.
+// A scene logs nothing unless it says so.
+TEST_F(GLDrawTest, EachSceneShowsItsPixels) {
+    struct Scene {
+        const char* name;
+        std::function<void()> build;
+        std::vector<Probe> probes;
+        std::vector<std::string> log = {};  // the lines the frame logs
+    };
+    Rgb const black{0, 0, 0}, red{255, 0, 0}, white{255, 255, 255};
+    SharedPtr<Velun::Camera> camera = addCamera();
+    Velun::RenderSettings& settings = *camera->getCamSettings().getRenderSettings();
+    Scene const scenes[] = {
+        {"unlit quad in front",
+         [&] { addQuad(root(), 0, 0, -5, QuadShape(), colorMaterial(Color(1, 0, 0))); },
+         {{32, 32, red}, {0, 0, black}, {63, 63, black}, {27, 37, red}, {24, 32, black}}},
+        // A geometry without a shared set: one triangle strip with vertices of its own.
+        {"an element with vertices of its own",
+         [&] {
+             Velun::GeometryData* geometry = new Velun::GeometryData("strip");
+             Velun::VertexElementData* strip =
+                 new Velun::VertexElementData(Velun::GeometryElement::TriangleStrip);
+             Velun::VertexData& data = strip->getVertexData();
+             data.setUseVertex(true);
+             data.initialize(4, 4);
+             float const x[] = {-1, 1, -1, 1}, y[] = {-1, -1, 1, 1};
+             for (int i = 0; i < 4; ++i) {
+                 data.addVertex();
+                 data.setVertex(x[i], y[i], 0);
+             }
+             geometry->createGroup().addElement(*strip);
+             geometry->setBoundingVolume(
+                 new Velun::BoundingBox(Velun::Point(-1, -1, -0.1f), Velun::Point(1, 1, 0.1f)));
+             addObject(root(), 0, 0, -5, SharedPtr<Velun::Geometry>(geometry), colorMaterial(Color(0, 1, 1)));
+         },
+         {{32, 32, {0, 255, 255}}}},
+        {"fog blends towards the fog colour with distance",
+         [&] {
+             settings.setUseFog(true);
+             addQuad(root(), -3, 0, -5, QuadShape(), colorMaterial(Color(1, 0, 0)));
+             addQuad(root(), 6, 0, -10, QuadShape(), colorMaterial(Color(1, 0, 0)));
+         },
+         {{13, 32, fogged(5)}, {51, 32, fogged(10)}}},
+        // First a quad whose normals face away from the light, so that a leftover current
+        // normal would darken the second quad, which has none.
+        {"lit geometry without normals faces its own +Z",
+         [&] {
+             settings.setUseLights(true);
+             addLight(Velun::Light::Directional);
+             addQuad(root(), -2, 0, -5, QuadShape{-1, -1, 1, 1, 0, true}, plain()).rotateY(float(M_PI), true);
+             addQuad(root(), 2, 0, -5, QuadShape(), plain());
+         },
+         {{19, 32, grey(lit(-1.0f))}, {45, 32, grey(lit(1.0f))}}},
+        {"wireframe shading draws only the edges",
+         [&] {
+             settings.setShadingMode(Velun::RenderSettings::ShadeWireframe);
+             addQuad(root(), 0, 0, -5, QuadShape{-2, -2, 2, 2}, colorMaterial(Color(1, 1, 1)));
+         },
+         {{19, 32, white}, {44, 32, white}, {21, 32, black}, {32, 32, black}, {42, 32, black}}},
+        // Row 0 (red, green) lies at t = 0, the bottom of the quad; row 1 (blue, white) at
+        // the top; all of it times the vertex colour (0.5, 1, 1).
+        {"texels where the coordinates put them, modulating the vertex colour",
+         [&] {
+             SharedPtr<Velun::Material> material = colorMaterial(Color(0.5f, 1.0f, 1.0f));
+             material->setTexture(0, makeTexture(2, 2, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255}));
+             addQuad(root(), 0, 0, -2, QuadShape{-1, -1, 1, 1, 1}, material);
+         },
+         {{24, 40, {128, 0, 0}},
+          {40, 40, {0, 255, 0}},
+          {24, 24, {0, 0, 255}},
+          {40, 24, {128, 255, 255}},
+          {8, 8, black}}},
+        // A leftover blue unit 1 would turn the yellow one-layer quad black.
+        {"units of a former two-layer draw are off for a one-layer one",
+         [&] {
+             SharedPtr<Velun::Material> both = plain(), single = plain();
+             both->setTexture(0, makeTexture(1, 1, {255, 255, 255}));
+             both->setTexture(1, makeTexture(1, 1, {0, 0, 255}));
+             single->setTexture(0, makeTexture(1, 1, {255, 255, 0}));
+             addQuad(root(), -2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 2}, both);
+             addQuad(root(), 2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 1}, single);
+         },
+         {{16, 32, {0, 0, 255}}, {48, 32, {255, 255, 0}}}},
+        {"secondary colours add to their own quad only",
+         [&] {
+             Color const dark(0.5f, 0, 0);
+             addQuad(root(), 0, 0, -5, QuadShape{-2, -1, 0, 1, 0, false, true, dark, true, Color(0, 0, 1)},
+                     plain());
+             addQuad(root(), 0, 0, -5, QuadShape{0, -1, 2, 1, 0, false, true, dark}, plain());
+         },
+         {{24, 32, {128, 0, 255}}, {40, 32, {128, 0, 0}}}},
+        // Red over black, then green over that; the other order would give (0.5, 0.25, 0).
+        {"blended quads are drawn far then near when the near one comes first",
+         [&] {
+             addQuad(root(), 0, 0, -5, tinted(Color(0, 1, 0, 0.5f)), blended());
+             addQuad(root(), 0, 0, -10, tinted(Color(1, 0, 0, 0.5f), 4), blended());
+         },
+         {{32, 32, {64, 128, 0}}, {32, 21, {128, 0, 0}}}},
+        // Red first in the tree, then blue over it; the other order would give (0.5, 0, 0.25).
+        {"blended quads at equal distances keep the tree's order",
+         [&] {
+             addQuad(root(), 0, 0, -5, tinted(Color(1, 0, 0, 0.5f)), blended());
+             addQuad(root(), 0, 0, -5, tinted(Color(0, 0, 1, 0.5f)), blended());
+         },
+         {{32, 32, {64, 0, 128}}}},
+        // A quad whose group draws, after its own, triangles of an index type GL refuses.
+        {"a GL error of a drawable is logged and drawing goes on",
+         [&] {
+             SharedPtr<Velun::Geometry> geometry = makeQuad(QuadShape());
+             Velun::IndexedTriangles* broken = new Velun::IndexedTriangles(3);
+             broken->getIndexList().setIndexType(Velun::DataType::Float);
+             broken->addTriangle(0, 1, 2);
+             static_cast<Velun::GeometryData&>(*geometry).getGroup(0)->addElement(*broken);
+             addObject(root(), -2, 0, -5, geometry, SharedPtr<Velun::Material>());
+             addQuad(root(), 2, 0, -5, QuadShape(), colorMaterial(Color(1, 1, 0)));
+         },
+         {{19, 32, white}, {45, 32, {255, 255, 0}}},
+         {"render.opengl.GLObjectRenderer: GL Error: invalid enumerant"}},
+        // After a blended, tinted quad, one with no material comes out in the default
+        // material's white, opaque and untextured.
+        {"a drawable without material is drawn with the default, not with leftover state",
+         [&] {
+             addQuad(root(), -2, 0, -5, tinted(Color(1, 0, 0, 0.5f)), blended());
+             addQuad(root(), 2, 0, -5, QuadShape(), SharedPtr<Velun::Material>());
+         },
+         {{45, 32, white}, {19, 32, {128, 0, 0}}}},
+    };
+    addViewport(camera);
+    for (Scene const& scene : scenes) {
+        SCOPED_TRACE(scene.name);
+        settings.setUseFog(false);
+        settings.setUseLights(false);
+        settings.setShadingMode(Velun::RenderSettings::ShadeSmooth);
+        logLines().clear();
+        scene.build();
+        frame();
+        expectPixels(scene.probes);
+        EXPECT_EQ(logLines(), scene.log);
+        mNodes.clear();
+    }
+}
+
+TEST_F(GLDrawTest, QuadBehindTheCameraIsCulledBeforeAnyDrawCall) {
+    addViewport(addCamera());
+    addQuad(root(), 0, 0, 5, QuadShape(), colorMaterial(Color(1, 0, 0)));
+    EXPECT_EQ(drawCalls(), 0u);
+}
+
+TEST_F(GLDrawTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
     addViewport(addCamera());
     SharedPtr<Velun::Geometry> quad = makeQuad(QuadShape{-1, -1, 1, 1, 0, true, true, Color(1, 0, 0)});
-    addObject(root(), 0, 0, -5, quad, SharedPtr<Velun::Material>(new Velun::Material()));
+    addObject(root(), 0, 0, -5, quad, plain());
     Velun::VertexData& vertices = *dynamic_cast<Velun::VertexData*>(quad->getIndexedDataSet(0));
-
     frame();
-    EXPECT_TRUE(near(centre(), Rgb{255, 0, 0}, 0));
     unsigned int const afterFirst = context().getBufferLoadCount();
-    frame();
     frame();
     EXPECT_EQ(context().getBufferLoadCount(), afterFirst);
 
@@ -34,84 +218,13 @@ TEST_F(GLGeometryRendererTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEver
     unsigned int const afterChange = context().getBufferLoadCount();
     EXPECT_GT(afterChange, afterFirst);
     frame();
-    frame();
-    frame();
     EXPECT_EQ(context().getBufferLoadCount(), afterChange);
-}
-
-TEST_F(GLGeometryRendererTest, WireframeShadingDrawsOnlyTheEdges) {
-    SharedPtr<Velun::Camera> camera = addCamera();
-    camera->getCamSettings().getRenderSettings()->setShadingMode(Velun::RenderSettings::ShadeWireframe);
-    addViewport(camera);
-    addQuad(root(), 0, 0, -5, QuadShape{-2, -2, 2, 2}, colorMaterial(Color(1, 1, 1)));
-    frame();
-    EXPECT_TRUE(near(centre(), Rgb{0, 0, 0}, 0));
-    int edge = 0;
-    for (int x = 0; x < Width; ++x)
-        edge += pixel(x, Height / 2).r == 255;
-    EXPECT_EQ(edge, 2);  // the left and the right edge cross the middle row
-
-    camera->getCamSettings().getRenderSettings()->setShadingMode(Velun::RenderSettings::ShadeSmooth);
-    frame();
-    EXPECT_TRUE(near(centre(), Rgb{255, 255, 255}, 0));
-}
-
-TEST_F(GLGeometryRendererTest, VertexElementIsDrawnFromItsOwnVertices) {
-    addViewport(addCamera());
-    // A geometry without a shared set: one element with vertices of its own.
-    Velun::GeometryData* geometry = new Velun::GeometryData("strip");
-    Velun::VertexElementData* strip = new Velun::VertexElementData(Velun::GeometryElement::TriangleStrip);
-    Velun::VertexData& data = strip->getVertexData();
-    data.setUseVertex(true);
-    data.initialize(4, 4);
-    float const corners[4][2] = {{-1, -1}, {1, -1}, {-1, 1}, {1, 1}};
-    for (auto const& c : corners) {
-        data.addVertex();
-        data.setVertex(c[0], c[1], 0);
-    }
-    geometry->createGroup().addElement(*strip);
-    geometry->setBoundingVolume(
-        new Velun::BoundingBox(Velun::Point(-1, -1, -0.1f), Velun::Point(1, 1, 0.1f)));
-
-    addObject(root(), 0, 0, -5, SharedPtr<Velun::Geometry>(geometry), colorMaterial(Color(0, 1, 1)));
-    frame();
-    EXPECT_TRUE(near(centre(), Rgb{0, 255, 255}, 0));
-}
-
-class GLTextureDrawTest : public GLDrawTest {
-protected:
-    // A 2 x 2 quad at distance 2 covers the middle half of the view: pixels 16 to 47.
-    SharedPtr<Velun::Material> texturedQuad(unsigned int layers) {
-        SharedPtr<Velun::Material> material(new Velun::Material());
-        addQuad(root(), 0, 0, -2, QuadShape{-1, -1, 1, 1, layers}, material);
-        return material;
-    }
-};
-
-TEST_F(GLTextureDrawTest, TexelsShowWhereTheCoordinatesPutThemModulatingTheVertexColour) {
-    addViewport(addCamera());
-    // Row 0 (red, green) lies at t = 0, the bottom of the quad; row 1 (blue, white) at
-    // the top; all of it times the vertex colour (0.5, 1, 1).
-    SharedPtr<Velun::Material> material = texturedQuad(1);
-    material->setTexture(0, makeTexture(2, 2, {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255}));
-    material->setUseDefaultVertexColor(true);
-    material->setDefaultVertexColor(Color(0.5f, 1.0f, 1.0f));
-    frame();
-    EXPECT_TRUE(near(pixel(24, 40), Rgb{128, 0, 0}, 1));
-    EXPECT_TRUE(near(pixel(40, 40), Rgb{0, 255, 0}, 0));
-    EXPECT_TRUE(near(pixel(24, 24), Rgb{0, 0, 255}, 0));
-    EXPECT_TRUE(near(pixel(40, 24), Rgb{128, 255, 255}, 1));
-    EXPECT_TRUE(near(pixel(8, 8), Rgb{0, 0, 0}, 0));
 }
 
 // Layer 0 (1, 0.5, 0) over white vertices of alpha 0.25 gives "previous";
 // layer 1 (0.5, 1, 0.25), constant colour (0.25, 0.5, 0.75), is combined by its mode.
-TEST_F(GLTextureDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
-    struct Case {
-        Texture::TexMode mode;
-        Rgb expected;
-    };
-    Case const cases[] = {
+TEST_F(GLDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
+    std::pair<Texture::TexMode, Rgb> const cases[] = {
         {Texture::Modulate, {128, 128, 0}},
         {Texture::Replace, {128, 255, 64}},
         {Texture::Add, {255, 255, 64}},
@@ -122,65 +235,23 @@ TEST_F(GLTextureDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
         {Texture::ModulateConstant, {32, 128, 48}},
     };
     addViewport(addCamera());
-    SharedPtr<Velun::Material> material(new Velun::Material());
+    SharedPtr<Velun::Material> material = plain();
     material->setUseAlphaTest(false);
     addQuad(root(), 0, 0, -2, QuadShape{-1, -1, 1, 1, 2, false, true, Color(1, 1, 1, 0.25f)}, material);
     material->setTexture(0, makeTexture(1, 1, {255, 128, 0}));
-    for (Case const& c : cases) {
-        SCOPED_TRACE(c.mode);
-        SharedPtr<Velun::Texture> second = makeTexture(1, 1, {128, 255, 64}, c.mode);
+    for (auto const& [mode, expected] : cases) {
+        SCOPED_TRACE(mode);
+        SharedPtr<Velun::Texture> second = makeTexture(1, 1, {128, 255, 64}, mode);
         second->setConstantColor(Color(0.25f, 0.5f, 0.75f, 1.0f));
         material->setTexture(1, second);
         frame();
-        EXPECT_TRUE(near(centre(), c.expected, 3));
+        EXPECT_TRUE(near(centre(), expected, 3));
     }
 }
-
-TEST_F(GLTextureDrawTest, UnitsOfAFormerTwoLayerDrawAreOffForASingleLayerOne) {
-    addViewport(addCamera());
-    SharedPtr<Velun::Material> both(new Velun::Material());
-    both->setTexture(0, makeTexture(1, 1, {255, 255, 255}));
-    both->setTexture(1, makeTexture(1, 1, {0, 0, 255}));
-    addQuad(root(), -2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 2}, both);
-    SharedPtr<Velun::Material> single(new Velun::Material());
-    single->setTexture(0, makeTexture(1, 1, {255, 255, 0}));
-    addQuad(root(), 2.5f, 0, -5, QuadShape{-1, -1, 1, 1, 1}, single);
-    frame();
-    EXPECT_TRUE(near(pixel(Width / 2 - 16, Height / 2), Rgb{0, 0, 255}, 0));
-    // A leftover blue unit 1 would turn yellow into black.
-    EXPECT_TRUE(near(pixel(Width / 2 + 16, Height / 2), Rgb{255, 255, 0}, 0));
-}
-
-// Fixed-function lighting of a white default material (ambient 0.2, diffuse 0.8, no
-// specular) under GL's global ambient of 0.2: a vertex gets
-//   0.2 * 0.2 + light ambient * 0.2 + light diffuse * 0.8 * max(0, N.L)
-// per enabled light (directional: no attenuation).
-class GLLightingTest : public GLDrawTest {
-protected:
-    // A white quad facing the camera, lit by the pass's lights.
-    void addLitQuad(float x, bool normals) {
-        addQuad(root(), x, 0, -5, QuadShape{-1, -1, 1, 1, 0, normals},
-                SharedPtr<Velun::Material>(new Velun::Material()));
-    }
-
-    Velun::Light& addDirectionalLight(float tiltRadians) {
-        Velun::TransformationNode& place = own(new Velun::TransformationNode());
-        place.rotateX(tiltRadians, false);
-        Velun::Light& light = own(new Velun::Light());
-        light.setLightType(Velun::Light::Directional);
-        place.setChild(light);
-        root().attachChild(place);
-        return light;
-    }
-
-    static int lit(float nDotL, float lightAmbient = 0.2f) {
-        return toByte(0.04f + lightAmbient * 0.2f + 0.8f * std::max(0.0f, nDotL));
-    }
-};
 
 // One light at the camera, changed from case to case, over a white quad 5 units away whose
 // corners see it at cos = 5 / sqrt(27) off their normals (and off a spot's axis).
-TEST_F(GLLightingTest, EachKindOfLightShadesByItsParameters) {
+TEST_F(GLDrawTest, EachKindOfLightShadesByItsParameters) {
     using L = Velun::Light;
     struct Case {
         const char* name;
@@ -196,7 +267,6 @@ TEST_F(GLLightingTest, EachKindOfLightShadesByItsParameters) {
     int const attenuated = toByte(0.04f + (0.04f + 0.8f * cosine) / (1 + 0.25f * std::sqrt(27.0f)));
     int const spot = toByte(0.04f + cosine * cosine * (0.04f + 0.8f * cosine));
     Color const white(1, 1, 1);
-    auto grey = [](int v) { return Rgb{v, v, v}; };
     Case const cases[] = {
         {"directional, head on", L::Directional, 0, true, white, 0, 180, 0, grey(headOn)},
         {"directional, tilted 60 degrees", L::Directional, 1.0472f, true, white, 0, 180, 0, grey(lit(0.5f))},
@@ -208,15 +278,13 @@ TEST_F(GLLightingTest, EachKindOfLightShadesByItsParameters) {
         {"point after a spot: no cone", L::PointLight, 0, true, white, 0, 10, 0, grey(point)},
     };
     addViewport(addCamera(true));
-    addLitQuad(0, true);
-    Velun::TransformationNode& place = own(new Velun::TransformationNode());
-    Velun::Light& light = own(new Velun::Light());
-    place.setChild(light);
-    root().attachChild(place);
+    addQuad(root(), 0, 0, -5, QuadShape{-1, -1, 1, 1, 0, true}, plain());
+    Velun::TransformationNode* place = nullptr;
+    Velun::Light& light = addLight(L::Directional, &place);
     float tilt = 0;
     for (Case const& c : cases) {
         SCOPED_TRACE(c.name);
-        place.rotateX(c.tilt - tilt, true);
+        place->rotateX(c.tilt - tilt, true);
         tilt = c.tilt;
         light.setLightType(c.type);
         light.setEnabled(c.enabled);
@@ -229,52 +297,111 @@ TEST_F(GLLightingTest, EachKindOfLightShadesByItsParameters) {
     }
 }
 
-TEST_F(GLLightingTest, GeometryWithoutNormalsFacesItsOwnPlusZ) {
-    addViewport(addCamera(true));
-    addDirectionalLight(0.0f);
-    // First a quad whose normals face away from the light, so that a leftover current
-    // normal would darken the second quad, which has none.
-    addQuad(root(), -2, 0, -5, QuadShape{-1, -1, 1, 1, 0, true},
-            SharedPtr<Velun::Material>(new Velun::Material()))
-        .rotateY(float(M_PI), true);
-    addLitQuad(2, false);
-    frame();
-    int const headOn = lit(1.0f), dark = lit(-1.0f);
-    EXPECT_TRUE(near(pixel(Width / 2 - 13, Height / 2), Rgb{dark, dark, dark}));
-    EXPECT_TRUE(near(pixel(Width / 2 + 13, Height / 2), Rgb{headOn, headOn, headOn}));
-}
-
-// Exponential fog of density 0.04 towards (0.155, 0.415, 0.545): a fragment at eye
-// distance z keeps f = exp(-0.04 z) of its colour.
-TEST_F(GLLightingTest, FogBlendsTowardsTheFogColourWithDistance) {
-    SharedPtr<Velun::Camera> camera = addCamera(false);
-    camera->getCamSettings().getRenderSettings()->setUseFog(true);
-    addViewport(camera);
-    addQuad(root(), -3, 0, -5, QuadShape(), colorMaterial(Color(1, 0, 0)));
-    addQuad(root(), 6, 0, -10, QuadShape(), colorMaterial(Color(1, 0, 0)));
-    frame();
-    auto fogged = [](float z) {
-        float f = std::exp(-0.04f * z);
-        return Rgb{toByte(f + (1 - f) * 0.155f), toByte((1 - f) * 0.415f), toByte((1 - f) * 0.545f)};
-    };
-    EXPECT_TRUE(near(pixel(Width / 2 - 19, Height / 2), fogged(5)));
-    EXPECT_TRUE(near(pixel(Width / 2 + 19, Height / 2), fogged(10)));
-
-    camera->getCamSettings().getRenderSettings()->setUseFog(false);
-    frame();
-    EXPECT_TRUE(near(pixel(Width / 2 + 19, Height / 2), Rgb{255, 0, 0}, 0));
-}
-
-TEST_F(GLGeometryRendererTest, SecondaryColoursAddToTheirOwnQuadOnly) {
+// A cloud drawn as white point sprites, seen by the fixture's camera (fovY 90) in the plane
+// z = -5, where x from -5 to 5 spans the picture: a moving sprite, then a dying and a still one.
+TEST_F(GLDrawTest, LivingParticlesAreSpritesWhereTheyAreNow) {
+    ASSERT_TRUE(context().usesVertexBuffers());
+    Velun::ParticleEngine cloud;
+    cloud.setForceModel(SharedPtr<Velun::ParticleEngine::ForceModel>(new Velun::LinearForceModel()));
+    cloud.initialize();
+    cloud.start();
     addViewport(addCamera());
-    Color const dark(0.5f, 0, 0);
-    addQuad(root(), 0, 0, -5, QuadShape{-2, -1, 0, 1, 0, false, true, dark, true, Color(0, 0, 1)},
-            SharedPtr<Velun::Material>(new Velun::Material()));
-    addQuad(root(), 0, 0, -5, QuadShape{0, -1, 2, 1, 0, false, true, dark},
-            SharedPtr<Velun::Material>(new Velun::Material()));
+    SharedPtr<Velun::Material> sprites = colorMaterial(Velun::Color(1, 1, 1));
+    sprites->setUsePointSprites(true);
+    sprites->setSpriteSize(8.0f);
+    addObject(root(), 0, 0, 0, cloud.getParticleData().getGeometryData(), sprites);
+    auto add = [&](float x, float vx, std::int64_t death) {
+        cloud.getParticleData().addParticle(Dorvan::TVector<float, 3>(x, 0, -5), death);
+        cloud.getParticleData().setVelocity(Dorvan::TVector<float, 3>(vx, 0, 0));
+    };
+    auto step = [&] {  // the cloud's update and the picture, 20 ms on
+        cloud.update(mTime + 20);
+        frame();
+    };
+    auto lit = [&](float x) { return pixel(int(32 + x * 6.4f), Height / 2).g > 128; };
+    add(-14, 300, 0);  // 6 units a frame, its first box outside the view
+    step();
+    step();
+    EXPECT_TRUE(lit(-2)) << "moved out of its first box into the view";
+    add(0, 0, mTime + 30);
+    add(-4, 0, 0);
+    step();
+    EXPECT_FALSE(lit(-2)) << "the buffer follows the positions";
+    EXPECT_TRUE(lit(4) && lit(0) && lit(-4));
+    step();
+    EXPECT_FALSE(lit(0)) << "died";
+    EXPECT_TRUE(lit(-4)) << "drawn after the one that died before it";
+    mNodes.clear();  // the cloud's object goes before the cloud
+}
+
+TEST_F(GLDrawTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) {
+    SharedPtr<Velun::Camera> camera = addCamera();
+    addViewport(camera);
+    // Scene: a green quad just past the near plane, filling the whole view.
+    addQuad(root(), 0, 0, -0.2f, QuadShape(), colorMaterial(Color(0, 1, 0)));
+
+    // Overlay: the unit square is the viewport; a red HUD quad over its middle, at the
+    // overlay's origin, which is 2 units from its fixed eye and so far behind the wall.
+    Velun::Overlay& overlay = addOverlay();
+    camera->setOverlay(overlay);
+    SharedPtr<Velun::RenderSettings> unlit(new Velun::RenderSettings());
+    unlit->setUseLights(false);
+    camera->getOverlaySettings().setRenderSettings(unlit);
+    addQuad(*overlay.getRoot(), 0, 0, 0, QuadShape{0.25f, 0.25f, 0.75f, 0.75f},
+            colorMaterial(Color(1, 0, 0)));
+
     frame();
-    EXPECT_TRUE(near(pixel(Width / 2 - 8, Height / 2), Rgb{128, 0, 255}));
-    EXPECT_TRUE(near(pixel(Width / 2 + 8, Height / 2), Rgb{128, 0, 0}));
+    expectPixels({{32, 32, {255, 0, 0}}, {17, 17, {255, 0, 0}}, {2, 2, {0, 255, 0}}, {61, 32, {0, 255, 0}}});
+
+    camera->setUseOverlay(false);
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{0, 255, 0}, 0));
+}
+
+// A narrow viewport on the left (16 x 64, aspect 1/4) and a wide one on the right
+// (48 x 64, aspect 3/4), each with its own camera and scene. Both cameras see a 2 x 2 quad
+// at distance 4 under a vertical field of 90 degrees: rows 24 to 39, the left viewport's
+// whole width, the right one's columns 32 to 47.
+TEST_F(GLDrawTest, TwoViewportsShowTheirCamerasSideBySideEachWithItsOwnAspect) {
+    addQuad(root(), 0, 0, -4, QuadShape(), colorMaterial(Color(1, 0, 0)));
+    addViewport(addCamera(), 0.0f, 0.0f, 0.25f, 1.0f);
+    Velun::SceneGraph& other = addScene();
+    addQuad(*other.getRoot(), 0, 0, -4, QuadShape(), colorMaterial(Color(0, 1, 0)));
+    addViewport(addCamera(false, other.getRoot()), 0.25f, 0.0f, 0.75f, 1.0f);
+    frame();
+    Rgb const red{255, 0, 0}, green{0, 255, 0}, black{0, 0, 0};
+    std::vector<Probe> const probes = {{1, 25, red},    {14, 38, red},   {8, 22, black},  {8, 41, black},
+                                       {16, 32, black}, {33, 25, green}, {46, 38, green}, {31, 32, black},
+                                       {48, 32, black}, {40, 22, black}, {40, 41, black}};
+    expectPixels(probes, 0);
+}
+
+TEST_F(GLDrawTest, ScreenshotIsSavedAsPngWithTheTopRowFirstOrFailsWithAnErrorLine) {
+    std::string const path = std::string(VELUN_BINARY_DIR) + "/render_gl_screenshot_test.png";
+    struct Removed {
+        std::string path;
+        ~Removed() { std::remove(path.c_str()); }
+    } const removed{path};
+    addViewport(addCamera());
+    EXPECT_FALSE(sWindow->saveScreenshot("/nonexistent-directory/shot.png"));
+    EXPECT_EQ(logLines(), std::vector<std::string>{"render.opengl.GLScreenshot: Could not save the image "
+                                                   "/nonexistent-directory/shot.png: could not open file"});
+    // Red above the middle, blue below it.
+    addQuad(root(), 0, 0, -5, QuadShape{-5, 0, 5, 5}, colorMaterial(Color(1, 0, 0)));
+    addQuad(root(), 0, 0, -5, QuadShape{-5, -5, 5, 0}, colorMaterial(Color(0, 0, 1)));
+    mScene->getUpdateTraverser()->run(mTime);
+    sWindow->render(mTime);
+    ASSERT_TRUE(sWindow->saveScreenshot(path));
+    Velun::DevILTextureSourceLoader loader;
+    ASSERT_TRUE(loader.initialize());
+    SharedPtr<Velun::TextureSource> image = loader.load(Velun::NameMapper::ResourceInfo("shot", path, "png"));
+    ASSERT_FALSE(image.isNull());
+    Velun::TextureInfo const& info = image->getTextureInfo();
+    EXPECT_EQ(info.getWidth(), unsigned(Width));
+    EXPECT_EQ(info.getHeight(), unsigned(Height));
+    EXPECT_EQ(info.getPixelColor(image->getPixel(0, 0, 0)).r, 1.0f);                   // top left: red
+    EXPECT_EQ(info.getPixelColor(image->getPixel(Width - 1, Height - 1, 0)).b, 1.0f);  // bottom right: blue
+    loader.shutdown();
 }
 
 }  // namespace RenderGLTest

@@ -43,18 +43,16 @@ int count(TextureSource& shot, const std::function<bool(Rgb)>& kind) {
     return n;
 }
 
-// The mean absolute sample of a 16-bit PCM WAV file, skipping its header.
+// The mean absolute sample of a 16-bit PCM WAV file, after its header.
 double loudness(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
-    std::vector<char> bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (bytes.size() <= 44)
-        return 0.0;
+    in.seekg(44);
     double sum = 0.0;
-    size_t samples = (bytes.size() - 44) / 2;
-    for (size_t i = 0; i < samples; ++i)
-        sum += std::abs(
-            int(std::int16_t(std::uint8_t(bytes[44 + 2 * i]) | (std::uint8_t(bytes[45 + 2 * i]) << 8))));
-    return sum / double(samples);
+    std::int16_t sample = 0;
+    std::size_t samples = 0;
+    for (; in.read(reinterpret_cast<char*>(&sample), 2); ++samples)
+        sum += std::abs(int(sample));
+    return samples ? sum / double(samples) : 0.0;
 }
 
 }  // namespace

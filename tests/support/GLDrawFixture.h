@@ -55,14 +55,19 @@ struct Rgb {
 
 // Components within `tolerance` of 0..255 values; rasterisers round differently, so
 // exact equality would test the driver rather than the engine.
-inline ::testing::AssertionResult near(Rgb actual, Rgb expected, int tolerance = 3) {
-    if (std::abs(actual.r - expected.r) <= tolerance && std::abs(actual.g - expected.g) <= tolerance &&
-        std::abs(actual.b - expected.b) <= tolerance)
+inline ::testing::AssertionResult near(Rgb a, Rgb e, int tolerance = 3) {
+    if (std::abs(a.r - e.r) <= tolerance && std::abs(a.g - e.g) <= tolerance &&
+        std::abs(a.b - e.b) <= tolerance)
         return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure()
-           << "colour (" << actual.r << ", " << actual.g << ", " << actual.b << "), expected (" << expected.r
-           << ", " << expected.g << ", " << expected.b << ") +-" << tolerance;
+    return ::testing::AssertionFailure() << "colour (" << a.r << ", " << a.g << ", " << a.b << "), expected ("
+                                         << e.r << ", " << e.g << ", " << e.b << ") +-" << tolerance;
 }
+
+// A pixel of the picture, (x, y) from the top left, and the colour it should show.
+struct Probe {
+    int x, y;
+    Rgb expected;
+};
 
 inline int toByte(float v) { return int(std::lround(v * 255.0f)); }
 
@@ -127,12 +132,7 @@ inline SharedPtr<Velun::Material> colorMaterial(Velun::Color const& color) {
 inline SharedPtr<Velun::TextureSource> makeImage(int width, int height,
                                                  std::vector<unsigned char> const& bytes,
                                                  Velun::Color::Format format = Velun::Color::Rgb) {
-    Velun::TextureInfo info;
-    info.setWidth(width);
-    info.setHeight(height);
-    info.setDepth(1);
-    info.setDataType(Velun::DataType::UnsignedByte);
-    info.setColorFormat(format);
+    Velun::TextureInfo info(width, height, 1, Velun::DataType::UnsignedByte, format);
     Dorvan::CowMemPtr<void> data;
     data.alloc(bytes.size());
     std::copy(bytes.begin(), bytes.end(), static_cast<unsigned char*>(data.get()));
@@ -291,16 +291,30 @@ protected:
     }
     Rgb centre() const { return pixel(Width / 2, Height / 2); }
 
+    // Each probe's pixel in the picture.
+    void expectPixels(std::vector<Probe> const& probes, int tolerance = 3) const {
+        for (Probe const& p : probes)
+            EXPECT_TRUE(near(pixel(p.x, p.y), p.expected, tolerance)) << "at " << p.x << ", " << p.y;
+    }
+
+    // A light below a transformation of its own at the scene's root.
+    Velun::Light& addLight(Velun::Light::LightType type, Velun::TransformationNode** place = nullptr) {
+        Velun::TransformationNode& at = own(new Velun::TransformationNode());
+        Velun::Light& light = own(new Velun::Light());
+        light.setLightType(type);
+        at.setChild(light);
+        root().attachChild(at);
+        if (place)
+            *place = &at;
+        return light;
+    }
+
     // Draw calls of one pass of the first camera, after an update pass.
     unsigned int drawCalls() {
         mScene->getUpdateTraverser()->run(mTime += 20);
         SharedPtr<Velun::View> view = mCameras.front()->getView(1.0f);
         Velun::GLViewRenderer pass(&context(), view, SharedPtr<Velun::RenderSettings>(), view->getFrustrum());
-        pass.traverse();
-        pass.setProjection();
-        pass.setModelview();
-        pass.render();
-        pass.popModelview();
+        pass.run();
         return pass.getObjectRenderer().getGeometryRenderer().getDrawCallCount();
     }
 

@@ -1,5 +1,3 @@
-#include <vector>
-
 #include "support/GLDrawFixture.h"
 #include "terrain/Terrain.h"
 #include "terrain/TerrainFixture.h"
@@ -9,101 +7,81 @@ namespace RenderGLTest {
 
 using Velun::Terrain;
 
-// A width x width image, grey or RGB by the number of values.
-SharedPtr<Velun::TextureSource> image(unsigned int width, std::vector<unsigned char> const& values) {
-    return TerrainTest::makeImage<unsigned char>(width, width, unsigned(values.size()) / (width * width),
-                                                 values);
-}
+using TerrainTest::grey;
 
 // A 2 x 2 terrain-unit tile of 16 x 16 vertices, 2 x 2 patches, turned to face the
 // camera 2 units away: it fills the middle half of the picture, its x to the right and
 // its z downwards.
 class TerrainDrawTest : public GLDrawTest {
 protected:
-    Terrain::Tile& addTerrain(bool lights = false) {
-        addViewport(addCamera(lights));
+    Terrain::Tile& addTerrain() {
+        addViewport(addCamera());
         Velun::TransformationNode& place = own(new Velun::TransformationNode());
         place.translate(-1, 1, -2, false);
         place.rotateX(float(M_PI) / 2, true);
         mPlace = &place;
-        mTerrain = &own(new Terrain(1, 1));
-        mTerrain->initializeTerrain(3, 1, 2.0f);
-        place.setChild(*mTerrain);
+        Terrain& terrain = own(new Terrain(1, 1));
+        terrain.initializeTerrain(3, 1, 2.0f);
+        place.setChild(terrain);
         root().attachChild(place);
-        Terrain::Tile& tile = *mTerrain->getTile(0, 0);
+        Terrain::Tile& tile = *terrain.getTile(0, 0);
         tile.setMaxHeight(1.0f);
         tile.setEnabled(true);
         return tile;
     }
-    // Picture pixel of the tile's (u, v).
-    Rgb at(float u, float v) const { return pixel(int(16 + 32 * u), int(16 + 32 * v)); }
-
     Velun::TransformationNode* mPlace = nullptr;
-    Terrain* mTerrain = nullptr;
 };
 
-TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatches) {
-    addTerrain().updateTile();
+TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatchesARebuiltOneShowsItsNewHeightsAndAColourMapIsLit) {
+    Terrain::Tile& tile = addTerrain();
+    tile.updateTile();
     frame();
     // Grey 0.2 at the ground's offset; black background around it.
     for (int y = 17; y < 47; ++y)
         for (int x = 17; x < 47; ++x)
             ASSERT_TRUE(near(pixel(x, y), Rgb{51, 51, 51})) << "(" << x << ", " << y << ")";
-    EXPECT_TRUE(near(pixel(8, 32), Rgb{0, 0, 0}));
-    EXPECT_TRUE(near(pixel(32, 56), Rgb{0, 0, 0}));
+    expectPixels({{8, 32, {0, 0, 0}}, {32, 56, {0, 0, 0}}});
     // One draw per patch in view: moved right, the far column of patches leaves it.
     EXPECT_EQ(drawCalls(), 4u);
     mPlace->translate(2.5f, 0, 0, false);
     EXPECT_EQ(drawCalls(), 2u);
+    mPlace->translate(-2.5f, 0, 0, false);
+
+    // Raised by one unit towards the camera, and white by height.
+    ASSERT_TRUE(tile.load(grey(2, {255, 255, 255, 255})));
+    tile.updateTile();
+    frame();
+    expectPixels({{32, 32, {255, 255, 255}}, {4, 32, {255, 255, 255}}});
+
+    // Lit, a colour map's vertex colour is ambient and diffuse: 0.2 global and 0.2 light
+    // ambient, plus the head-on diffuse light.
+    mCameras.front()->getCamSettings().getRenderSettings()->setUseLights(true);
+    addLight(Velun::Light::Directional);
+    tile.setColorMap(makeImage(2, 2, {128, 102, 0, 128, 102, 0, 128, 102, 0, 128, 102, 0}));
+    tile.updateTile();
+    frame();
+    EXPECT_TRUE(near(centre(), Rgb{toByte(1.4f * 128 / 255), toByte(1.4f * 102 / 255), 0}, 4));
 }
 
 TEST_F(TerrainDrawTest, LayersShowWhereTheirMasksSay) {
     Terrain::Tile& tile = addTerrain();
-    tile.setColorMap(image(2, {255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255}));
-    tile.setBaseMap(image(2, {255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0}), 1.0f);
+    tile.setColorMap(makeImage(2, 2, {255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255, 255}));
+    tile.setBaseMap(makeImage(2, 2, {255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0}), 1.0f);
     // Green on the right half, blue on the lower half, the light map halves everything.
-    tile.addTextureLayer(image(2, {0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0}), image(2, {0, 255, 0, 255}),
-                         1.0f);
-    tile.addTextureLayer(image(2, {0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255}), image(2, {0, 0, 255, 255}),
-                         1.0f);
-    tile.setLightMap(image(2, {128, 128, 128, 128}), 1.0f, 0.0f);
+    tile.addTextureLayer(makeImage(2, 2, {0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255, 0}),
+                         grey(2, {0, 255, 0, 255}), 1.0f);
+    tile.addTextureLayer(makeImage(2, 2, {0, 0, 255, 0, 0, 255, 0, 0, 255, 0, 0, 255}),
+                         grey(2, {0, 0, 255, 255}), 1.0f);
+    tile.setLightMap(grey(2, {128, 128, 128, 128}), 1.0f, 0.0f);
     tile.updateTile();
     frame();
-    EXPECT_TRUE(near(at(0.25f, 0.25f), Rgb{128, 0, 0}, 6));
-    EXPECT_TRUE(near(at(0.75f, 0.25f), Rgb{0, 128, 0}, 6));
-    EXPECT_TRUE(near(at(0.25f, 0.75f), Rgb{0, 0, 128}, 6));
-    EXPECT_TRUE(near(at(0.75f, 0.75f), Rgb{0, 0, 128}, 6));
-}
-
-TEST_F(TerrainDrawTest, ColourMapIsLit) {
-    Terrain::Tile& tile = addTerrain(true);
-    Velun::TransformationNode& place = own(new Velun::TransformationNode());
-    Velun::Light& light = own(new Velun::Light());
-    light.setLightType(Velun::Light::Directional);
-    place.setChild(light);
-    root().attachChild(place);
-    tile.setColorMap(image(2, {128, 102, 0, 128, 102, 0, 128, 102, 0, 128, 102, 0}));
-    tile.updateTile();
-    frame();
-    // The vertex colour is ambient and diffuse: 0.2 global and 0.2 light ambient, plus the
-    // head-on diffuse light.
-    EXPECT_TRUE(near(at(0.5f, 0.5f), Rgb{toByte(1.4f * 128 / 255), toByte(1.4f * 102 / 255), 0}, 4));
-}
-
-TEST_F(TerrainDrawTest, RebuiltTileShowsItsNewHeights) {
-    Terrain::Tile& tile = addTerrain();
-    tile.updateTile();
-    frame();
-    EXPECT_TRUE(near(centre(), Rgb{51, 51, 51}));
-    // Raised by one unit towards the camera, and white by height.
-    ASSERT_TRUE(tile.load(image(2, {255, 255, 255, 255})));
-    tile.updateTile();
-    frame();
-    EXPECT_TRUE(near(centre(), Rgb{255, 255, 255}));
-    EXPECT_TRUE(near(pixel(4, 32), Rgb{255, 255, 255}));
+    // The tile's quarters: (u, v) 0.25 or 0.75 apart.
+    expectPixels({{24, 24, {128, 0, 0}}, {40, 24, {0, 128, 0}}, {24, 40, {0, 0, 128}}, {40, 40, {0, 0, 128}}},
+                 6);
 }
 
 TEST_F(TerrainDrawTest, TerrainsComeAndGoWithoutLeftovers) {
+    addViewport(addCamera());
     for (int round = 0; round < 3; ++round) {
         SCOPED_TRACE(round);
         Terrain* terrain = new Terrain(2, 1);
@@ -115,11 +93,8 @@ TEST_F(TerrainDrawTest, TerrainsComeAndGoWithoutLeftovers) {
         place.rotateX(float(M_PI) / 2, true);
         place.setChild(*terrain);
         root().attachChild(place);
-        if (round == 0)
-            addViewport(addCamera());
         frame();
-        EXPECT_TRUE(near(pixel(48, 16), Rgb{51, 51, 51}));
-        EXPECT_TRUE(near(pixel(16, 16), Rgb{0, 0, 0}));
+        expectPixels({{48, 16, {51, 51, 51}}, {16, 16, {0, 0, 0}}});
         delete terrain;
         frame();
         EXPECT_TRUE(near(pixel(48, 16), Rgb{0, 0, 0}));
