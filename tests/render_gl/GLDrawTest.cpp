@@ -229,6 +229,9 @@ TEST_F(GLDrawTest, TwoLayersCombineByTheSecondTexturesMode) {
         {Texture::Replace, {128, 255, 64}},
         {Texture::Add, {255, 255, 64}},
         {Texture::Decal, {128, 255, 64}},
+        // Towards the constant colour; before ModulateConstant, so that no earlier mode
+        // has left it on the unit.
+        {Texture::Blend, {159, 128, 48}},
         {Texture::PassPrevious, {255, 128, 0}},
         {Texture::ModulateColor, {128, 128, 0}},
         {Texture::InterpolateByVertexAlpha, {223, 160, 16}},
