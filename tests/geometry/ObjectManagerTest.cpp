@@ -1,19 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <fstream>
 #include <memory>
-#include <unistd.h>
 
 #include "ObjectTestModels.h"
 #include "core/FileNameMapper.h"
 #include "core/ResourceManager.h"
-#include "core/VelunCore.h"
 #include "geometry/GeometryObject.h"
 #include "geometry/GeometrySubobject.h"
 #include "geometry/ObjectManager.h"
-#include "scene/TransformationNode.h"
 #include "support/Engine.h"
 
 using Dorvan::SharedPtr;
@@ -22,30 +16,18 @@ using namespace Velun;
 
 namespace {
 
-// A started engine, the engine's ObjectManager with a mapper onto a temporary model
-// directory that holds "tri.tmod".
+// A started engine whose ObjectManager maps names into "models".
 class ObjectManagerTest : public VelunTest::EngineTest {
 protected:
     void SetUp() override {
         EngineTest::SetUp();
-        char pattern[] = "/tmp/velun-objects-XXXXXX";
-        ASSERT_TRUE(mkdtemp(pattern));
-        mDir = pattern;
-        std::ofstream(mDir + "/tri.tmod") << "tmod\n";
-        manager().setObjectNameMapper(SharedPtr<NameMapper>(new FileNameMapper(mDir)));
-    }
-    void TearDown() override {
-        std::remove((mDir + "/tri.tmod").c_str());
-        rmdir(mDir.c_str());
-        EngineTest::TearDown();
+        manager().setObjectNameMapper(SharedPtr<NameMapper>(new FileNameMapper("models")));
     }
 
     static ObjectManager& manager() {
         return VelunCore::getSingleton().getResourceManager().getObjectManager();
     }
     static GeometryObject* asGeometryObject(ObjectNode* node) { return dynamic_cast<GeometryObject*>(node); }
-
-    std::string mDir;
 };
 
 // What the objects of one factory share is the factory's part (GeometryTest).
@@ -73,7 +55,7 @@ TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAskedAndFailuresAreLogged
     EXPECT_EQ(first.getLoadCount(), 1);
     EXPECT_EQ(second.getCanLoadCount(), 0);
 
-    // The first fails on a missing file, logging its cause and then the manager's; the
+    // The first fails on a missing model, logging its cause and then the manager's; the
     // second, which would fail too, is not tried. A name no loader takes loads nothing.
     const struct {
         const char* name;
@@ -81,7 +63,7 @@ TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAskedAndFailuresAreLogged
         int firstLoads;
     } cases[] = {
         {"missing.tmod",
-         "Could not open " + mDir + "\\missing.tmod\nCould not find an objectloader for missing.tmod\n", 2},
+         "Could not open models\\missing.tmod\nCould not find an objectloader for missing.tmod\n", 2},
         {"ghost.obj", "Could not find an objectloader for ghost.obj\n", 2},
     };
     for (const auto& c : cases) {
