@@ -113,17 +113,35 @@ TEST(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
     render.registerRenderer("test", &engine);
     EXPECT_EQ(1, render.initializeRenderer(false));
     RenderTest::TestRenderWindow* window = static_cast<RenderTest::TestRenderWindow*>(
-        render.createRenderWindow("main", 800, 600, false, 0, 0, nullptr));
+        render.createRenderWindow("main", 801, 601, false, 0, 0, nullptr));
     ASSERT_NE(nullptr, window);
     window->mAfterRender = stopAfterFrame;
 
+    // The whole window, then a part of it given relative to the window, which rounds down.
     SharedPtr<RenderTarget> target(new RenderTarget());
     SharedPtr<Viewport> full(new Viewport(0.0f, 0.0f, 1.0f, 1.0f));
-    SharedPtr<Viewport> corner(new Viewport(10, 20, 200, 100));
+    SharedPtr<Viewport> corner(new Viewport(0.5f, 0.25f, 0.25f, 0.5f));
     full->attachCamera(mainCamera);
     corner->attachCamera(mirror);
-    target->attachViewport(full);
     target->attachViewport(corner);
+    EXPECT_EQ(0, target->insertViewport(0, full));
+    // Disabled, empty and cameraless viewports are skipped; a camera outside any scene sets
+    // its viewport but draws nothing.
+    SharedPtr<Camera> loose(new Camera("loose"));
+    const struct {
+        int x, y, width, height;
+        SharedPtr<Camera> camera;
+        bool enabled;
+    } skipped[] = {{0, 0, 400, 300, mainCamera, false},
+                   {0, 0, 0, 300, mainCamera, true},
+                   {0, 0, 400, 300, SharedPtr<Camera>(), true},
+                   {1, 2, 30, 40, loose, true}};
+    for (const auto& v : skipped) {
+        SharedPtr<Viewport> viewport(new Viewport(v.x, v.y, v.width, v.height));
+        viewport->attachCamera(v.camera);
+        viewport->setEnabled(v.enabled);
+        target->attachViewport(viewport);
+    }
     window->attachRenderTarget(target);
 
     log.clear();
@@ -138,14 +156,15 @@ TEST(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
         "sound",
         "render main at 0",
         "clear surface",
-        "viewport 0 0 800 600",
+        "viewport 0 0 801 601",
         "clear depth",
-        "pass main scene 1 aspect 1.33333: ahead lamp",
+        "pass main scene 1 aspect 1.33278: ahead lamp",
         "clear depth",
-        "overlay pass main scene 2 aspect 1.33333: badge",
-        "viewport 10 20 200 100",
+        "overlay pass main scene 2 aspect 1.33278: badge",
+        "viewport 400 150 200 300",
         "clear depth",
-        "pass mirror scene 1 aspect 2: behind lamp",
+        "pass mirror scene 1 aspect 0.666667: behind lamp",
+        "viewport 1 2 30 40",
         "swap",
     };
     EXPECT_EQ(expected, log);

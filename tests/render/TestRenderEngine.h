@@ -70,11 +70,7 @@ public:
 
     void render(std::int64_t timestamp) override {
         mLog->push_back("render " + getName() + " at " + std::to_string(timestamp));
-        Dorvan::SharedPtr<Velun::RenderTarget> target = getRenderTarget();
-        if (target.isNull())
-            mLog->push_back("clear surface");
-        else
-            renderTarget(*target, getWidth(), getHeight());
+        renderTarget(*getRenderTarget(), getWidth(), getHeight());
         mLog->push_back("swap");
         if (mAfterRender)
             mAfterRender();
