@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <fstream>
 
 #include "loader/EngineFixture.h"
 #include "plugins/loader/devil/DdsTextureData.h"
@@ -192,8 +191,7 @@ class DdsLoaderTest : public EngineFixture {
 protected:
     // Writes `bytes` below textures/ and loads them, returning the lines logged.
     std::string loadDamaged(const std::string& name, const std::vector<unsigned char>& bytes) {
-        std::ofstream((mDirectory / "textures" / name).string(), std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+        write("textures/" + name, bytes);
         DevILTextureSourceLoader loader;
         testing::internal::CaptureStderr();
         EXPECT_FALSE(loader.load(NameMapper::ResourceInfo(name, ".\\textures\\" + name, "dds")));

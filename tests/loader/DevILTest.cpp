@@ -21,15 +21,6 @@ namespace {
 
 class DevILTextureSourceLoaderTest : public EngineFixture {
 protected:
-    void SetUp() override {
-        EngineFixture::SetUp();
-        plugin.registerPlugin();
-    }
-    void TearDown() override {
-        plugin.unregisterPlugin();
-        EngineFixture::TearDown();
-    }
-
     Dorvan::SharedPtr<TextureSource> source(const std::string& name) {
         return core.getResourceManager().getTextureManager().getTextureSource(name);
     }
@@ -37,8 +28,6 @@ protected:
     static NameMapper::ResourceInfo resource(const std::string& fileType) {
         return NameMapper::ResourceInfo("a." + fileType, ".\\textures\\a." + fileType, fileType);
     }
-
-    DevILPlugin plugin;
 };
 
 // A texel of an image of bytes in RGB or RGBA order.
@@ -112,7 +101,7 @@ TEST_F(DevILTextureSourceLoaderTest, DeliversARequestedDescription) {
 TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
     Dorvan::SharedPtr<TextureSource> rgb = source("rgb.png");
     ASSERT_TRUE(rgb);
-    plugin.unregisterPlugin();
+    images.unregisterPlugin();
     core.shutdown();
     EXPECT_EQ(nullptr, rgb->getTextureData());
     EXPECT_EQ(nullptr, rgb->getPixel(0, 0, 0));
@@ -134,6 +123,8 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
 typedef EngineFixture LoaderPluginsTest;
 
 TEST_F(LoaderPluginsTest, SetupBringsBothLoadersInTheirPlaces) {
+    images.unregisterPlugin();
+    models.unregisterPlugin();
     core.setup(true);
     PluginManager& plugins = core.getPluginManager();
     ASSERT_GE(plugins.getPluginCount(), 4u);

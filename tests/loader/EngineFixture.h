@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,11 +14,11 @@
 #include "core/ResourceManager.h"
 #include "geometry/ObjectManager.h"
 #include "loader/Ms3dWriter.h"
+#include "plugins/loader/devil/DevILPlugin.h"
+#include "plugins/loader/ms3d/Ms3dPlugin.h"
 #include "support/Engine.h"
 #include "texture/TextureManager.h"
 
-// A temporary working directory: models/ links the sample models, textures/ the sample
-// texture and the test images. Removed, with the old directory restored, at the end.
 class DataDirectory {
 public:
     DataDirectory() : mOldDirectory(std::filesystem::current_path()) {
@@ -60,27 +59,28 @@ private:
     std::filesystem::path mDirectory;
 };
 
+// With the image and model loaders registered.
 class EngineFixture : public VelunTest::EngineTest {
 protected:
     void SetUp() override {
-        mData.reset(new DataDirectory());
-        ASSERT_FALSE(mData->path().empty());
-        mDirectory = mData->path();
+        ASSERT_FALSE(mData.path().empty());
         EngineTest::SetUp();
         DataDirectory::mapNames();
+        images.registerPlugin();
+        models.registerPlugin();
     }
     void TearDown() override {
+        models.unregisterPlugin();
+        images.unregisterPlugin();
         EngineTest::TearDown();
-        mData.reset();
     }
 
-    // Writes a model below models/.
-    void writeModel(const std::string& name, const std::vector<unsigned char>& bytes) {
-        ms3dtest::save((mDirectory / "models" / name).string(), bytes);
+    // Writes a file below models/ or textures/.
+    void write(const std::string& path, const std::vector<unsigned char>& bytes) {
+        ms3dtest::save((mData.path() / path).string(), bytes);
     }
 
-    std::filesystem::path mDirectory;
-
-private:
-    std::unique_ptr<DataDirectory> mData;
+    DataDirectory mData;
+    Velun::DevILPlugin images;
+    Velun::Ms3dPlugin models;
 };

@@ -10,9 +10,7 @@
 #include "geometry/IndexedTriangles.h"
 #include "loader/EngineFixture.h"
 #include "loader/Ms3dWriter.h"
-#include "plugins/loader/devil/DevILPlugin.h"
 #include "plugins/loader/ms3d/Ms3dFile.h"
-#include "plugins/loader/ms3d/Ms3dPlugin.h"
 #include "scene/BoundingBox.h"
 
 using namespace Velun;
@@ -140,17 +138,6 @@ namespace {
 
 class Ms3dObjectLoaderTest : public EngineFixture {
 protected:
-    void SetUp() override {
-        EngineFixture::SetUp();
-        images.registerPlugin();
-        models.registerPlugin();
-    }
-    void TearDown() override {
-        models.unregisterPlugin();
-        images.unregisterPlugin();
-        EngineFixture::TearDown();
-    }
-
     // The object of a name, and the first log line its loading wrote (the object manager
     // adds one of its own after the loader's).
     std::unique_ptr<GeometryObject> create(const std::string& name, std::string* line = nullptr) {
@@ -163,9 +150,6 @@ protected:
             EXPECT_EQ("", written);
         return std::unique_ptr<GeometryObject>(dynamic_cast<GeometryObject*>(node));
     }
-
-    DevILPlugin images;
-    Ms3dPlugin models;
 };
 
 GeometryData& geometryOf(GeometryObject& object) {
@@ -207,7 +191,7 @@ TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertexWithItsNormal) {
     model.triangles[1].n[0][2] = 0;
     // The first group lists triangle 1 first; the second names no material.
     model.groups = {{{1, 0}, 0}, {{2}, -1}};
-    writeModel("corners.ms3d", ms3dtest::write(model));
+    write("models/corners.ms3d", ms3dtest::write(model));
     std::unique_ptr<GeometryObject> object = create("corners.ms3d");
     ASSERT_TRUE(object);
     GeometryData& geometry = geometryOf(*object);
@@ -275,7 +259,7 @@ TEST_F(Ms3dObjectLoaderTest, RefusesOtherVersionsAndDamagedFilesWithOneLine) {
         std::vector<unsigned char> bytes(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(c.size));
         if (c.size) {
             bytes[c.at] = c.value;
-            writeModel(c.name, bytes);
+            write(std::string("models/") + c.name, bytes);
         }
         std::string line;
         EXPECT_EQ(c.line.empty(), static_cast<bool>(create(c.name, &line)));
