@@ -39,27 +39,22 @@ public:
     void pollEvents(std::int64_t) override { record("input"); }
 };
 
-class LogicProbe : public Modifier, public Process {
+// A logic modifier, or a sound process, that logs its name when run.
+class Probe : public Modifier, public Process {
 public:
+    explicit Probe(std::string const& name) : mName(name) {}
     int run(std::int64_t) override {
-        record("logic");
+        record(mName);
         return 0;
     }
-};
-
-class SoundProbe : public Process {
-public:
-    int run(std::int64_t) override {
-        record("sound");
-        return 0;
-    }
+    std::string mName;
 };
 
 // A named box whose update hook shows the scene's update pass.
 class Box : public Leaf {
 public:
-    Box(std::string const& name, float x, float z)
-        : Leaf(TypeObject, name), mBox(Point(x - 1.0f, -1.0f, z - 1.0f), Point(x + 1.0f, 1.0f, z + 1.0f)) {}
+    Box(std::string const& name, float z)
+        : Leaf(TypeObject, name), mBox(Point(-1, -1, z - 1), Point(1, 1, z + 1)) {}
     BoundingVolume const* getBoundingVolume() const override { return &mBox; }
     void update(bool entering) override {
         if (entering)
@@ -78,27 +73,25 @@ TEST(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
     VelunCore::getSingleton().startup();
     RenderTest::TestRenderEngine engine(&log);
     InputProbe input;
-    SoundProbe sound;
+    Probe sound("sound");
     VelunCore& core = VelunCore::getSingleton();
     RenderManager& render = core.getRenderManager();
     SceneManager& scenes = core.getSceneManager();
 
     core.getInputManager().registerInputProvider(input);
-    SharedPtr<LogicProbe> logic(new LogicProbe());
+    SharedPtr<Probe> logic(new Probe("logic"));
     logic->setState(LogicElement::StateRunning);
     core.getEventManager().registerModifier(logic);
     core.getResourceManager().getSoundManager().getProcessList()->push_back(&sound);
 
     // A world with a box in front of the cameras and one behind them, and an overlay.
     SceneGraph& world = scenes.createSceneGraph();
-    Box ahead("ahead", 0.0f, -10.0f);
-    Box behind("behind", 0.0f, 10.0f);
+    Box ahead("ahead", -10.0f), behind("behind", 10.0f);
     Light lamp("lamp");
-    world.getRoot()->attachChild(ahead);
-    world.getRoot()->attachChild(behind);
-    world.getRoot()->attachChild(lamp);
+    for (Node* node : std::initializer_list<Node*>{&ahead, &behind, &lamp})
+        world.getRoot()->attachChild(*node);
     Overlay& hud = scenes.createOverlay();
-    Box badge("badge", 0.0f, 0.0f);
+    Box badge("badge", 0.0f);
     hud.getRoot()->attachChild(badge);
 
     SharedPtr<Camera> mainCamera(new Camera("main"));

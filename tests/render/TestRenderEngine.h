@@ -18,8 +18,6 @@ namespace RenderTest {
 // What the test engine and its windows were asked to do, in order.
 typedef std::vector<std::string> CallLog;
 
-class TestCapabilities : public Velun::Capabilities {};
-
 // Collects the names of the nodes a pass hands over.
 class NameCollector : public Velun::Traverser::Handler {
 public:
@@ -33,35 +31,12 @@ public:
     std::vector<std::string> mNames;
 };
 
-// A render engine of the tests: makes TestRenderWindows and logs every call.
-class TestRenderEngine : public Velun::RenderEngine {
-public:
-    explicit TestRenderEngine(CallLog* log, std::string const& name = "test") : mLog(log), mName(name) {}
-
-    bool initialize() override {
-        mLog->push_back("initialize " + mName);
-        return true;
-    }
-    Velun::RenderWindow* createRenderWindow(int id, std::string const& name, int width, int height,
-                                            bool fullscreen, int offsetX, int offsetY,
-                                            Dorvan::LinkedMap<std::string, std::string>*) override;
-    Velun::Capabilities* getCapabilities() override { return &mCapabilities; }
-    void shutdown() override { mLog->push_back("shutdown " + mName); }
-
-    CallLog* mLog;
-    std::string mName;
-
-private:
-    TestCapabilities mCapabilities;
-};
-
 // A window that draws by writing lines into the log: the stand-in for a GL window.
 class TestRenderWindow : public Velun::RenderWindow, public Velun::ViewportRenderer {
 public:
-    TestRenderWindow(TestRenderEngine* engine, CallLog* log, int id, std::string const& name, int width,
-                     int height, bool fullscreen, int offsetX, int offsetY)
-        : RenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, nullptr), mEngine(engine),
-          mLog(log) {}
+    TestRenderWindow(Velun::RenderEngine* engine, CallLog* log, int id, std::string const& name, int width,
+                     int height)
+        : RenderWindow(id, name, width, height, false, 0, 0, nullptr), mEngine(engine), mLog(log) {}
     ~TestRenderWindow() override { mLog->push_back("destroy window " + getName()); }
 
     Velun::RenderEngine* getRenderEngine() override { return mEngine; }
@@ -110,14 +85,32 @@ protected:
     }
 
 private:
-    TestRenderEngine* mEngine;
+    Velun::RenderEngine* mEngine;
     CallLog* mLog;
 };
 
-inline Velun::RenderWindow*
-TestRenderEngine::createRenderWindow(int id, std::string const& name, int width, int height, bool fullscreen,
-                                     int offsetX, int offsetY, Dorvan::LinkedMap<std::string, std::string>*) {
-    return new TestRenderWindow(this, mLog, id, name, width, height, fullscreen, offsetX, offsetY);
-}
+// A render engine of the tests: makes TestRenderWindows and logs every call.
+class TestRenderEngine : public Velun::RenderEngine {
+public:
+    explicit TestRenderEngine(CallLog* log, std::string const& name = "test") : mLog(log), mName(name) {}
+
+    bool initialize() override {
+        mLog->push_back("initialize " + mName);
+        return true;
+    }
+    Velun::RenderWindow* createRenderWindow(int id, std::string const& name, int width, int height, bool, int,
+                                            int, Dorvan::LinkedMap<std::string, std::string>*) override {
+        return new TestRenderWindow(this, mLog, id, name, width, height);
+    }
+    Velun::Capabilities* getCapabilities() override { return &mCapabilities; }
+    void shutdown() override { mLog->push_back("shutdown " + mName); }
+
+    CallLog* mLog;
+    std::string mName;
+
+private:
+    struct : Velun::Capabilities {
+    } mCapabilities;
+};
 
 }  // namespace RenderTest
