@@ -126,18 +126,28 @@ TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndTextureLayersSideBySide) {
     EXPECT_FLOAT_EQ(0.7f, floats(data.getSecondaryColor())[5]);
 }
 
-TEST(VertexDataTest, ACopySharesArraysUntilOneSideWrites) {
+TEST(VertexDataTest, StampsMoveOnlyOnSetModifiedAndACopySharesArraysUntilOneSideWrites) {
+    VelunTest::EngineClock clock;
     VertexData source;
+    for (std::int64_t t : {-5, 0, 1, 1000})
+        EXPECT_FALSE(source.hasChanged(t)) << t;
+    clock.setTime(500);
     source.initialize(2, 2);
     source.addVertex();
     source.setVertex(1, 2, 3);
+    EXPECT_FALSE(source.hasChanged(0));  // filling is not announcing
+    source.setModified();
+    EXPECT_EQ(500, source.getModifiedTimestamp());
+    EXPECT_TRUE(source.hasChanged(0));
+    EXPECT_TRUE(source.hasChanged(500));
+    EXPECT_FALSE(source.hasChanged(501));
 
     VertexData copy(source);
+    EXPECT_TRUE(copy.hasChanged(500));
     EXPECT_EQ(source.getVertices(), copy.getVertices());
     EXPECT_EQ(1u, copy.getCount());
     // A copy is a new data set for every renderer.
     EXPECT_NE(source.getId(), copy.getId());
-
     copy.setCurrentVertex(0);
     copy.setVertex(4, 5, 6);
     EXPECT_NE(source.getVertices(), copy.getVertices());
@@ -149,26 +159,4 @@ TEST(VertexDataTest, ACopySharesArraysUntilOneSideWrites) {
     assigned = source;
     EXPECT_EQ(ownId, assigned.getId());
     EXPECT_EQ(source.getVertices(), assigned.getVertices());
-}
-
-TEST(VertexDataTest, StampsMoveOnlyOnSetModified) {
-    VelunTest::EngineClock clock;
-    VertexData data;
-    for (std::int64_t t : {-5, 0, 1, 1000})
-        EXPECT_FALSE(data.hasChanged(t)) << t;
-
-    clock.setTime(500);
-    data.initialize(1, 1);
-    data.addVertex();
-    data.setVertex(1, 2, 3);
-    EXPECT_FALSE(data.hasChanged(0));  // filling is not announcing
-
-    data.setModified();
-    EXPECT_EQ(500, data.getModifiedTimestamp());
-    EXPECT_TRUE(data.hasChanged(0));
-    EXPECT_TRUE(data.hasChanged(500));
-    EXPECT_FALSE(data.hasChanged(501));
-
-    VertexData copy(data);
-    EXPECT_TRUE(copy.hasChanged(500));
 }
