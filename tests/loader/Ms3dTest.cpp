@@ -72,55 +72,54 @@ TEST(Ms3dFileTest, RefusesEveryTruncation) {
     }
 }
 
-// A damaged model, or whole file with a count at `offset` bytes into a section replaced by `value`.
+// Whole files with a count at `offset` bytes into a section replaced by `value`, and damaged models.
 TEST(Ms3dFileTest, RefusesBadCountsIndicesAndValuesWithTheirCause) {
-    struct Case {
-        const char* error;
-        void (*damage)(Model&) = nullptr;
-        std::size_t ms3dtest::Layout::*section = nullptr;
-        std::size_t offset = 0;
-        unsigned value = 0;
-    };
-    const Case cases[] = {
-        {"65535 vertices need 983025 bytes, but only 1018 are left", nullptr, &ms3dtest::Layout::vertices, 0,
-         0xFFFF},
-        {"60000 triangles need 4200000 bytes, but only 956 are left", nullptr, &ms3dtest::Layout::triangles,
-         0, 60000},
-        {"group 0 with 40000 triangles needs 80001 bytes, but only 779 are left", nullptr,
-         &ms3dtest::Layout::groups, 2 + 33, 40000},
-        {"group 2 with 52480 triangles needs 104961 bytes, but only 703 are left", nullptr,
-         &ms3dtest::Layout::groups, 0, 1000},
-        {"3 materials need 1083 bytes, but only 736 are left", nullptr, &ms3dtest::Layout::materials, 0, 3},
-        {"triangle 1 uses vertex 4 (vertex count 4)", [](Model& m) { m.triangles[1].v[1] = 4; }},
-        {"group 1 uses triangle 2 (triangle count 2)",
-         [](Model& m) {
-             m.groups[1].triangles = {1, 2};
-         }},
-        {"group 0 uses material 2 (material count 2)", [](Model& m) { m.groups[0].material = 2; }},
-        {"group 0 uses material -2 (material count 2)", [](Model& m) { m.groups[0].material = -2; }},
-        {"the texture name of material 1 has no terminating zero",
-         [](Model& m) { m.materials[1].texture = std::string(128, 'a'); }},
-        {"vertex 2 has a position that is not a finite number", [](Model& m) { m.vertices[2].y = kNaN; }},
-        {"vertex 0 has a position that is not a finite number", [](Model& m) { m.vertices[0].z = -kInf; }},
-        {"triangle 1 has a texture coordinate that is not a finite number",
-         [](Model& m) { m.triangles[1].t[2] = kInf; }},
-        {"triangle 0 has a texture coordinate that is not a finite number",
-         [](Model& m) { m.triangles[0].s[0] = kNaN; }},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.error);
-        Model model = twoTriangles();
-        if (c.damage)
-            c.damage(model);
-        ms3dtest::Layout at;
-        std::vector<unsigned char> bytes = ms3dtest::write(model, &at);
-        if (c.section) {
-            bytes[at.*c.section + c.offset] = static_cast<unsigned char>(c.value & 0xFF);
-            bytes[at.*c.section + c.offset + 1] = static_cast<unsigned char>(c.value >> 8);
-        }
+    auto refused = [](const std::vector<unsigned char>& bytes) {
         Ms3dFile file;
         EXPECT_EQ(Ms3dFile::Malformed, file.read(bytes.data(), bytes.size()));
-        EXPECT_EQ(c.error, file.getError());
+        return file.getError();
+    };
+    typedef ms3dtest::Layout At;
+    const struct {
+        std::size_t At::*section;
+        std::size_t offset;
+        unsigned value;
+        const char* error;
+    } counts[] = {
+        {&At::vertices, 0, 0xFFFF, "65535 vertices need 983025 bytes, but only 1018 are left"},
+        {&At::triangles, 0, 60000, "60000 triangles need 4200000 bytes, but only 956 are left"},
+        {&At::groups, 35, 40000, "group 0 with 40000 triangles needs 80001 bytes, but only 779 are left"},
+        {&At::groups, 0, 1000, "group 2 with 52480 triangles needs 104961 bytes, but only 703 are left"},
+        {&At::materials, 0, 3, "3 materials need 1083 bytes, but only 736 are left"},
+    };
+    for (const auto& c : counts) {
+        At at;
+        std::vector<unsigned char> bytes = ms3dtest::write(twoTriangles(), &at);
+        bytes[at.*c.section + c.offset] = static_cast<unsigned char>(c.value & 0xFF);
+        bytes[at.*c.section + c.offset + 1] = static_cast<unsigned char>(c.value >> 8);
+        EXPECT_EQ(c.error, refused(bytes));
+    }
+    const struct {
+        void (*damage)(Model&);
+        const char* error;
+    } damages[] = {
+        {[](Model& m) { m.triangles[1].v[1] = 4; }, "triangle 1 uses vertex 4 (vertex count 4)"},
+        {[](Model& m) { m.groups[1].triangles.push_back(2); }, "group 1 uses triangle 2 (triangle count 2)"},
+        {[](Model& m) { m.groups[0].material = 2; }, "group 0 uses material 2 (material count 2)"},
+        {[](Model& m) { m.groups[0].material = -2; }, "group 0 uses material -2 (material count 2)"},
+        {[](Model& m) { m.materials[1].texture = std::string(128, 'a'); },
+         "the texture name of material 1 has no terminating zero"},
+        {[](Model& m) { m.vertices[2].y = kNaN; }, "vertex 2 has a position that is not a finite number"},
+        {[](Model& m) { m.vertices[0].z = -kInf; }, "vertex 0 has a position that is not a finite number"},
+        {[](Model& m) { m.triangles[1].t[2] = kInf; },
+         "triangle 1 has a texture coordinate that is not a finite number"},
+        {[](Model& m) { m.triangles[0].s[0] = kNaN; },
+         "triangle 0 has a texture coordinate that is not a finite number"},
+    };
+    for (const auto& d : damages) {
+        Model model = twoTriangles();
+        d.damage(model);
+        EXPECT_EQ(d.error, refused(ms3dtest::write(model)));
     }
 
     // The edges that are still good: no material, and a texture name of 127 characters.
@@ -152,18 +151,6 @@ protected:
     }
 };
 
-GeometryData& geometryOf(GeometryObject& object) {
-    GeometryData* data = dynamic_cast<GeometryData*>(object.getSubobjectAt(0)->getGeometry(0).get());
-    EXPECT_NE(nullptr, data);
-    return *data;
-}
-
-const IndexData& indicesOf(GeometryData& geometry) {
-    const Dorvan::Vector<GeometryElement*>& elements = geometry.getGroup(0)->getElementList();
-    EXPECT_EQ(1u, elements.size());
-    return dynamic_cast<IndexedTriangles&>(*elements.get(0)).getIndexList();
-}
-
 Model oneTriangle() {
     Model model;
     // The last vertex is used by no triangle.
@@ -194,7 +181,7 @@ TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertexWithItsNormal) {
     write("models/corners.ms3d", ms3dtest::write(model));
     std::unique_ptr<GeometryObject> object = create("corners.ms3d");
     ASSERT_TRUE(object);
-    GeometryData& geometry = geometryOf(*object);
+    auto& geometry = dynamic_cast<GeometryData&>(*object->getSubobjectAt(0)->getGeometry(0));
     VertexData& vertices = *geometry.getIndexedData(0);
     EXPECT_EQ(9u, vertices.getCount());
     EXPECT_TRUE(vertices.isUsingNormal());
@@ -210,7 +197,9 @@ TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertexWithItsNormal) {
     EXPECT_EQ(1.0f, normals[1 * 3 + 0]);
     EXPECT_EQ(1.0f, normals[3 * 3 + 1]);
     EXPECT_EQ(0.0f, normals[3 * 3 + 0]);
-    const IndexData& indices = indicesOf(geometry);
+    const Dorvan::Vector<GeometryElement*>& elements = geometry.getGroup(0)->getElementList();
+    ASSERT_EQ(1u, elements.size());
+    const IndexData& indices = dynamic_cast<IndexedTriangles&>(*elements.get(0)).getIndexList();
     ASSERT_EQ(6u, indices.getCount());
     EXPECT_EQ(3u, indices.getIndex(0));
     EXPECT_EQ(1u, indices.getIndex(4));
