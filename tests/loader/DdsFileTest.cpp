@@ -1,6 +1,5 @@
 #include "plugins/loader/devil/DdsFile.h"
 
-#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -29,8 +28,6 @@ const PixelFormat kFormats[] = {
     {"l8", 0x20000, 8, {0xFF, 0, 0, 0}},
     {"l8a8", 0x20001, 16, {0xFF, 0, 0, 0xFF00}},
 };
-
-typedef std::array<int, 4> Rgba;
 
 void put32(std::vector<unsigned char>& bytes, std::size_t at, std::uint32_t value) {
     for (int i = 0; i < 4; ++i)
@@ -83,14 +80,6 @@ void appendSolid(std::vector<unsigned char>& bytes, const PixelFormat& format, u
         for (unsigned int b = 0; b < format.bits / 8; ++b)
             bytes.push_back(static_cast<unsigned char>(pixel >> (8 * b)));
     }
-}
-
-Rgba texel(const TextureSource& image, unsigned int x, unsigned int y) {
-    const unsigned char* p = static_cast<const unsigned char*>(image.getPixel(x, y, 0));
-    const unsigned int channels = image.getTextureInfo().getChannels();
-    if (channels == 1)
-        return {p[0], p[0], p[0], 255};
-    return {p[0], p[1], p[2], channels == 3 ? 255 : p[3]};
 }
 
 const Rgba kColours[] = {{255, 0, 0, 136}, {0, 255, 0, 255}, {0, 0, 255, 136}, {255, 255, 255, 255}};
@@ -187,19 +176,16 @@ TEST(DdsFileTest, DecodesEveryBlockPalette) {
     }
 }
 
-class DdsLoaderTest : public EngineFixture {
-protected:
-    // Writes `bytes` below textures/ and loads them, returning the lines logged.
-    std::string loadDamaged(const std::string& name, const std::vector<unsigned char>& bytes) {
-        write("textures/" + name, bytes);
-        DevILTextureSourceLoader loader;
-        testing::internal::CaptureStderr();
-        EXPECT_FALSE(loader.load(NameMapper::ResourceInfo(name, ".\\textures\\" + name, "dds")));
-        return testing::internal::GetCapturedStderr();
-    }
-};
+typedef EngineFixture DdsLoaderTest;
 
 TEST_F(DdsLoaderTest, DamagedFilesGiveOneLineAndNothing) {
+    // Writes `bytes` below textures/ and loads them, giving the lines logged.
+    auto loadDamaged = [this](const std::string& name, const std::vector<unsigned char>& bytes) {
+        write("textures/" + name, bytes);
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(DevILTextureSourceLoader().load(textureFile(name)));
+        return testing::internal::GetCapturedStderr();
+    };
     const PixelFormat& dxt1 = kFormats[0];
     std::vector<unsigned char> cube = header(dxt1, 4, 4, 3, true);
     cube.resize(128 + 6 * 3 * 8, 0);
@@ -244,8 +230,7 @@ TEST_F(DdsLoaderTest, DamagedFilesGiveOneLineAndNothing) {
 
 TEST_F(DdsLoaderTest, HandsOutEveryLevelOrTheRequestedDescription) {
     DevILTextureSourceLoader loader;
-    Dorvan::SharedPtr<TextureSource> source =
-        loader.load(NameMapper::ResourceInfo("quads.dds", ".\\textures\\quads.dds", "dds"));
+    Dorvan::SharedPtr<TextureSource> source = loader.load(textureFile("quads.dds"));
     auto* dds = dynamic_cast<DdsTextureData*>(source.get());
     ASSERT_NE(nullptr, dds);
     ASSERT_EQ(5u, dds->getLevelCount());
@@ -253,8 +238,7 @@ TEST_F(DdsLoaderTest, HandsOutEveryLevelOrTheRequestedDescription) {
     EXPECT_FALSE(dds->getSurface(1, 0));
 
     TextureInfo wanted(8, 8, 1, DataType::UnsignedByte, Color::Bgr);
-    Dorvan::SharedPtr<TextureSource> converted =
-        loader.load(NameMapper::ResourceInfo("quads-dxt1.dds", ".\\textures\\quads-dxt1.dds", "dds"), wanted);
+    Dorvan::SharedPtr<TextureSource> converted = loader.load(textureFile("quads-dxt1.dds"), wanted);
     ASSERT_TRUE(converted);
     EXPECT_EQ(wanted, converted->getTextureInfo());
     // Bytes in Bgr order: red top left, blue bottom left.

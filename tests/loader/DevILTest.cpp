@@ -1,8 +1,6 @@
 
 #include <IL/il.h>
 #include <IL/ilu.h>
-#include <array>
-#include <cstdint>
 #include <sstream>
 
 #include "core/PluginManager.h"
@@ -24,19 +22,7 @@ protected:
     Dorvan::SharedPtr<TextureSource> source(const std::string& name) {
         return core.getResourceManager().getTextureManager().getTextureSource(name);
     }
-
-    static NameMapper::ResourceInfo resource(const std::string& fileType) {
-        return NameMapper::ResourceInfo("a." + fileType, ".\\textures\\a." + fileType, fileType);
-    }
 };
-
-// A texel of an image of bytes in RGB or RGBA order.
-typedef std::array<int, 4> Rgba;
-
-Rgba texel(const TextureSource& image, unsigned int x, unsigned int y) {
-    const auto* p = static_cast<const std::uint8_t*>(image.getPixel(x, y, 0));
-    return Rgba{p[0], p[1], p[2], image.getTextureInfo().getChannels() == 4 ? p[3] : 255};
-}
 
 }  // namespace
 
@@ -111,8 +97,7 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
     core.startup();
     DevILTextureSourceLoader loader;
     loader.initialize();
-    Dorvan::SharedPtr<TextureSource> again =
-        loader.load(NameMapper::ResourceInfo("rgb.png", ".\\textures\\rgb.png", "png"));
+    Dorvan::SharedPtr<TextureSource> again = loader.load(textureFile("rgb.png"));
     ASSERT_TRUE(again);
     rgb = Dorvan::SharedPtr<TextureSource>();
     EXPECT_EQ(255, texel(*again, 3, 3)[0]);
@@ -144,10 +129,14 @@ TEST_F(LoaderPluginsTest, SetupBringsBothLoadersInTheirPlaces) {
 TEST_F(DevILTextureSourceLoaderTest, TakesFilesByTheirType) {
     DevILTextureSourceLoader loader;
     for (const char* type : {"png", "jpg", "jpeg", "tga", "bmp", "dds", "PNG", "Jpg"})
-        EXPECT_TRUE(loader.canLoad(resource(type)) && loader.canLoad(resource(type), TextureInfo())) << type;
+        EXPECT_TRUE(loader.canLoad(textureFile(std::string("a.") + type)) &&
+                    loader.canLoad(textureFile(std::string("a.") + type), TextureInfo()))
+            << type;
     for (const char* type : {"ms3d", "wav", "txt", "", "gif", "pcx", "psd", "tif"})
-        EXPECT_FALSE(loader.canLoad(resource(type)) || loader.canLoad(resource(type), TextureInfo())) << type;
+        EXPECT_FALSE(loader.canLoad(textureFile(std::string("a.") + type)) ||
+                     loader.canLoad(textureFile(std::string("a.") + type), TextureInfo()))
+            << type;
     TextureInfo palette;
     palette.setColorFormat(Color::ColorIndex);
-    EXPECT_FALSE(loader.canLoad(resource("png"), palette));
+    EXPECT_FALSE(loader.canLoad(textureFile("a.png"), palette));
 }

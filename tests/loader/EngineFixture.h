@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include <array>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -58,6 +59,21 @@ private:
     std::filesystem::path mOldDirectory;
     std::filesystem::path mDirectory;
 };
+
+// The resource of a file below textures/, of the type its extension names.
+inline Velun::NameMapper::ResourceInfo textureFile(const std::string& name) {
+    return Velun::NameMapper::ResourceInfo(name, ".\\textures\\" + name, name.substr(name.rfind('.') + 1));
+}
+
+// A texel of an image of bytes in grey, RGB or RGBA order.
+typedef std::array<int, 4> Rgba;
+inline Rgba texel(const Velun::TextureSource& image, unsigned int x, unsigned int y) {
+    const unsigned char* p = static_cast<const unsigned char*>(image.getPixel(x, y, 0));
+    const unsigned int channels = image.getTextureInfo().getChannels();
+    if (channels == 1)
+        return {p[0], p[0], p[0], 255};
+    return {p[0], p[1], p[2], channels == 3 ? 255 : p[3]};
+}
 
 // With the image and model loaders registered.
 class EngineFixture : public VelunTest::EngineTest {
