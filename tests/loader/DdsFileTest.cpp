@@ -37,20 +37,17 @@ void put32(std::vector<unsigned char>& bytes, std::size_t at, std::uint32_t valu
 std::vector<unsigned char> header(const PixelFormat& format, unsigned int width, unsigned int height,
                                   unsigned int levels, bool cube) {
     std::vector<unsigned char> bytes(128, 0);
-    std::memcpy(bytes.data(), "DDS ", 4);
-    put32(bytes, 4, 124);
-    put32(bytes, 8, 0x1007 | 0x20000);
-    put32(bytes, 12, height);
-    put32(bytes, 16, width);
-    put32(bytes, 28, levels);
-    put32(bytes, 76, 32);
-    put32(bytes, 80, format.flags);
-    if (format.flags & 0x4)
-        std::memcpy(&bytes[84], format.name, 4);
-    put32(bytes, 88, format.bits);
+    // Magic, header size, flags, height, width, levels; pixel format size, flags and bits.
+    const std::size_t at[] = {0, 4, 8, 12, 16, 28, 76, 80, 88};
+    const std::uint32_t v[] = {0x20534444, 124, 0x21007,      height,     width,
+                               levels,     32,  format.flags, format.bits};
+    for (std::size_t i = 0; i < std::size(at); ++i)
+        put32(bytes, at[i], v[i]);
     for (int c = 0; c < 4; ++c)
         put32(bytes, 92 + 4 * c, format.masks[c]);
     put32(bytes, 112, cube ? 0xFE00 : 0);
+    if (format.flags & 0x4)
+        std::memcpy(&bytes[84], format.name, 4);
     return bytes;
 }
 
@@ -86,11 +83,9 @@ const Rgba kColours[] = {{255, 0, 0, 136}, {0, 255, 0, 255}, {0, 0, 255, 136}, {
 
 // What a format keeps of a colour.
 Rgba kept(const PixelFormat& format, Rgba colour) {
-    bool alpha =
-        (format.flags & 0x1) || !std::strcmp(format.name, "DXT3") || !std::strcmp(format.name, "DXT5");
     if (format.flags & 0x20000)
         colour[1] = colour[2] = colour[0];
-    if (!alpha)
+    if (!format.masks[3] && format.name[3] != '3' && format.name[3] != '5')
         colour[3] = 255;
     return colour;
 }
