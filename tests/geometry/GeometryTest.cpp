@@ -120,27 +120,9 @@ TEST_F(GeometryObjectTest, SubobjectInATreeIsRefusedAndARemovedOneGoesBackToTheC
     delete part;
 }
 
-TEST_F(GeometryObjectTest, FactoryBuildsObjectsAroundSharedData) {
-    SharedPtr<Geometry> box = makeBox(Point(0, 0, 0), Point(1, 1, 1));
-    Dorvan::Vector<SharedPtr<Material>> materials;
-    materials.add(SharedPtr<Material>(new Material()));
-    materials.add(SharedPtr<Material>(new Material()));
-    GeometryObjectFactory factory("crate", box, materials);
-
-    GeometryObject* a = dynamic_cast<GeometryObject*>(factory.createObject());
-    GeometryObject* b = dynamic_cast<GeometryObject*>(factory.createObject());
-    ASSERT_TRUE(a && b);
-    EXPECT_EQ(a->getName(), "crate");
-    EXPECT_NE(a->getSubobjectAt(0), b->getSubobjectAt(0)) << "each object is a new subtree";
-    EXPECT_EQ(a->getSubobjectAt(0)->getGeometry(0), box);
-    EXPECT_EQ(b->getDefaultMaterial(0), materials.get(0));
-    EXPECT_EQ(b->getDefaultMaterial(1), materials.get(1));
-    EXPECT_EQ(box.getRefCount(), 4);
-    delete a;
-    delete b;
-    EXPECT_EQ(box.getRefCount(), 2);
-
-    GeometryObjectFactory empty("empty", SharedPtr<Geometry>(), materials);
+// What the objects of a factory share shows through the object manager (ObjectManagerTest).
+TEST_F(GeometryObjectTest, FactoryWithoutGeometryMakesNothing) {
+    GeometryObjectFactory empty("empty", SharedPtr<Geometry>(), Dorvan::Vector<SharedPtr<Material>>());
     testing::internal::CaptureStderr();
     EXPECT_EQ(empty.createObject(), nullptr);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),

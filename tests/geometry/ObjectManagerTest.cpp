@@ -30,21 +30,25 @@ protected:
     static GeometryObject* asGeometryObject(ObjectNode* node) { return dynamic_cast<GeometryObject*>(node); }
 };
 
-// What the objects of one factory share is the factory's part (GeometryTest).
+// Each object is a new subtree around the factory's shared geometry and materials.
 TEST_F(ObjectManagerTest, LoadsOnceAndMakesAnObjectPerCall) {
     TextModelLoader loader;
     EXPECT_EQ(manager().registerObjectLoader(loader), 0u);
     EXPECT_TRUE(loader.isInitialized());
     std::unique_ptr<ObjectNode> first(manager().createObject("tri.tmod"));
     std::unique_ptr<ObjectNode> second(manager().createObject("tri.tmod"));
-    ASSERT_TRUE(asGeometryObject(first.get()) && asGeometryObject(second.get()));
-    EXPECT_NE(first.get(), second.get());
+    GeometryObject *a = asGeometryObject(first.get()), *b = asGeometryObject(second.get());
+    ASSERT_TRUE(a && b);
+    EXPECT_NE(a->getSubobjectAt(0), b->getSubobjectAt(0));
     EXPECT_EQ(loader.getLoadCount(), 1);
     EXPECT_EQ(loader.getCanLoadCount(), 1) << "a cached name must not reach the loaders";
     EXPECT_TRUE(manager().isLoaded("tri.tmod"));
-    GeometryObject& object = *asGeometryObject(second.get());
-    EXPECT_EQ(object.getSubobjectAt(0)->getGeometry(0)->getName(), "tri.tmod");
-    EXPECT_EQ(object.getDefaultMaterial(1)->getDiffuseMaterialColor(), Velun::Color(0, 0, 1, 1));
+    EXPECT_EQ(b->getName(), "tri.tmod");
+    SharedPtr<Velun::Geometry> geometry = b->getSubobjectAt(0)->getGeometry(0);
+    EXPECT_EQ(geometry->getName(), "tri.tmod");
+    EXPECT_EQ(geometry.getRefCount(), 4);  // us, both objects' subobjects and the factory
+    EXPECT_EQ(a->getDefaultMaterial(1), b->getDefaultMaterial(1));
+    EXPECT_EQ(b->getDefaultMaterial(1)->getDiffuseMaterialColor(), Velun::Color(0, 0, 1, 1));
 }
 
 TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAskedAndFailuresAreLogged) {
