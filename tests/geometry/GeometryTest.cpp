@@ -20,19 +20,13 @@ using ObjectTestModels::makeBox;
 
 namespace {
 
-// A volume that tells when it is deleted.
-class TrackedBox : public BoundingBox {
+// A T that counts its deletion.
+template <class T>
+class Tracked : public T {
 public:
-    explicit TrackedBox(int* deleted) : mDeleted(deleted) {}
-    ~TrackedBox() override { ++*mDeleted; }
-    int* mDeleted;
-};
-
-// An element that tells when it is deleted.
-class TrackedElement : public VertexElementData {
-public:
-    explicit TrackedElement(int* deleted) : VertexElementData(Points), mDeleted(deleted) {}
-    ~TrackedElement() override { ++*mDeleted; }
+    template <class... Args>
+    explicit Tracked(int* deleted, Args... args) : T(args...), mDeleted(deleted) {}
+    ~Tracked() override { ++*mDeleted; }
     int* mDeleted;
 };
 
@@ -44,17 +38,17 @@ TEST(GeometryDataTest, GroupsOwnTheirElementsAndTheGeometryItsVolumesOnce) {
     {
         GeometryData geometry;
         geometry.setIndexedVertexData(vertices);
-        TrackedBox* box = new TrackedBox(&deleted);
+        BoundingBox* box = new Tracked<BoundingBox>(&deleted);
         geometry.setBoundingVolume(box);
         geometry.setPhysicsVolume(box);  // one volume in both roles is deleted once
         GeometryDataGroup& group = geometry.createGroup();
-        group.addElement(*new TrackedElement(&deleted));
-        group.addElement(*new TrackedElement(&deleted));
+        group.addElement(*new Tracked<VertexElementData>(&deleted, VertexElementData::Points));
+        group.addElement(*new Tracked<VertexElementData>(&deleted, VertexElementData::Points));
         ASSERT_EQ(2u, group.getElementList(0).size());
         group.clearElements();
         EXPECT_EQ(2, deleted);
         EXPECT_EQ(0u, group.getElementList(0).size());
-        group.addElement(*new TrackedElement(&deleted));
+        group.addElement(*new Tracked<VertexElementData>(&deleted, VertexElementData::Points));
     }
     EXPECT_EQ(4, deleted);
     EXPECT_EQ(1, vertices.getRefCount());
@@ -70,8 +64,7 @@ TEST_F(GeometrySubobjectTest, NewGeometryOrAChangedVolumeMarksTheNodesThatShowIt
     group.attachChild(*part);
     part->finishUpdate();
     group.finishUpdate();
-    SharedPtr<Geometry> first = makeBox(Point(0, 0, 0), Point(1, 1, 1));
-    SharedPtr<Geometry> second = makeBox(Point(0, 0, 0), Point(2, 2, 2));
+    SharedPtr<Geometry> first = makeBox(), second = makeBox();
     part->setGeometry(first, 0);
     EXPECT_EQ(part->getNodeStatus(), Node::StatusModified);
     EXPECT_EQ(group.getNodeStatus(), Node::StatusChildModified);
@@ -100,7 +93,7 @@ GeometrySubobject* newPart(SharedPtr<Geometry> geometry) {
 TEST_F(GeometryObjectTest, SubobjectInATreeIsRefusedAndARemovedOneGoesBackToTheCaller) {
     GeometryObject one;
     GeometryObject other;
-    GeometrySubobject* part = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
+    GeometrySubobject* part = newPart(makeBox());
     ASSERT_TRUE(one.addSubobject(*part));
     testing::internal::CaptureStderr();
     EXPECT_FALSE(other.addSubobject(*part));
@@ -132,7 +125,7 @@ TEST_F(GeometryObjectTest, FactoryWithoutGeometryMakesNothing) {
 TEST_F(GeometryObjectTest, DeletingAnAttachedObjectTakesItsPartsOut) {
     SceneRoot scene(1);
     GeometryObject* object = new GeometryObject("model");
-    GeometrySubobject* part = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
+    GeometrySubobject* part = newPart(makeBox());
     object->addSubobject(*part);
     TransformationNode place;
     place.setChild(*object);

@@ -16,11 +16,10 @@ namespace ObjectTestModels {
 
 using Dorvan::SharedPtr;
 
-// A geometry of the given name that holds nothing but its bounding box from lo to hi.
-inline SharedPtr<Velun::Geometry> makeBox(Velun::Point const& lo, Velun::Point const& hi,
-                                          std::string const& name = "box") {
+// A geometry of the given name that holds nothing but a unit bounding box.
+inline SharedPtr<Velun::Geometry> makeBox(std::string const& name = "box") {
     Velun::GeometryData* geometry = new Velun::GeometryData(name);
-    geometry->setBoundingVolume(new Velun::BoundingBox(lo, hi));
+    geometry->setBoundingVolume(new Velun::BoundingBox(Velun::Point(0, 0, 0), Velun::Point(1, 1, 1)));
     return SharedPtr<Velun::Geometry>(geometry);
 }
 
@@ -46,9 +45,8 @@ public:
             materials.add(SharedPtr<Velun::Material>(new Velun::Material()));
             materials.get(materials.size() - 1)->setDiffuseMaterialColor(colour);
         }
-        return SharedPtr<Velun::ObjectFactory>(new Velun::GeometryObjectFactory(
-            info.getName(), makeBox(Velun::Point(0, 0, 0), Velun::Point(1, 1, 1), info.getName()),
-            materials));
+        return SharedPtr<Velun::ObjectFactory>(
+            new Velun::GeometryObjectFactory(info.getName(), makeBox(info.getName()), materials));
     }
 
     int getLoadCount() const { return mLoadCount; }
