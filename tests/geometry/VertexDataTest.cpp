@@ -50,26 +50,6 @@ const float* floats(const void* p) { return static_cast<const float*>(p); }
 
 }  // namespace
 
-TEST(VertexDataTest, GrowsByTheConstantStepAndAddVertexMakesItCurrent) {
-    VertexData data;
-    data.initialize(4, 2);
-    for (unsigned int i = 0; i < 5; ++i) {
-        EXPECT_EQ(i, data.addVertex());
-        EXPECT_EQ(i, data.getCurrentVertex());
-        data.setVertex(float(i), float(i) + 0.5f, -float(i));
-    }
-    EXPECT_EQ(5u, data.getCount());
-    EXPECT_EQ(6u, data.getCapacity());
-    // Positions written before the resize survived it.
-    const float* v = floats(data.getVertices());
-    EXPECT_FLOAT_EQ(3.0f, v[9]);
-    EXPECT_FLOAT_EQ(3.5f, v[10]);
-    EXPECT_FLOAT_EQ(-4.0f, v[14]);
-    // Only positions were in use.
-    EXPECT_EQ(nullptr, data.getColor());
-    EXPECT_EQ(nullptr, data.getNormals());
-}
-
 TEST(VertexDataTest, NormalsAreStoredNormalisedAndNeverNaN) {
     const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
     const float cases[][6] = {{0, 3, 4, 0, 0.6f, 0.8f}, {1e-40f, 0, 0, 1, 0, 0},
@@ -88,7 +68,7 @@ TEST(VertexDataTest, NormalsAreStoredNormalisedAndNeverNaN) {
     }
 }
 
-TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndTextureLayersSideBySide) {
+TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndSurvivesGrowthByTheStep) {
     VertexData data;
     data.setUseColor(true);
     data.setUseSecondaryColor(true);
@@ -96,7 +76,7 @@ TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndTextureLayersSideBySide) {
     data.setUseTexCoordinates(true);
     data.addTextureIndex(4);
     data.addTextureIndex(7);
-    data.initialize(2, 2);
+    data.initialize(2, 3);
     EXPECT_EQ(2u, data.getNumTexLayer());
     EXPECT_EQ(7u, data.getTexturesIndices().get(1));
     EXPECT_EQ(16u, data.getStride(VertexDataSet::Part::TexCoordinate));
@@ -105,8 +85,11 @@ TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndTextureLayersSideBySide) {
     const char* layer0 = static_cast<const char*>(data.getTexCoordinates(0));
     EXPECT_EQ(layer0 + 8, static_cast<const char*>(data.getTexCoordinates(1)));
 
-    data.addVertex();
-    data.addVertex();
+    for (unsigned int i = 0; i < 2; ++i) {
+        EXPECT_EQ(i, data.addVertex());
+        EXPECT_EQ(i, data.getCurrentVertex());
+        data.setVertex(float(i), float(i) + 0.5f, -float(i));
+    }
     data.setColor(Color(0.1f, 0.2f, 0.3f, 0.4f));
     data.setSecondaryColor(0.5f, 0.6f, 0.7f);
     data.setFogCoordinate(9.0f);
@@ -121,7 +104,13 @@ TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndTextureLayersSideBySide) {
     const float* t = floats(data.getTexCoordinates(0));
     EXPECT_FLOAT_EQ(0.25f, t[6]);
     EXPECT_FLOAT_EQ(0.75f, t[7]);
-    data.addVertex();  // grows to 4 vertices of two layers
+    // A full set grows by its step; what was written survives.
+    EXPECT_EQ(2u, data.addVertex());
+    EXPECT_EQ(3u, data.getCount());
+    EXPECT_EQ(5u, data.getCapacity());
+    EXPECT_EQ(nullptr, data.getNormals());
+    EXPECT_FLOAT_EQ(1.5f, floats(data.getVertices())[4]);
+    EXPECT_FLOAT_EQ(-1.0f, floats(data.getVertices())[5]);
     EXPECT_FLOAT_EQ(0.25f, floats(data.getTexCoordinates(0))[6]);
     EXPECT_FLOAT_EQ(0.7f, floats(data.getSecondaryColor())[5]);
 }
