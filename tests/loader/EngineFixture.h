@@ -91,6 +91,8 @@ protected:
         EngineTest::TearDown();
     }
 
+    Velun::TextureManager& textures() { return core.getResourceManager().getTextureManager(); }
+
     // Writes a file below models/ or textures/.
     void write(const std::string& path, const std::vector<unsigned char>& bytes) {
         ms3dtest::save((mData.path() / path).string(), bytes);
