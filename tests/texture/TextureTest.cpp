@@ -16,45 +16,6 @@
 using namespace Velun;
 typedef Dorvan::SharedPtr<TextureSource> Source;
 
-TEST(TextureInfoTest, PixelColorsOfEveryLayout) {
-    // Bytes are scaled by multiplying with 1/255 as a float, not by dividing.
-    const float half = 128 * 0.003921569f;
-    const unsigned char rgba[] = {255, 0, 51, 102}, luminanceAlpha[] = {255, 128}, one[] = {128};
-    const float values[] = {0.25f, 0.75f, 0.5f, 0.125f};
-    const struct {
-        DataType::Type type;
-        unsigned int channels;  // 0: from the format
-        Color::Format format;
-        const void* pixel;
-        Color expected;
-    } cases[] = {
-        {DataType::UnsignedByte, 4, Color::Rgba, rgba, Color(1.0f, 0.0f, 0.2f, 0.4f)},
-        {DataType::UnsignedByte, 3, Color::Rgb, rgba, Color(1.0f, 0.0f, 0.2f, 1.0f)},
-        {DataType::UnsignedByte, 2, Color::None, luminanceAlpha, Color(1.0f, 1.0f, 1.0f, half)},
-        {DataType::UnsignedByte, 1, Color::ColorIndex, one, Color(1.0f, 1.0f, 1.0f, half)},
-        {DataType::UnsignedByte, 1, Color::Luminance, one, Color(half, half, half, 1.0f)},
-        {DataType::Float, 2, Color::None, values, Color(0.25f, 0.25f, 0.25f, 0.75f)},
-        {DataType::Float, 0, Color::Rgba, values, Color(0.25f, 0.75f, 0.5f, 0.125f)},
-        {DataType::Float, 0, Color::Luminance, values, Color(0.25f, 0.25f, 0.25f, 1.0f)},
-        {DataType::UnsignedShort, 0, Color::Luminance, values, Color(0.0f, 0.0f, 0.0f, 1.0f)},
-        {DataType::UnsignedShort, 0, Color::Luminance, nullptr, Color(0.0f, 0.0f, 0.0f, 1.0f)},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.type << " " << c.channels << " " << c.format);
-        TextureInfo info;
-        info.setDataType(c.type);
-        if (c.channels)
-            info.setChannels(c.channels);
-        if (c.format != Color::None)
-            info.setColorFormat(c.format);
-        const Color color = info.getPixelColor(c.pixel);
-        const float got[] = {color.r, color.g, color.b, color.a},
-                    want[] = {c.expected.r, c.expected.g, c.expected.b, c.expected.a};
-        for (int i = 0; i < 4; ++i)
-            EXPECT_FLOAT_EQ(want[i], got[i]) << i;
-    }
-}
-
 namespace {
 
 // An image of zero bytes in its own block.
@@ -64,69 +25,6 @@ Source makeImage(unsigned int width, unsigned int height, Color::Format format =
     pixels.alloc(info.getMemSize());
     return Source(new TextureData(info, pixels));
 }
-
-}  // namespace
-
-TEST(TextureTest, FiltersAreNormalised) {
-    Texture2D texture;
-    texture.setMagFilter(Texture::Trilinear);
-    EXPECT_EQ(Texture::Linear, texture.getMagFilter());
-    texture.setMagFilter(Texture::Nearest);
-    EXPECT_EQ(Texture::Nearest, texture.getMagFilter());
-
-    texture.setMipMapFilter(Texture::Nearest, Texture::Nearest);
-    texture.setMinFilter(Texture::Trilinear);
-    EXPECT_EQ(Texture::MipMap, texture.getMinFilter());
-    EXPECT_EQ(Texture::Linear, texture.getMipMapChooseFilter());
-    EXPECT_EQ(Texture::Linear, texture.getMipMapFilter());
-    texture.setMinFilter(Texture::Bilinear);
-    EXPECT_EQ(Texture::Linear, texture.getMinFilter());
-
-    texture.setMipMapFilter(Texture::Trilinear, Texture::Nearest);
-    EXPECT_EQ(1, texture.getMipMapChooseFilter());
-    EXPECT_EQ(0, texture.getMipMapFilter());
-
-    texture.setAllFilters(Texture::MipMap);
-    EXPECT_EQ(Texture::MipMap, texture.getMinFilter());
-    EXPECT_EQ(Texture::Linear, texture.getMagFilter());
-}
-
-TEST(TextureTest, ReplacingTheSourceStampsTheTexture) {
-    VelunTest::EngineClock clock;
-    clock.setTime(2000);
-    Source image = makeImage(2, 2);
-    Texture2D texture(image);
-    EXPECT_EQ(image.get(), texture.getTextureSource(3, 7).get());
-    EXPECT_FALSE(texture.hasChanged(1));
-
-    texture.setTextureSource(makeImage(1, 1));
-    EXPECT_TRUE(texture.hasChanged(2000));
-    EXPECT_FALSE(texture.hasChanged(2001));
-}
-
-TEST(TextureTest, TextureOutlivesTheEngine) {
-    Texture2D* texture;
-    {
-        VelunTest::EngineClock engine;
-        texture = new Texture2D();
-    }
-    delete texture;
-}
-
-TEST(TextureDataTest, PixelsAddressedRowAfterRowAndRejectedAtTheSize) {
-    Source image = makeImage(3, 2);
-    const unsigned char* base = static_cast<const unsigned char*>(image->getTextureData());
-    EXPECT_EQ(base, image->getPixel(0, 0, 0));
-    EXPECT_EQ(base + 3 * 4, image->getPixel(1, 1, 0));
-    EXPECT_EQ(nullptr, image->getPixel(3, 0, 0));
-    EXPECT_EQ(nullptr, image->getPixel(0, 2, 0));
-    EXPECT_EQ(nullptr, image->getPixel(0, 0, 1));
-    EXPECT_FALSE(image->hasChanged(0));
-    unsigned char target[4];
-    EXPECT_FALSE(image->copyData(0, 0, 0, 1, 1, 1, target));
-}
-
-namespace {
 
 typedef std::vector<std::string> Calls;
 typedef NameMapper::ResourceInfo Resource;
@@ -206,6 +104,95 @@ protected:
 };
 
 }  // namespace
+
+TEST(TextureInfoTest, PixelColorsOfEveryLayout) {
+    // Bytes are scaled by multiplying with 1/255 as a float, not by dividing.
+    const float k = 0.003921569f, half = 128 * k;
+    const unsigned char rgba[] = {255, 0, 51, 102}, luminanceAlpha[] = {255, 128}, one[] = {128};
+    const float values[] = {0.25f, 0.75f, 0.5f, 0.125f};
+    const struct {
+        DataType::Type type;
+        unsigned int channels;  // 0: from the format
+        Color::Format format;
+        const void* pixel;
+        Color expected;
+    } cases[] = {
+        {DataType::UnsignedByte, 4, Color::Rgba, rgba, Color(1.0f, 0.0f, 51 * k, 102 * k)},
+        {DataType::UnsignedByte, 3, Color::Rgb, rgba, Color(1.0f, 0.0f, 51 * k, 1.0f)},
+        {DataType::UnsignedByte, 2, Color::None, luminanceAlpha, Color(1.0f, 1.0f, 1.0f, half)},
+        {DataType::UnsignedByte, 1, Color::ColorIndex, one, Color(1.0f, 1.0f, 1.0f, half)},
+        {DataType::UnsignedByte, 1, Color::Luminance, one, Color(half, half, half, 1.0f)},
+        {DataType::Float, 2, Color::None, values, Color(0.25f, 0.25f, 0.25f, 0.75f)},
+        {DataType::Float, 0, Color::Rgba, values, Color(0.25f, 0.75f, 0.5f, 0.125f)},
+        {DataType::Float, 0, Color::Luminance, values, Color(0.25f, 0.25f, 0.25f, 1.0f)},
+        {DataType::UnsignedShort, 0, Color::Luminance, values, Color(0.0f, 0.0f, 0.0f, 1.0f)},
+        {DataType::UnsignedShort, 0, Color::Luminance, nullptr, Color(0.0f, 0.0f, 0.0f, 1.0f)},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.type << " " << c.channels << " " << c.format);
+        TextureInfo info;
+        info.setDataType(c.type);
+        if (c.channels)
+            info.setChannels(c.channels);
+        if (c.format != Color::None)
+            info.setColorFormat(c.format);
+        EXPECT_EQ(c.expected, info.getPixelColor(c.pixel));
+    }
+}
+
+TEST(TextureTest, FiltersAreNormalised) {
+    Texture2D texture;
+    texture.setMagFilter(Texture::Trilinear);
+    EXPECT_EQ(Texture::Linear, texture.getMagFilter());
+    texture.setMagFilter(Texture::Nearest);
+    EXPECT_EQ(Texture::Nearest, texture.getMagFilter());
+
+    texture.setMipMapFilter(Texture::Nearest, Texture::Nearest);
+    texture.setMinFilter(Texture::Trilinear);
+    EXPECT_EQ(Texture::MipMap, texture.getMinFilter());
+    EXPECT_EQ(Texture::Linear, texture.getMipMapChooseFilter());
+    EXPECT_EQ(Texture::Linear, texture.getMipMapFilter());
+    texture.setMinFilter(Texture::Bilinear);
+    EXPECT_EQ(Texture::Linear, texture.getMinFilter());
+
+    texture.setMipMapFilter(Texture::Trilinear, Texture::Nearest);
+    EXPECT_EQ(1, texture.getMipMapChooseFilter());
+    EXPECT_EQ(0, texture.getMipMapFilter());
+
+    texture.setAllFilters(Texture::MipMap);
+    EXPECT_EQ(Texture::MipMap, texture.getMinFilter());
+    EXPECT_EQ(Texture::Linear, texture.getMagFilter());
+}
+
+// The texture is deleted after the engine has gone.
+TEST(TextureTest, ReplacingTheSourceStampsTheTexture) {
+    Texture2D* texture;
+    {
+        VelunTest::EngineClock clock;
+        clock.setTime(2000);
+        Source image = makeImage(2, 2);
+        texture = new Texture2D(image);
+        EXPECT_EQ(image.get(), texture->getTextureSource(3, 7).get());
+        EXPECT_FALSE(texture->hasChanged(1));
+        texture->setTextureSource(makeImage(1, 1));
+        EXPECT_TRUE(texture->hasChanged(2000));
+        EXPECT_FALSE(texture->hasChanged(2001));
+    }
+    delete texture;
+}
+
+TEST(TextureDataTest, PixelsAddressedRowAfterRowAndRejectedAtTheSize) {
+    Source image = makeImage(3, 2);
+    const unsigned char* base = static_cast<const unsigned char*>(image->getTextureData());
+    EXPECT_EQ(base, image->getPixel(0, 0, 0));
+    EXPECT_EQ(base + 3 * 4, image->getPixel(1, 1, 0));
+    EXPECT_EQ(nullptr, image->getPixel(3, 0, 0));
+    EXPECT_EQ(nullptr, image->getPixel(0, 2, 0));
+    EXPECT_EQ(nullptr, image->getPixel(0, 0, 1));
+    EXPECT_FALSE(image->hasChanged(0));
+    unsigned char target[4];
+    EXPECT_FALSE(image->copyData(0, 0, 0, 1, 1, 1, target));
+}
 
 TEST_F(TextureManagerTest, SourcesAreCachedByNameButNotInAGivenDescription) {
     manager.registerTextureSourceLoader(devil);
