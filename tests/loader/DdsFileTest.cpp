@@ -135,11 +135,6 @@ TEST(DdsFileTest, DecodesEveryBlockPalette) {
         std::vector<unsigned char> blocks;
         Rgba expected[4];  // the first row
     };
-    const unsigned char white[] = {0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0};
-    auto withWhite = [&white](std::vector<unsigned char> alpha) {
-        alpha.insert(alpha.end(), white, white + 8);
-        return alpha;
-    };
     const Case cases[] = {
         // Red over blue: four colours; blue over red: three and transparent black.
         {"DXT1",
@@ -148,15 +143,15 @@ TEST(DdsFileTest, DecodesEveryBlockPalette) {
         {"DXT1",
          {0x1F, 0x00, 0x00, 0xF8, 0xE4, 0, 0, 0},
          {{0, 0, 255, 255}, {255, 0, 0, 255}, {127, 0, 127, 255}, {0, 0, 0, 0}}},
+        // Over white: alphas of four bits; indices 0 to 3 over eight alphas, then over six and the extremes.
         {"DXT3",
-         withWhite({0x50, 0xFA, 0, 0, 0, 0, 0, 0}),
+         {0x50, 0xFA, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0},
          {{255, 255, 255, 0}, {255, 255, 255, 85}, {255, 255, 255, 170}, {255, 255, 255, 255}}},
-        // Indices 0, 1, 2, 3 over eight alphas, then over six and the two extremes.
         {"DXT5",
-         withWhite({255, 0, 0x88, 0x06, 0, 0, 0, 0}),
+         {255, 0, 0x88, 0x06, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0},
          {{255, 255, 255, 255}, {255, 255, 255, 0}, {255, 255, 255, 218}, {255, 255, 255, 182}}},
         {"DXT5",
-         withWhite({0, 255, 0x88, 0x06, 0, 0, 0, 0}),
+         {0, 255, 0x88, 0x06, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0},
          {{255, 255, 255, 0}, {255, 255, 255, 255}, {255, 255, 255, 51}, {255, 255, 255, 102}}},
     };
     for (const Case& c : cases) {
