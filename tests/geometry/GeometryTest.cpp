@@ -84,16 +84,9 @@ TEST_F(GeometrySubobjectTest, NewGeometryOrAChangedVolumeMarksTheNodesThatShowIt
 
 typedef VelunTest::EngineTest GeometryObjectTest;
 
-GeometrySubobject* newPart(SharedPtr<Geometry> geometry) {
-    GeometrySubobject* part = new GeometrySubobject();
-    part->setGeometry(geometry, 0);
-    return part;
-}
-
 TEST_F(GeometryObjectTest, SubobjectInATreeIsRefusedAndARemovedOneGoesBackToTheCaller) {
-    GeometryObject one;
-    GeometryObject other;
-    GeometrySubobject* part = newPart(makeBox());
+    GeometryObject one, other;
+    GeometrySubobject* part = new GeometrySubobject();
     ASSERT_TRUE(one.addSubobject(*part));
     testing::internal::CaptureStderr();
     EXPECT_FALSE(other.addSubobject(*part));
@@ -125,7 +118,7 @@ TEST_F(GeometryObjectTest, FactoryWithoutGeometryMakesNothing) {
 TEST_F(GeometryObjectTest, DeletingAnAttachedObjectTakesItsPartsOut) {
     SceneRoot scene(1);
     GeometryObject* object = new GeometryObject("model");
-    GeometrySubobject* part = newPart(makeBox());
+    GeometrySubobject* part = new GeometrySubobject();
     object->addSubobject(*part);
     TransformationNode place;
     place.setChild(*object);

@@ -110,31 +110,23 @@ TEST(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
     ASSERT_NE(nullptr, window);
     window->mAfterRender = stopAfterFrame;
 
-    // The whole window, then a part of it given relative to the window, which rounds down.
+    // The whole window, inserted at the front; a part given relative to the window, which
+    // rounds down; then disabled, empty and cameraless viewports, which are skipped, and a
+    // camera outside any scene, which sets its viewport but draws nothing.
     SharedPtr<RenderTarget> target(new RenderTarget());
+    auto add = [&target](Viewport* viewport, SharedPtr<Camera> camera, bool enabled = true) {
+        viewport->attachCamera(camera);
+        viewport->setEnabled(enabled);
+        target->attachViewport(SharedPtr<Viewport>(viewport));
+    };
+    add(new Viewport(0.5f, 0.25f, 0.25f, 0.5f), mirror);
     SharedPtr<Viewport> full(new Viewport(0.0f, 0.0f, 1.0f, 1.0f));
-    SharedPtr<Viewport> corner(new Viewport(0.5f, 0.25f, 0.25f, 0.5f));
     full->attachCamera(mainCamera);
-    corner->attachCamera(mirror);
-    target->attachViewport(corner);
     EXPECT_EQ(0, target->insertViewport(0, full));
-    // Disabled, empty and cameraless viewports are skipped; a camera outside any scene sets
-    // its viewport but draws nothing.
-    SharedPtr<Camera> loose(new Camera("loose"));
-    const struct {
-        int x, y, width, height;
-        SharedPtr<Camera> camera;
-        bool enabled;
-    } skipped[] = {{0, 0, 400, 300, mainCamera, false},
-                   {0, 0, 0, 300, mainCamera, true},
-                   {0, 0, 400, 300, SharedPtr<Camera>(), true},
-                   {1, 2, 30, 40, loose, true}};
-    for (const auto& v : skipped) {
-        SharedPtr<Viewport> viewport(new Viewport(v.x, v.y, v.width, v.height));
-        viewport->attachCamera(v.camera);
-        viewport->setEnabled(v.enabled);
-        target->attachViewport(viewport);
-    }
+    add(new Viewport(0, 0, 400, 300), mainCamera, false);
+    add(new Viewport(0, 0, 0, 300), mainCamera);
+    add(new Viewport(0, 0, 400, 300), SharedPtr<Camera>());
+    add(new Viewport(1, 2, 30, 40), SharedPtr<Camera>(new Camera("loose")));
     window->attachRenderTarget(target);
 
     log.clear();
