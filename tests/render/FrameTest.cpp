@@ -132,27 +132,13 @@ TEST(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
     log.clear();
     EXPECT_EQ(0, core.getProcessManager().run(true));
 
-    std::vector<std::string> expected = {
-        "input",
-        "logic",
-        "update ahead",
-        "update behind",
-        "update badge",
-        "sound",
-        "render main at 0",
-        "clear surface",
-        "viewport 0 0 801 601",
-        "clear depth",
-        "pass main scene 1 aspect 1.33278: ahead lamp",
-        "clear depth",
-        "overlay pass main scene 2 aspect 1.33278: badge",
-        "viewport 400 150 200 300",
-        "clear depth",
-        "pass mirror scene 1 aspect 0.666667: behind lamp",
-        "viewport 1 2 30 40",
-        "swap",
-    };
-    EXPECT_EQ(expected, log);
+    EXPECT_EQ(
+        (CallLog{"input", "logic", "update ahead", "update behind", "update badge", "sound",
+                 "render main at 0", "clear surface", "viewport 0 0 801 601", "clear depth",
+                 "pass main scene 1 aspect 1.33278: ahead lamp", "clear depth",
+                 "overlay pass main scene 2 aspect 1.33278: badge", "viewport 400 150 200 300", "clear depth",
+                 "pass mirror scene 1 aspect 0.666667: behind lamp", "viewport 1 2 30 40", "swap"}),
+        log);
 
     world.getRoot()->detachChilds();
     hud.getRoot()->detachChilds();
