@@ -93,37 +93,29 @@ Rgba kept(const PixelFormat& format, Rgba colour) {
 }  // namespace
 
 TEST(DdsFileTest, ReadsEveryFormatWithItsLevelsAndFaces) {
-    struct Shape {
-        unsigned int width, height, levels;
-        bool cube;
-    };
-    const Shape shapes[] = {{5, 3, 3, false}, {4, 4, 3, true}};
+    // Width, height and faces (2D or a cube), each of three levels: surface s is face s / 3, level s % 3.
+    const unsigned int shapes[][3] = {{5, 3, 1}, {4, 4, 6}};
     for (const PixelFormat& format : kFormats) {
-        for (const Shape& shape : shapes) {
-            SCOPED_TRACE(std::string(format.name) + (shape.cube ? " cube" : " 2D"));
-            std::vector<unsigned char> bytes =
-                header(format, shape.width, shape.height, shape.levels, shape.cube);
-            unsigned int faces = shape.cube ? 6 : 1;
-            for (unsigned int face = 0; face < faces; ++face) {
-                for (unsigned int level = 0; level < shape.levels; ++level)
-                    appendSolid(bytes, format, std::max(1u, shape.width >> level),
-                                std::max(1u, shape.height >> level), kColours[(face + level) % 4]);
-            }
+        for (const auto& shape : shapes) {
+            const unsigned int faces = shape[2];
+            SCOPED_TRACE(std::string(format.name) + (faces == 6 ? " cube" : " 2D"));
+            auto w = [&shape](unsigned int s) { return std::max(1u, shape[0] >> (s % 3)); };
+            auto h = [&shape](unsigned int s) { return std::max(1u, shape[1] >> (s % 3)); };
+            std::vector<unsigned char> bytes = header(format, shape[0], shape[1], 3, faces == 6);
+            for (unsigned int s = 0; s < 3 * faces; ++s)
+                appendSolid(bytes, format, w(s), h(s), kColours[(s / 3 + s % 3) % 4]);
             DdsFile file;
             ASSERT_TRUE(file.read(bytes.data(), bytes.size())) << file.getError();
             ASSERT_EQ(faces, file.getFaceCount());
-            ASSERT_EQ(shape.levels, file.getLevelCount());
-            for (unsigned int face = 0; face < faces; ++face) {
-                for (unsigned int level = 0; level < shape.levels; ++level) {
-                    const TextureSource& surface = *file.getSurface(face, level);
-                    unsigned int w = std::max(1u, shape.width >> level),
-                                 h = std::max(1u, shape.height >> level);
-                    ASSERT_EQ(w, surface.getTextureInfo().getWidth());
-                    ASSERT_EQ(h, surface.getTextureInfo().getHeight());
-                    Rgba expected = kept(format, kColours[(face + level) % 4]);
-                    EXPECT_EQ(expected, texel(surface, 0, 0)) << face << "/" << level;
-                    EXPECT_EQ(expected, texel(surface, w - 1, h - 1)) << face << "/" << level;
-                }
+            ASSERT_EQ(3u, file.getLevelCount());
+            for (unsigned int s = 0; s < 3 * faces; ++s) {
+                SCOPED_TRACE(s);
+                const TextureSource& surface = *file.getSurface(s / 3, s % 3);
+                ASSERT_EQ(w(s), surface.getTextureInfo().getWidth());
+                ASSERT_EQ(h(s), surface.getTextureInfo().getHeight());
+                Rgba expected = kept(format, kColours[(s / 3 + s % 3) % 4]);
+                EXPECT_EQ(expected, texel(surface, 0, 0));
+                EXPECT_EQ(expected, texel(surface, w(s) - 1, h(s) - 1));
             }
         }
     }
