@@ -105,12 +105,11 @@ TEST_F(LoaderPluginsTest, SetupBringsBothLoadersInTheirPlaces) {
     EXPECT_NE(nullptr, dynamic_cast<DevILPlugin*>(plugins.getPlugin(2)));
     EXPECT_NE(nullptr, dynamic_cast<Ms3dPlugin*>(plugins.getPlugin(3)));
     EXPECT_EQ(1u, textures().getTextureSourceLoaderCount());
-    EXPECT_EQ(1u, core.getResourceManager().getObjectManager().getObjectLoaderCount());
+    EXPECT_EQ(1u, objects().getObjectLoaderCount());
 
     // The user's way: a model below models/, its image below textures/.
-    std::unique_ptr<ObjectNode> jeep(core.getResourceManager().getObjectManager().createObject("jeep1.ms3d"));
-    GeometryObject* object = dynamic_cast<GeometryObject*>(jeep.get());
-    ASSERT_NE(nullptr, object);
+    std::unique_ptr<GeometryObject> object = create("jeep1.ms3d");
+    ASSERT_TRUE(object);
     ASSERT_TRUE(object->getDefaultMaterial(0));
     EXPECT_TRUE(object->getDefaultMaterial(0)->getTexture(0));
 }

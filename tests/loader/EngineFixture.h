@@ -8,11 +8,13 @@
 
 #include <array>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "core/FileNameMapper.h"
 #include "core/ResourceManager.h"
+#include "geometry/GeometryObject.h"
 #include "geometry/ObjectManager.h"
 #include "loader/Ms3dWriter.h"
 #include "plugins/loader/devil/DevILPlugin.h"
@@ -92,6 +94,20 @@ protected:
     }
 
     Velun::TextureManager& textures() { return core.getResourceManager().getTextureManager(); }
+    Velun::ObjectManager& objects() { return core.getResourceManager().getObjectManager(); }
+
+    // The object of a name, and the first log line its loading wrote (the object manager
+    // adds one of its own after the loader's).
+    std::unique_ptr<Velun::GeometryObject> create(const std::string& name, std::string* line = nullptr) {
+        testing::internal::CaptureStderr();
+        Velun::ObjectNode* node = objects().createObject(name);
+        std::string written = testing::internal::GetCapturedStderr();
+        if (line)
+            *line = written.substr(0, written.find('\n') + 1);
+        else
+            EXPECT_EQ("", written);
+        return std::unique_ptr<Velun::GeometryObject>(dynamic_cast<Velun::GeometryObject*>(node));
+    }
 
     // Writes a file below models/ or textures/.
     void write(const std::string& path, const std::vector<unsigned char>& bytes) {

@@ -135,22 +135,6 @@ TEST(Ms3dFileTest, RefusesBadCountsIndicesAndValuesWithTheirCause) {
 
 namespace {
 
-class Ms3dObjectLoaderTest : public EngineFixture {
-protected:
-    // The object of a name, and the first log line its loading wrote (the object manager
-    // adds one of its own after the loader's).
-    std::unique_ptr<GeometryObject> create(const std::string& name, std::string* line = nullptr) {
-        testing::internal::CaptureStderr();
-        ObjectNode* node = core.getResourceManager().getObjectManager().createObject(name);
-        std::string written = testing::internal::GetCapturedStderr();
-        if (line)
-            *line = written.substr(0, written.find('\n') + 1);
-        else
-            EXPECT_EQ("", written);
-        return std::unique_ptr<GeometryObject>(dynamic_cast<GeometryObject*>(node));
-    }
-};
-
 // Three triangles over five vertices, the last used by none; vertex 1 is shared with a
 // different normal in triangles 0 and 1. The first group lists triangle 1 first; the second
 // names no material.
@@ -168,6 +152,8 @@ Model corners() {
     model.materials = {ms3dtest::material(1, 0.5f, 0.25f, "")};
     return model;
 }
+
+typedef EngineFixture Ms3dObjectLoaderTest;
 
 }  // namespace
 
@@ -244,6 +230,6 @@ TEST_F(Ms3dObjectLoaderTest, RefusesOtherVersionsAndDamagedFilesWithOneLine) {
         std::string line;
         EXPECT_EQ(c.line.empty(), static_cast<bool>(create(c.name, &line)));
         EXPECT_EQ(c.line, line);
-        EXPECT_EQ(c.line.empty(), core.getResourceManager().getObjectManager().isLoaded(c.name));
+        EXPECT_EQ(c.line.empty(), objects().isLoaded(c.name));
     }
 }
