@@ -2,12 +2,9 @@
 
 #include "ObjectTestModels.h"
 #include "geometry/ElementData.h"
-#include "geometry/GeometryData.h"
 #include "geometry/GeometryDataGroup.h"
 #include "geometry/GeometryObject.h"
-#include "geometry/GeometryObjectFactory.h"
 #include "geometry/GeometrySubobject.h"
-#include "scene/BoundingBox.h"
 #include "scene/Branch.h"
 #include "scene/SceneRoot.h"
 #include "scene/TransformationNode.h"

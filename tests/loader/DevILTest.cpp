@@ -4,11 +4,8 @@
 #include <sstream>
 
 #include "core/PluginManager.h"
-#include "geometry/GeometryObject.h"
 #include "loader/EngineFixture.h"
-#include "plugins/loader/devil/DevILPlugin.h"
 #include "plugins/loader/devil/DevILTextureSourceLoader.h"
-#include "plugins/loader/ms3d/Ms3dPlugin.h"
 
 using namespace Velun;
 

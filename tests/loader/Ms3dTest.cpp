@@ -1,15 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <memory>
 
 #include "geometry/GeometryData.h"
 #include "geometry/GeometryDataGroup.h"
-#include "geometry/GeometryObject.h"
 #include "geometry/GeometrySubobject.h"
 #include "geometry/IndexedTriangles.h"
 #include "loader/EngineFixture.h"
-#include "loader/Ms3dWriter.h"
 #include "plugins/loader/ms3d/Ms3dFile.h"
 #include "scene/BoundingBox.h"
 

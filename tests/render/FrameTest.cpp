@@ -13,7 +13,6 @@
 #include "input/InputProvider.h"
 #include "logic/EventManager.h"
 #include "render/RenderManager.h"
-#include "render/RenderTarget.h"
 #include "scene/BoundingBox.h"
 #include "scene/Branch.h"
 #include "scene/Light.h"

@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "TestRenderEngine.h"
-#include "core/VelunCore.h"
 #include "render/RenderManager.h"
 #include "render/RenderTarget.h"
-#include "render/Viewport.h"
 #include "support/Engine.h"
 
 using namespace Velun;

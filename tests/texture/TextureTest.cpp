@@ -1,16 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
 
 #include "core/FileNameMapper.h"
-#include "core/ResourceManager.h"
 #include "foundation/CowMemPtr.h"
 #include "support/EngineClock.h"
 #include "texture/Texture2D.h"
 #include "texture/TextureData.h"
-#include "texture/TextureInfo.h"
 #include "texture/TextureManager.h"
 
 using namespace Velun;
