@@ -16,6 +16,9 @@ namespace {
 class RenderManagerTest : public VelunTest::EngineTest {
 protected:
     RenderManager& manager() { return VelunCore::getSingleton().getRenderManager(); }
+    RenderWindow* create(const char* name) {
+        return manager().createRenderWindow(name, 10, 10, false, 0, 0, nullptr);
+    }
 
     CallLog mLog;
     TestRenderEngine mFirstEngine{&mLog, "first"}, mSecondEngine{&mLog, "second"};
@@ -38,9 +41,6 @@ TEST_F(RenderManagerTest, InitializeRunsEveryEngineInNameOrderAndLateOnesAtOnce)
 
 TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
     manager().registerRenderer("test", mFirst);
-    auto create = [this](const char* name) {
-        return manager().createRenderWindow(name, 10, 10, false, 0, 0, nullptr);
-    };
     // The windows the main loop draws, in order.
     auto drawn = [this] {
         std::vector<TargetRenderer*> windows;
@@ -75,7 +75,7 @@ TEST_F(RenderManagerTest, ShutdownDeletesWindowsThenShutsEachEngineDownOnce) {
     manager().registerRenderer("one", mFirst);
     manager().registerRenderer("alias", mFirst);
     manager().registerRenderer("two", mSecond);
-    manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
+    create("a");
     mLog.clear();
     VelunCore::getSingleton().shutdown();
     EXPECT_EQ((CallLog{"destroy window a", "shutdown first", "shutdown second"}), mLog);
@@ -85,7 +85,7 @@ TEST_F(RenderManagerTest, ShutdownDeletesWindowsThenShutsEachEngineDownOnce) {
 TEST_F(RenderManagerTest, UnregisteredEngineLeavesWithItsWindows) {
     manager().registerRenderer("one", mFirst);
     manager().registerRenderer("two", mSecond);
-    manager().createRenderWindow("a", 10, 10, false, 0, 0, nullptr);
+    create("a");
     mLog.clear();
     EXPECT_TRUE(manager().unregisterRenderer(mFirst));
     EXPECT_FALSE(manager().unregisterRenderer(mFirst));
@@ -93,7 +93,7 @@ TEST_F(RenderManagerTest, UnregisteredEngineLeavesWithItsWindows) {
     EXPECT_EQ(0u, manager().getRenderWindowCount());
     EXPECT_EQ(0u, manager().getProcessList()->size());
     // The default moves on to the remaining engine.
-    EXPECT_EQ(mSecond, manager().createRenderWindow("b", 10, 10, false, 0, 0, nullptr)->getRenderEngine());
+    EXPECT_EQ(mSecond, create("b")->getRenderEngine());
 }
 
 TEST_F(RenderManagerTest, BadArgumentsAreReportedAndRefused) {
