@@ -27,7 +27,6 @@ TEST(IndexDataTest, StoresEachTypeAndGrowsByTheStep) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.type);
         IndexData list;
-        EXPECT_EQ(DataType::UnsignedInt, list.getIndexType());
         list.setIndexType(c.type);
         list.initialize(2, 3);
         EXPECT_EQ(0u, list.addIndex(c.first));

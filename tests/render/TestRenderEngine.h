@@ -5,11 +5,9 @@
 #include <vector>
 
 #include "render/Capabilities.h"
-#include "render/RenderContext.h"
 #include "render/RenderEngine.h"
 #include "render/RenderWindow.h"
 #include "render/ViewportRenderer.h"
-#include "scene/Camera.h"
 #include "scene/SceneRoot.h"
 #include "scene/View.h"
 
