@@ -61,19 +61,16 @@ TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAskedAndFailuresAreLogged
 
     // The first fails on a missing model, logging its cause and then the manager's; the
     // second, which would fail too, is not tried. A name no loader takes loads nothing.
-    const struct {
-        const char* name;
-        std::string lines;
-    } cases[] = {
+    const std::pair<const char*, std::string> cases[] = {
         {"missing.tmod",
          "Could not open models\\missing.tmod\nCould not find an objectloader for missing.tmod\n"},
         {"ghost.obj", "Could not find an objectloader for ghost.obj\n"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [name, lines] : cases) {
         testing::internal::CaptureStderr();
-        EXPECT_EQ(manager().createObject(c.name), nullptr);
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), c.lines);
-        EXPECT_FALSE(manager().isLoaded(c.name));
+        EXPECT_EQ(manager().createObject(name), nullptr);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), lines);
+        EXPECT_FALSE(manager().isLoaded(name));
         EXPECT_EQ(first.getLoadCount(), 2);
         EXPECT_EQ(second.getLoadCount(), 0);
     }

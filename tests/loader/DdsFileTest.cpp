@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <tuple>
 
 #include "loader/EngineFixture.h"
 #include "plugins/loader/devil/DdsTextureData.h"
@@ -178,12 +179,7 @@ TEST_F(DdsLoaderTest, DamagedFilesGiveOneLineAndNothing) {
         EXPECT_EQ("Error opening .\\textures\\cut.dds: " + line + "\n", loadDamaged("cut.dds", cut));
     }
 
-    struct Damage {
-        std::size_t at;
-        std::uint32_t value;
-        const char* line;
-    };
-    const Damage damages[] = {
+    const std::tuple<std::size_t, std::uint32_t, const char*> damages[] = {
         {0, 0x20534444 + 1, "not a DDS file"},
         {4, 100, "the header or pixel format has a wrong size field"},
         {8, 0x1006, "the header flags 0x1006 do not announce size and pixel format"},
@@ -196,11 +192,11 @@ TEST_F(DdsLoaderTest, DamagedFilesGiveOneLineAndNothing) {
         // Uncompressed layouts whose masks DevIL's own reader trusted.
         {80, 0x40, "the pixel format (flags 0x40, 0 bits) is not RGB, RGBA or luminance with fitting masks"},
     };
-    for (const Damage& damage : damages) {
-        SCOPED_TRACE(damage.line);
+    for (const auto& [at, value, line] : damages) {
+        SCOPED_TRACE(line);
         std::vector<unsigned char> bytes = cube;
-        put32(bytes, damage.at, damage.value);
-        EXPECT_EQ(std::string("Error opening .\\textures\\bad.dds: ") + damage.line + "\n",
+        put32(bytes, at, value);
+        EXPECT_EQ(std::string("Error opening .\\textures\\bad.dds: ") + line + "\n",
                   loadDamaged("bad.dds", bytes));
     }
     PixelFormat wide = {"rgb", 0x40, 16, {0xF800, 0x7E0, 0x1F0000, 0}};

@@ -37,19 +37,16 @@ TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
     // Headers announcing far more pixels than the file holds are refused before DevIL
     // allocates for them (the BMP came from the fuzzer: 402 million pixels a row). A name
     // no loader takes is nobody's error.
-    const struct {
-        const char* name;
-        ILenum error;
-    } cases[] = {{"missing.png", IL_COULD_NOT_OPEN_FILE},
-                 {"huge.bmp", IL_INVALID_FILE_HEADER},
-                 {"huge.tga", IL_INVALID_FILE_HEADER},
-                 {"notes.txt", IL_NO_ERROR}};
-    for (const auto& c : cases) {
+    const std::pair<const char*, ILenum> cases[] = {{"missing.png", IL_COULD_NOT_OPEN_FILE},
+                                                    {"huge.bmp", IL_INVALID_FILE_HEADER},
+                                                    {"huge.tga", IL_INVALID_FILE_HEADER},
+                                                    {"notes.txt", IL_NO_ERROR}};
+    for (const auto& [name, error] : cases) {
         testing::internal::CaptureStderr();
-        EXPECT_FALSE(textures().getTextureSource(c.name)) << c.name;
-        EXPECT_EQ(c.error == IL_NO_ERROR ? std::string()
-                                         : std::string("Error opening .\\textures\\") + c.name + ": " +
-                                               iluErrorString(c.error) + "\n",
+        EXPECT_FALSE(textures().getTextureSource(name)) << name;
+        EXPECT_EQ(error == IL_NO_ERROR ? std::string()
+                                       : std::string("Error opening .\\textures\\") + name + ": " +
+                                             iluErrorString(error) + "\n",
                   testing::internal::GetCapturedStderr());
     }
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <tuple>
 
 #include "geometry/GeometryData.h"
 #include "geometry/GeometryDataGroup.h"
@@ -48,10 +49,7 @@ TEST(Ms3dFileTest, RefusesEveryTruncation) {
     EXPECT_EQ(Ms3dFile::Ok, readBytes(file, bytes, at.end));
     EXPECT_TRUE(file.getError().empty());
 
-    const struct {
-        std::size_t size;
-        const char* error;
-    } cuts[] = {
+    const std::pair<std::size_t, const char*> cuts[] = {
         {12, "the file ends inside the header"},
         {at.vertices + 1, "the file ends before the vertex count"},
         {at.vertices + 2 + 15 * 3 + 7, "4 vertices need 60 bytes, but only 52 are left"},
@@ -63,9 +61,9 @@ TEST(Ms3dFileTest, RefusesEveryTruncation) {
         {at.materials, "the file ends before the material count"},
         {at.materials + 2 + 361 + 360, "2 materials need 722 bytes, but only 721 are left"},
     };
-    for (const auto& cut : cuts) {
-        readBytes(file, bytes, cut.size);
-        EXPECT_EQ(cut.error, file.getError()) << "size " << cut.size;
+    for (const auto& [size, error] : cuts) {
+        readBytes(file, bytes, size);
+        EXPECT_EQ(error, file.getError()) << "size " << size;
     }
 }
 
@@ -77,29 +75,21 @@ TEST(Ms3dFileTest, RefusesBadCountsIndicesAndValuesWithTheirCause) {
         return file.getError();
     };
     typedef ms3dtest::Layout At;
-    const struct {
-        std::size_t At::*section;
-        std::size_t offset;
-        unsigned value;
-        const char* error;
-    } counts[] = {
+    const std::tuple<std::size_t At::*, std::size_t, unsigned, const char*> counts[] = {
         {&At::vertices, 0, 0xFFFF, "65535 vertices need 983025 bytes, but only 1018 are left"},
         {&At::triangles, 0, 60000, "60000 triangles need 4200000 bytes, but only 956 are left"},
         {&At::groups, 35, 40000, "group 0 with 40000 triangles needs 80001 bytes, but only 779 are left"},
         {&At::groups, 0, 1000, "group 2 with 52480 triangles needs 104961 bytes, but only 703 are left"},
         {&At::materials, 0, 3, "3 materials need 1083 bytes, but only 736 are left"},
     };
-    for (const auto& c : counts) {
+    for (const auto& [section, offset, value, error] : counts) {
         At at;
         std::vector<unsigned char> bytes = ms3dtest::write(twoTriangles(), &at);
-        bytes[at.*c.section + c.offset] = static_cast<unsigned char>(c.value & 0xFF);
-        bytes[at.*c.section + c.offset + 1] = static_cast<unsigned char>(c.value >> 8);
-        EXPECT_EQ(c.error, refused(bytes));
+        bytes[at.*section + offset] = static_cast<unsigned char>(value & 0xFF);
+        bytes[at.*section + offset + 1] = static_cast<unsigned char>(value >> 8);
+        EXPECT_EQ(error, refused(bytes));
     }
-    const struct {
-        void (*damage)(Model&);
-        const char* error;
-    } damages[] = {
+    const std::pair<void (*)(Model&), const char*> damages[] = {
         {[](Model& m) { m.triangles[1].v[1] = 4; }, "triangle 1 uses vertex 4 (vertex count 4)"},
         {[](Model& m) { m.groups[1].triangles.push_back(2); }, "group 1 uses triangle 2 (triangle count 2)"},
         {[](Model& m) { m.groups[0].material = 2; }, "group 0 uses material 2 (material count 2)"},
@@ -113,10 +103,10 @@ TEST(Ms3dFileTest, RefusesBadCountsIndicesAndValuesWithTheirCause) {
         {[](Model& m) { m.triangles[0].s[0] = kNaN; },
          "triangle 0 has a texture coordinate that is not a finite number"},
     };
-    for (const auto& d : damages) {
+    for (const auto& [damage, error] : damages) {
         Model model = twoTriangles();
-        d.damage(model);
-        EXPECT_EQ(d.error, refused(ms3dtest::write(model)));
+        damage(model);
+        EXPECT_EQ(error, refused(ms3dtest::write(model)));
     }
 
     // The edges that are still good: no material, and a texture name of 127 characters.
