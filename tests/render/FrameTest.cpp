@@ -118,7 +118,7 @@ TEST(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
         viewport->setEnabled(enabled);
         target->attachViewport(SharedPtr<Viewport>(viewport));
     };
-    add(new Viewport(0.5f, 0.25f, 0.25f, 0.5f), mirror);
+    add(new Viewport(0.5f, 0.25f, 0.5f, 0.5f), mirror);
     SharedPtr<Viewport> full(new Viewport(0.0f, 0.0f, 1.0f, 1.0f));
     full->attachCamera(mainCamera);
     EXPECT_EQ(0, target->insertViewport(0, full));
@@ -135,8 +135,8 @@ TEST(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
         (CallLog{"input", "logic", "update ahead", "update behind", "update badge", "sound",
                  "render main at 0", "clear surface", "viewport 0 0 801 601", "clear depth",
                  "pass main scene 1 aspect 1.33278: ahead lamp", "clear depth",
-                 "overlay pass main scene 2 aspect 1.33278: badge", "viewport 400 150 200 300", "clear depth",
-                 "pass mirror scene 1 aspect 0.666667: behind lamp", "viewport 1 2 30 40", "swap"}),
+                 "overlay pass main scene 2 aspect 1.33278: badge", "viewport 400 150 400 300", "clear depth",
+                 "pass mirror scene 1 aspect 1.33333: behind lamp", "viewport 1 2 30 40", "swap"}),
         log);
 
     world.getRoot()->detachChilds();
