@@ -2,12 +2,9 @@
 
 #include "ObjectTestModels.h"
 #include "geometry/ElementData.h"
-#include "geometry/GeometryData.h"
 #include "geometry/GeometryDataGroup.h"
 #include "geometry/GeometryObject.h"
-#include "geometry/GeometryObjectFactory.h"
 #include "geometry/GeometrySubobject.h"
-#include "scene/BoundingBox.h"
 #include "scene/Branch.h"
 #include "scene/SceneRoot.h"
 #include "scene/TransformationNode.h"
@@ -20,19 +17,13 @@ using ObjectTestModels::makeBox;
 
 namespace {
 
-// A volume that tells when it is deleted.
-class TrackedBox : public BoundingBox {
+// A T that counts its deletion.
+template <class T>
+class Tracked : public T {
 public:
-    explicit TrackedBox(int* deleted) : mDeleted(deleted) {}
-    ~TrackedBox() override { ++*mDeleted; }
-    int* mDeleted;
-};
-
-// An element that tells when it is deleted.
-class TrackedElement : public VertexElementData {
-public:
-    explicit TrackedElement(int* deleted) : VertexElementData(Points), mDeleted(deleted) {}
-    ~TrackedElement() override { ++*mDeleted; }
+    template <class... Args>
+    explicit Tracked(int* deleted, Args... args) : T(args...), mDeleted(deleted) {}
+    ~Tracked() override { ++*mDeleted; }
     int* mDeleted;
 };
 
@@ -44,17 +35,17 @@ TEST(GeometryDataTest, GroupsOwnTheirElementsAndTheGeometryItsVolumesOnce) {
     {
         GeometryData geometry;
         geometry.setIndexedVertexData(vertices);
-        TrackedBox* box = new TrackedBox(&deleted);
+        BoundingBox* box = new Tracked<BoundingBox>(&deleted);
         geometry.setBoundingVolume(box);
         geometry.setPhysicsVolume(box);  // one volume in both roles is deleted once
         GeometryDataGroup& group = geometry.createGroup();
-        group.addElement(*new TrackedElement(&deleted));
-        group.addElement(*new TrackedElement(&deleted));
+        group.addElement(*new Tracked<VertexElementData>(&deleted, VertexElementData::Points));
+        group.addElement(*new Tracked<VertexElementData>(&deleted, VertexElementData::Points));
         ASSERT_EQ(2u, group.getElementList(0).size());
         group.clearElements();
         EXPECT_EQ(2, deleted);
         EXPECT_EQ(0u, group.getElementList(0).size());
-        group.addElement(*new TrackedElement(&deleted));
+        group.addElement(*new Tracked<VertexElementData>(&deleted, VertexElementData::Points));
     }
     EXPECT_EQ(4, deleted);
     EXPECT_EQ(1, vertices.getRefCount());
@@ -70,8 +61,7 @@ TEST_F(GeometrySubobjectTest, NewGeometryOrAChangedVolumeMarksTheNodesThatShowIt
     group.attachChild(*part);
     part->finishUpdate();
     group.finishUpdate();
-    SharedPtr<Geometry> first = makeBox(Point(0, 0, 0), Point(1, 1, 1));
-    SharedPtr<Geometry> second = makeBox(Point(0, 0, 0), Point(2, 2, 2));
+    SharedPtr<Geometry> first = makeBox(), second = makeBox();
     part->setGeometry(first, 0);
     EXPECT_EQ(part->getNodeStatus(), Node::StatusModified);
     EXPECT_EQ(group.getNodeStatus(), Node::StatusChildModified);
@@ -89,22 +79,11 @@ TEST_F(GeometrySubobjectTest, NewGeometryOrAChangedVolumeMarksTheNodesThatShowIt
     second->volumeChanged();  // the deleted node is no longer registered (ASan)
 }
 
-}  // namespace
-
-namespace {
-
 typedef VelunTest::EngineTest GeometryObjectTest;
 
-GeometrySubobject* newPart(SharedPtr<Geometry> geometry) {
-    GeometrySubobject* part = new GeometrySubobject();
-    part->setGeometry(geometry, 0);
-    return part;
-}
-
 TEST_F(GeometryObjectTest, SubobjectInATreeIsRefusedAndARemovedOneGoesBackToTheCaller) {
-    GeometryObject one;
-    GeometryObject other;
-    GeometrySubobject* part = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
+    GeometryObject one, other;
+    GeometrySubobject* part = new GeometrySubobject();
     ASSERT_TRUE(one.addSubobject(*part));
     testing::internal::CaptureStderr();
     EXPECT_FALSE(other.addSubobject(*part));
@@ -124,30 +103,9 @@ TEST_F(GeometryObjectTest, SubobjectInATreeIsRefusedAndARemovedOneGoesBackToTheC
     delete part;
 }
 
-TEST_F(GeometryObjectTest, FactoryBuildsObjectsAroundSharedData) {
-    SharedPtr<Geometry> box = makeBox(Point(0, 0, 0), Point(1, 1, 1));
-    Dorvan::Vector<SharedPtr<Material>> materials;
-    materials.add(SharedPtr<Material>(new Material()));
-    materials.add(SharedPtr<Material>(new Material()));
-    GeometryObjectFactory factory("crate", box, materials);
-    EXPECT_EQ(factory.getName(), "crate");
-
-    GeometryObject* a = dynamic_cast<GeometryObject*>(factory.createObject());
-    GeometryObject* b = dynamic_cast<GeometryObject*>(factory.createObject());
-    ASSERT_TRUE(a && b);
-    EXPECT_EQ(a->getName(), "crate");
-    EXPECT_NE(a->getSubobjectAt(0), b->getSubobjectAt(0)) << "each object is a new subtree";
-    EXPECT_EQ(a->getSubobjectAt(0)->getGeometry(0), box);
-    EXPECT_EQ(b->getSubobjectAt(0)->getGeometry(0), box);
-    EXPECT_EQ(a->getDefaultMaterial(1), materials.get(1));
-    EXPECT_EQ(b->getDefaultMaterial(0), materials.get(0));
-    EXPECT_EQ(b->getDefaultMaterial(1), materials.get(1));
-    EXPECT_EQ(box.getRefCount(), 4);
-    delete a;
-    delete b;
-    EXPECT_EQ(box.getRefCount(), 2);
-
-    GeometryObjectFactory empty("empty", SharedPtr<Geometry>(), materials);
+// What the objects of a factory share shows through the object manager (ObjectManagerTest).
+TEST_F(GeometryObjectTest, FactoryWithoutGeometryMakesNothing) {
+    GeometryObjectFactory empty("empty", SharedPtr<Geometry>(), Dorvan::Vector<SharedPtr<Material>>());
     testing::internal::CaptureStderr();
     EXPECT_EQ(empty.createObject(), nullptr);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
@@ -157,7 +115,7 @@ TEST_F(GeometryObjectTest, FactoryBuildsObjectsAroundSharedData) {
 TEST_F(GeometryObjectTest, DeletingAnAttachedObjectTakesItsPartsOut) {
     SceneRoot scene(1);
     GeometryObject* object = new GeometryObject("model");
-    GeometrySubobject* part = newPart(makeBox(Point(0, 0, 0), Point(1, 1, 1)));
+    GeometrySubobject* part = new GeometrySubobject();
     object->addSubobject(*part);
     TransformationNode place;
     place.setChild(*object);

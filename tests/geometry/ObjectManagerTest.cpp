@@ -1,19 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <fstream>
 #include <memory>
-#include <unistd.h>
 
 #include "ObjectTestModels.h"
 #include "core/FileNameMapper.h"
 #include "core/ResourceManager.h"
-#include "core/VelunCore.h"
 #include "geometry/GeometryObject.h"
 #include "geometry/GeometrySubobject.h"
 #include "geometry/ObjectManager.h"
-#include "scene/TransformationNode.h"
 #include "support/Engine.h"
 
 using Dorvan::SharedPtr;
@@ -22,47 +16,39 @@ using namespace Velun;
 
 namespace {
 
-// A started engine, the engine's ObjectManager with a mapper onto a temporary model
-// directory that holds "tri.tmod".
+// A started engine whose ObjectManager maps names into "models".
 class ObjectManagerTest : public VelunTest::EngineTest {
 protected:
     void SetUp() override {
         EngineTest::SetUp();
-        char pattern[] = "/tmp/velun-objects-XXXXXX";
-        ASSERT_TRUE(mkdtemp(pattern));
-        mDir = pattern;
-        std::ofstream(mDir + "/tri.tmod") << "tmod\n";
-        manager().setObjectNameMapper(SharedPtr<NameMapper>(new FileNameMapper(mDir)));
-    }
-    void TearDown() override {
-        std::remove((mDir + "/tri.tmod").c_str());
-        rmdir(mDir.c_str());
-        EngineTest::TearDown();
+        manager().setObjectNameMapper(SharedPtr<NameMapper>(new FileNameMapper("models")));
     }
 
     static ObjectManager& manager() {
         return VelunCore::getSingleton().getResourceManager().getObjectManager();
     }
     static GeometryObject* asGeometryObject(ObjectNode* node) { return dynamic_cast<GeometryObject*>(node); }
-
-    std::string mDir;
 };
 
-// What the objects of one factory share is the factory's part (GeometryTest).
+// Each object is a new subtree around the factory's shared geometry and materials.
 TEST_F(ObjectManagerTest, LoadsOnceAndMakesAnObjectPerCall) {
     TextModelLoader loader;
     EXPECT_EQ(manager().registerObjectLoader(loader), 0u);
     EXPECT_TRUE(loader.isInitialized());
     std::unique_ptr<ObjectNode> first(manager().createObject("tri.tmod"));
     std::unique_ptr<ObjectNode> second(manager().createObject("tri.tmod"));
-    ASSERT_TRUE(asGeometryObject(first.get()) && asGeometryObject(second.get()));
-    EXPECT_NE(first.get(), second.get());
+    GeometryObject *a = asGeometryObject(first.get()), *b = asGeometryObject(second.get());
+    ASSERT_TRUE(a && b);
+    EXPECT_NE(a->getSubobjectAt(0), b->getSubobjectAt(0));
     EXPECT_EQ(loader.getLoadCount(), 1);
     EXPECT_EQ(loader.getCanLoadCount(), 1) << "a cached name must not reach the loaders";
     EXPECT_TRUE(manager().isLoaded("tri.tmod"));
-    GeometryObject& object = *asGeometryObject(second.get());
-    EXPECT_EQ(object.getSubobjectAt(0)->getGeometry(0)->getName(), "tri.tmod");
-    EXPECT_EQ(object.getDefaultMaterial(1)->getDiffuseMaterialColor(), Velun::Color(0, 0, 1, 1));
+    EXPECT_EQ(b->getName(), "tri.tmod");
+    SharedPtr<Velun::Geometry> geometry = b->getSubobjectAt(0)->getGeometry(0);
+    EXPECT_EQ(geometry->getName(), "tri.tmod");
+    EXPECT_EQ(geometry.getRefCount(), 4);  // us, both objects' subobjects and the factory
+    EXPECT_EQ(a->getDefaultMaterial(1), b->getDefaultMaterial(1));
+    EXPECT_EQ(b->getDefaultMaterial(1)->getDiffuseMaterialColor(), Velun::Color(0, 0, 1, 1));
 }
 
 TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAskedAndFailuresAreLogged) {
@@ -73,23 +59,19 @@ TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAskedAndFailuresAreLogged
     EXPECT_EQ(first.getLoadCount(), 1);
     EXPECT_EQ(second.getCanLoadCount(), 0);
 
-    // The first fails on a missing file, logging its cause and then the manager's; the
+    // The first fails on a missing model, logging its cause and then the manager's; the
     // second, which would fail too, is not tried. A name no loader takes loads nothing.
-    const struct {
-        const char* name;
-        std::string lines;
-        int firstLoads;
-    } cases[] = {
+    const std::pair<const char*, std::string> cases[] = {
         {"missing.tmod",
-         "Could not open " + mDir + "\\missing.tmod\nCould not find an objectloader for missing.tmod\n", 2},
-        {"ghost.obj", "Could not find an objectloader for ghost.obj\n", 2},
+         "Could not open models\\missing.tmod\nCould not find an objectloader for missing.tmod\n"},
+        {"ghost.obj", "Could not find an objectloader for ghost.obj\n"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [name, lines] : cases) {
         testing::internal::CaptureStderr();
-        EXPECT_EQ(manager().createObject(c.name), nullptr);
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), c.lines);
-        EXPECT_FALSE(manager().isLoaded(c.name));
-        EXPECT_EQ(first.getLoadCount(), c.firstLoads);
+        EXPECT_EQ(manager().createObject(name), nullptr);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), lines);
+        EXPECT_FALSE(manager().isLoaded(name));
+        EXPECT_EQ(first.getLoadCount(), 2);
         EXPECT_EQ(second.getLoadCount(), 0);
     }
 }

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
 #include <limits>
 
 #include "geometry/IndexData.h"
@@ -28,7 +27,6 @@ TEST(IndexDataTest, StoresEachTypeAndGrowsByTheStep) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.type);
         IndexData list;
-        EXPECT_EQ(DataType::UnsignedInt, list.getIndexType());
         list.setIndexType(c.type);
         list.initialize(2, 3);
         EXPECT_EQ(0u, list.addIndex(c.first));
@@ -50,26 +48,6 @@ const float* floats(const void* p) { return static_cast<const float*>(p); }
 
 }  // namespace
 
-TEST(VertexDataTest, GrowsByTheConstantStepAndAddVertexMakesItCurrent) {
-    VertexData data;
-    data.initialize(4, 2);
-    for (unsigned int i = 0; i < 5; ++i) {
-        EXPECT_EQ(i, data.addVertex());
-        EXPECT_EQ(i, data.getCurrentVertex());
-        data.setVertex(float(i), float(i) + 0.5f, -float(i));
-    }
-    EXPECT_EQ(5u, data.getCount());
-    EXPECT_EQ(6u, data.getCapacity());
-    // Positions written before the resize survived it.
-    const float* v = floats(data.getVertices());
-    EXPECT_FLOAT_EQ(3.0f, v[9]);
-    EXPECT_FLOAT_EQ(3.5f, v[10]);
-    EXPECT_FLOAT_EQ(-4.0f, v[14]);
-    // Only positions were in use.
-    EXPECT_EQ(nullptr, data.getColor());
-    EXPECT_EQ(nullptr, data.getNormals());
-}
-
 TEST(VertexDataTest, NormalsAreStoredNormalisedAndNeverNaN) {
     const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
     const float cases[][6] = {{0, 3, 4, 0, 0.6f, 0.8f}, {1e-40f, 0, 0, 1, 0, 0},
@@ -88,7 +66,7 @@ TEST(VertexDataTest, NormalsAreStoredNormalisedAndNeverNaN) {
     }
 }
 
-TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndTextureLayersSideBySide) {
+TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndSurvivesGrowthByTheStep) {
     VertexData data;
     data.setUseColor(true);
     data.setUseSecondaryColor(true);
@@ -96,7 +74,7 @@ TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndTextureLayersSideBySide) {
     data.setUseTexCoordinates(true);
     data.addTextureIndex(4);
     data.addTextureIndex(7);
-    data.initialize(2, 2);
+    data.initialize(2, 3);
     EXPECT_EQ(2u, data.getNumTexLayer());
     EXPECT_EQ(7u, data.getTexturesIndices().get(1));
     EXPECT_EQ(16u, data.getStride(VertexDataSet::Part::TexCoordinate));
@@ -105,8 +83,11 @@ TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndTextureLayersSideBySide) {
     const char* layer0 = static_cast<const char*>(data.getTexCoordinates(0));
     EXPECT_EQ(layer0 + 8, static_cast<const char*>(data.getTexCoordinates(1)));
 
-    data.addVertex();
-    data.addVertex();
+    for (unsigned int i = 0; i < 2; ++i) {
+        EXPECT_EQ(i, data.addVertex());
+        EXPECT_EQ(i, data.getCurrentVertex());
+        data.setVertex(float(i), float(i) + 0.5f, -float(i));
+    }
     data.setColor(Color(0.1f, 0.2f, 0.3f, 0.4f));
     data.setSecondaryColor(0.5f, 0.6f, 0.7f);
     data.setFogCoordinate(9.0f);
@@ -121,23 +102,39 @@ TEST(VertexDataTest, EveryAttributeLandsAtItsVertexAndTextureLayersSideBySide) {
     const float* t = floats(data.getTexCoordinates(0));
     EXPECT_FLOAT_EQ(0.25f, t[6]);
     EXPECT_FLOAT_EQ(0.75f, t[7]);
-    data.addVertex();  // grows to 4 vertices of two layers
+    // A full set grows by its step; what was written survives.
+    EXPECT_EQ(2u, data.addVertex());
+    EXPECT_EQ(3u, data.getCount());
+    EXPECT_EQ(5u, data.getCapacity());
+    EXPECT_EQ(nullptr, data.getNormals());
+    EXPECT_FLOAT_EQ(1.5f, floats(data.getVertices())[4]);
+    EXPECT_FLOAT_EQ(-1.0f, floats(data.getVertices())[5]);
     EXPECT_FLOAT_EQ(0.25f, floats(data.getTexCoordinates(0))[6]);
     EXPECT_FLOAT_EQ(0.7f, floats(data.getSecondaryColor())[5]);
 }
 
-TEST(VertexDataTest, ACopySharesArraysUntilOneSideWrites) {
+TEST(VertexDataTest, StampsMoveOnlyOnSetModifiedAndACopySharesArraysUntilOneSideWrites) {
+    VelunTest::EngineClock clock;
     VertexData source;
+    for (std::int64_t t : {-5, 0, 1, 1000})
+        EXPECT_FALSE(source.hasChanged(t)) << t;
+    clock.setTime(500);
     source.initialize(2, 2);
     source.addVertex();
     source.setVertex(1, 2, 3);
+    EXPECT_FALSE(source.hasChanged(0));  // filling is not announcing
+    source.setModified();
+    EXPECT_EQ(500, source.getModifiedTimestamp());
+    EXPECT_TRUE(source.hasChanged(0));
+    EXPECT_TRUE(source.hasChanged(500));
+    EXPECT_FALSE(source.hasChanged(501));
 
     VertexData copy(source);
+    EXPECT_TRUE(copy.hasChanged(500));
     EXPECT_EQ(source.getVertices(), copy.getVertices());
     EXPECT_EQ(1u, copy.getCount());
     // A copy is a new data set for every renderer.
     EXPECT_NE(source.getId(), copy.getId());
-
     copy.setCurrentVertex(0);
     copy.setVertex(4, 5, 6);
     EXPECT_NE(source.getVertices(), copy.getVertices());
@@ -149,26 +146,4 @@ TEST(VertexDataTest, ACopySharesArraysUntilOneSideWrites) {
     assigned = source;
     EXPECT_EQ(ownId, assigned.getId());
     EXPECT_EQ(source.getVertices(), assigned.getVertices());
-}
-
-TEST(VertexDataTest, StampsMoveOnlyOnSetModified) {
-    VelunTest::EngineClock clock;
-    VertexData data;
-    for (std::int64_t t : {-5, 0, 1, 1000})
-        EXPECT_FALSE(data.hasChanged(t)) << t;
-
-    clock.setTime(500);
-    data.initialize(1, 1);
-    data.addVertex();
-    data.setVertex(1, 2, 3);
-    EXPECT_FALSE(data.hasChanged(0));  // filling is not announcing
-
-    data.setModified();
-    EXPECT_EQ(500, data.getModifiedTimestamp());
-    EXPECT_TRUE(data.hasChanged(0));
-    EXPECT_TRUE(data.hasChanged(500));
-    EXPECT_FALSE(data.hasChanged(501));
-
-    VertexData copy(data);
-    EXPECT_TRUE(copy.hasChanged(500));
 }

@@ -1,9 +1,8 @@
 #include "plugins/loader/devil/DdsFile.h"
 
-#include <array>
 #include <cstdint>
 #include <cstring>
-#include <fstream>
+#include <tuple>
 
 #include "loader/EngineFixture.h"
 #include "plugins/loader/devil/DdsTextureData.h"
@@ -31,8 +30,6 @@ const PixelFormat kFormats[] = {
     {"l8a8", 0x20001, 16, {0xFF, 0, 0, 0xFF00}},
 };
 
-typedef std::array<int, 4> Rgba;
-
 void put32(std::vector<unsigned char>& bytes, std::size_t at, std::uint32_t value) {
     for (int i = 0; i < 4; ++i)
         bytes[at + i] = static_cast<unsigned char>(value >> (8 * i));
@@ -41,20 +38,17 @@ void put32(std::vector<unsigned char>& bytes, std::size_t at, std::uint32_t valu
 std::vector<unsigned char> header(const PixelFormat& format, unsigned int width, unsigned int height,
                                   unsigned int levels, bool cube) {
     std::vector<unsigned char> bytes(128, 0);
-    std::memcpy(bytes.data(), "DDS ", 4);
-    put32(bytes, 4, 124);
-    put32(bytes, 8, 0x1007 | 0x20000);
-    put32(bytes, 12, height);
-    put32(bytes, 16, width);
-    put32(bytes, 28, levels);
-    put32(bytes, 76, 32);
-    put32(bytes, 80, format.flags);
-    if (format.flags & 0x4)
-        std::memcpy(&bytes[84], format.name, 4);
-    put32(bytes, 88, format.bits);
+    // Magic, header size, flags, height, width, levels; pixel format size, flags and bits.
+    const std::size_t at[] = {0, 4, 8, 12, 16, 28, 76, 80, 88};
+    const std::uint32_t v[] = {0x20534444, 124, 0x21007,      height,     width,
+                               levels,     32,  format.flags, format.bits};
+    for (std::size_t i = 0; i < std::size(at); ++i)
+        put32(bytes, at[i], v[i]);
     for (int c = 0; c < 4; ++c)
         put32(bytes, 92 + 4 * c, format.masks[c]);
     put32(bytes, 112, cube ? 0xFE00 : 0);
+    if (format.flags & 0x4)
+        std::memcpy(&bytes[84], format.name, 4);
     return bytes;
 }
 
@@ -86,23 +80,13 @@ void appendSolid(std::vector<unsigned char>& bytes, const PixelFormat& format, u
     }
 }
 
-Rgba texel(const TextureSource& image, unsigned int x, unsigned int y) {
-    const unsigned char* p = static_cast<const unsigned char*>(image.getPixel(x, y, 0));
-    const unsigned int channels = image.getTextureInfo().getChannels();
-    if (channels == 1)
-        return {p[0], p[0], p[0], 255};
-    return {p[0], p[1], p[2], channels == 3 ? 255 : p[3]};
-}
-
 const Rgba kColours[] = {{255, 0, 0, 136}, {0, 255, 0, 255}, {0, 0, 255, 136}, {255, 255, 255, 255}};
 
 // What a format keeps of a colour.
 Rgba kept(const PixelFormat& format, Rgba colour) {
-    bool alpha =
-        (format.flags & 0x1) || !std::strcmp(format.name, "DXT3") || !std::strcmp(format.name, "DXT5");
     if (format.flags & 0x20000)
         colour[1] = colour[2] = colour[0];
-    if (!alpha)
+    if (!format.masks[3] && format.name[3] != '3' && format.name[3] != '5')
         colour[3] = 255;
     return colour;
 }
@@ -110,37 +94,29 @@ Rgba kept(const PixelFormat& format, Rgba colour) {
 }  // namespace
 
 TEST(DdsFileTest, ReadsEveryFormatWithItsLevelsAndFaces) {
-    struct Shape {
-        unsigned int width, height, levels;
-        bool cube;
-    };
-    const Shape shapes[] = {{5, 3, 3, false}, {4, 4, 3, true}};
+    // Width, height and faces (2D or a cube), each of three levels: surface s is face s / 3, level s % 3.
+    const unsigned int shapes[][3] = {{5, 3, 1}, {4, 4, 6}};
     for (const PixelFormat& format : kFormats) {
-        for (const Shape& shape : shapes) {
-            SCOPED_TRACE(std::string(format.name) + (shape.cube ? " cube" : " 2D"));
-            std::vector<unsigned char> bytes =
-                header(format, shape.width, shape.height, shape.levels, shape.cube);
-            unsigned int faces = shape.cube ? 6 : 1;
-            for (unsigned int face = 0; face < faces; ++face) {
-                for (unsigned int level = 0; level < shape.levels; ++level)
-                    appendSolid(bytes, format, std::max(1u, shape.width >> level),
-                                std::max(1u, shape.height >> level), kColours[(face + level) % 4]);
-            }
+        for (const auto& shape : shapes) {
+            const unsigned int faces = shape[2];
+            SCOPED_TRACE(std::string(format.name) + (faces == 6 ? " cube" : " 2D"));
+            auto w = [&shape](unsigned int s) { return std::max(1u, shape[0] >> (s % 3)); };
+            auto h = [&shape](unsigned int s) { return std::max(1u, shape[1] >> (s % 3)); };
+            std::vector<unsigned char> bytes = header(format, shape[0], shape[1], 3, faces == 6);
+            for (unsigned int s = 0; s < 3 * faces; ++s)
+                appendSolid(bytes, format, w(s), h(s), kColours[(s / 3 + s % 3) % 4]);
             DdsFile file;
             ASSERT_TRUE(file.read(bytes.data(), bytes.size())) << file.getError();
             ASSERT_EQ(faces, file.getFaceCount());
-            ASSERT_EQ(shape.levels, file.getLevelCount());
-            for (unsigned int face = 0; face < faces; ++face) {
-                for (unsigned int level = 0; level < shape.levels; ++level) {
-                    const TextureSource& surface = *file.getSurface(face, level);
-                    unsigned int w = std::max(1u, shape.width >> level),
-                                 h = std::max(1u, shape.height >> level);
-                    ASSERT_EQ(w, surface.getTextureInfo().getWidth());
-                    ASSERT_EQ(h, surface.getTextureInfo().getHeight());
-                    Rgba expected = kept(format, kColours[(face + level) % 4]);
-                    EXPECT_EQ(expected, texel(surface, 0, 0)) << face << "/" << level;
-                    EXPECT_EQ(expected, texel(surface, w - 1, h - 1)) << face << "/" << level;
-                }
+            ASSERT_EQ(3u, file.getLevelCount());
+            for (unsigned int s = 0; s < 3 * faces; ++s) {
+                SCOPED_TRACE(s);
+                const TextureSource& surface = *file.getSurface(s / 3, s % 3);
+                ASSERT_EQ(w(s), surface.getTextureInfo().getWidth());
+                ASSERT_EQ(h(s), surface.getTextureInfo().getHeight());
+                Rgba expected = kept(format, kColours[(s / 3 + s % 3) % 4]);
+                EXPECT_EQ(expected, texel(surface, 0, 0));
+                EXPECT_EQ(expected, texel(surface, w(s) - 1, h(s) - 1));
             }
         }
     }
@@ -152,11 +128,6 @@ TEST(DdsFileTest, DecodesEveryBlockPalette) {
         std::vector<unsigned char> blocks;
         Rgba expected[4];  // the first row
     };
-    const unsigned char white[] = {0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0};
-    auto withWhite = [&white](std::vector<unsigned char> alpha) {
-        alpha.insert(alpha.end(), white, white + 8);
-        return alpha;
-    };
     const Case cases[] = {
         // Red over blue: four colours; blue over red: three and transparent black.
         {"DXT1",
@@ -165,15 +136,15 @@ TEST(DdsFileTest, DecodesEveryBlockPalette) {
         {"DXT1",
          {0x1F, 0x00, 0x00, 0xF8, 0xE4, 0, 0, 0},
          {{0, 0, 255, 255}, {255, 0, 0, 255}, {127, 0, 127, 255}, {0, 0, 0, 0}}},
+        // Over white: alphas of four bits; indices 0 to 3 over eight alphas, then over six and the extremes.
         {"DXT3",
-         withWhite({0x50, 0xFA, 0, 0, 0, 0, 0, 0}),
+         {0x50, 0xFA, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0},
          {{255, 255, 255, 0}, {255, 255, 255, 85}, {255, 255, 255, 170}, {255, 255, 255, 255}}},
-        // Indices 0, 1, 2, 3 over eight alphas, then over six and the two extremes.
         {"DXT5",
-         withWhite({255, 0, 0x88, 0x06, 0, 0, 0, 0}),
+         {255, 0, 0x88, 0x06, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0},
          {{255, 255, 255, 255}, {255, 255, 255, 0}, {255, 255, 255, 218}, {255, 255, 255, 182}}},
         {"DXT5",
-         withWhite({0, 255, 0x88, 0x06, 0, 0, 0, 0}),
+         {0, 255, 0x88, 0x06, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0},
          {{255, 255, 255, 0}, {255, 255, 255, 255}, {255, 255, 255, 51}, {255, 255, 255, 102}}},
     };
     for (const Case& c : cases) {
@@ -188,20 +159,16 @@ TEST(DdsFileTest, DecodesEveryBlockPalette) {
     }
 }
 
-class DdsLoaderTest : public EngineFixture {
-protected:
-    // Writes `bytes` below textures/ and loads them, returning the lines logged.
-    std::string loadDamaged(const std::string& name, const std::vector<unsigned char>& bytes) {
-        std::ofstream((mDirectory / "textures" / name).string(), std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-        DevILTextureSourceLoader loader;
-        testing::internal::CaptureStderr();
-        EXPECT_FALSE(loader.load(NameMapper::ResourceInfo(name, ".\\textures\\" + name, "dds")));
-        return testing::internal::GetCapturedStderr();
-    }
-};
+typedef EngineFixture DdsLoaderTest;
 
 TEST_F(DdsLoaderTest, DamagedFilesGiveOneLineAndNothing) {
+    // Writes `bytes` below textures/ and loads them, giving the lines logged.
+    auto loadDamaged = [this](const std::string& name, const std::vector<unsigned char>& bytes) {
+        write("textures/" + name, bytes);
+        testing::internal::CaptureStderr();
+        EXPECT_FALSE(DevILTextureSourceLoader().load(textureFile(name)));
+        return testing::internal::GetCapturedStderr();
+    };
     const PixelFormat& dxt1 = kFormats[0];
     std::vector<unsigned char> cube = header(dxt1, 4, 4, 3, true);
     cube.resize(128 + 6 * 3 * 8, 0);
@@ -212,12 +179,7 @@ TEST_F(DdsLoaderTest, DamagedFilesGiveOneLineAndNothing) {
         EXPECT_EQ("Error opening .\\textures\\cut.dds: " + line + "\n", loadDamaged("cut.dds", cut));
     }
 
-    struct Damage {
-        std::size_t at;
-        std::uint32_t value;
-        const char* line;
-    };
-    const Damage damages[] = {
+    const std::tuple<std::size_t, std::uint32_t, const char*> damages[] = {
         {0, 0x20534444 + 1, "not a DDS file"},
         {4, 100, "the header or pixel format has a wrong size field"},
         {8, 0x1006, "the header flags 0x1006 do not announce size and pixel format"},
@@ -230,11 +192,11 @@ TEST_F(DdsLoaderTest, DamagedFilesGiveOneLineAndNothing) {
         // Uncompressed layouts whose masks DevIL's own reader trusted.
         {80, 0x40, "the pixel format (flags 0x40, 0 bits) is not RGB, RGBA or luminance with fitting masks"},
     };
-    for (const Damage& damage : damages) {
-        SCOPED_TRACE(damage.line);
+    for (const auto& [at, value, line] : damages) {
+        SCOPED_TRACE(line);
         std::vector<unsigned char> bytes = cube;
-        put32(bytes, damage.at, damage.value);
-        EXPECT_EQ(std::string("Error opening .\\textures\\bad.dds: ") + damage.line + "\n",
+        put32(bytes, at, value);
+        EXPECT_EQ(std::string("Error opening .\\textures\\bad.dds: ") + line + "\n",
                   loadDamaged("bad.dds", bytes));
     }
     PixelFormat wide = {"rgb", 0x40, 16, {0xF800, 0x7E0, 0x1F0000, 0}};
@@ -246,8 +208,7 @@ TEST_F(DdsLoaderTest, DamagedFilesGiveOneLineAndNothing) {
 
 TEST_F(DdsLoaderTest, HandsOutEveryLevelOrTheRequestedDescription) {
     DevILTextureSourceLoader loader;
-    Dorvan::SharedPtr<TextureSource> source =
-        loader.load(NameMapper::ResourceInfo("quads.dds", ".\\textures\\quads.dds", "dds"));
+    Dorvan::SharedPtr<TextureSource> source = loader.load(textureFile("quads.dds"));
     auto* dds = dynamic_cast<DdsTextureData*>(source.get());
     ASSERT_NE(nullptr, dds);
     ASSERT_EQ(5u, dds->getLevelCount());
@@ -255,8 +216,7 @@ TEST_F(DdsLoaderTest, HandsOutEveryLevelOrTheRequestedDescription) {
     EXPECT_FALSE(dds->getSurface(1, 0));
 
     TextureInfo wanted(8, 8, 1, DataType::UnsignedByte, Color::Bgr);
-    Dorvan::SharedPtr<TextureSource> converted =
-        loader.load(NameMapper::ResourceInfo("quads-dxt1.dds", ".\\textures\\quads-dxt1.dds", "dds"), wanted);
+    Dorvan::SharedPtr<TextureSource> converted = loader.load(textureFile("quads-dxt1.dds"), wanted);
     ASSERT_TRUE(converted);
     EXPECT_EQ(wanted, converted->getTextureInfo());
     // Bytes in Bgr order: red top left, blue bottom left.

@@ -1,55 +1,18 @@
 
 #include <IL/il.h>
 #include <IL/ilu.h>
-#include <array>
-#include <cstdint>
 #include <sstream>
 
 #include "core/PluginManager.h"
-#include "geometry/GeometryObject.h"
 #include "loader/EngineFixture.h"
-#include "plugins/loader/devil/DevILPlugin.h"
 #include "plugins/loader/devil/DevILTextureSourceLoader.h"
-#include "plugins/loader/ms3d/Ms3dPlugin.h"
 
 using namespace Velun;
 
 // DevIL 1.7.8 keeps blocks of its own on some failure paths of its readers.
 extern "C" const char* __lsan_default_suppressions() { return "leak:libIL.so\n"; }
 
-namespace {
-
-class DevILTextureSourceLoaderTest : public EngineFixture {
-protected:
-    void SetUp() override {
-        EngineFixture::SetUp();
-        plugin.registerPlugin();
-    }
-    void TearDown() override {
-        plugin.unregisterPlugin();
-        EngineFixture::TearDown();
-    }
-
-    Dorvan::SharedPtr<TextureSource> source(const std::string& name) {
-        return core.getResourceManager().getTextureManager().getTextureSource(name);
-    }
-
-    static NameMapper::ResourceInfo resource(const std::string& fileType) {
-        return NameMapper::ResourceInfo("a." + fileType, ".\\textures\\a." + fileType, fileType);
-    }
-
-    DevILPlugin plugin;
-};
-
-// A texel of an image of bytes in RGB or RGBA order.
-typedef std::array<int, 4> Rgba;
-
-Rgba texel(const TextureSource& image, unsigned int x, unsigned int y) {
-    const auto* p = static_cast<const std::uint8_t*>(image.getPixel(x, y, 0));
-    return Rgba{p[0], p[1], p[2], image.getTextureInfo().getChannels() == 4 ? p[3] : 255};
-}
-
-}  // namespace
+typedef EngineFixture DevILTextureSourceLoaderTest;
 
 TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
     // DevIL hands a freed name out again, so a failed image that was deleted leaves the
@@ -62,7 +25,7 @@ TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
     };
     const ILuint before = nextName();
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(source("corrupt.png"));
+    EXPECT_FALSE(textures().getTextureSource("corrupt.png"));
     std::istringstream lines(testing::internal::GetCapturedStderr());
     std::string line;
     ASSERT_TRUE(std::getline(lines, line));
@@ -74,27 +37,23 @@ TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
     // Headers announcing far more pixels than the file holds are refused before DevIL
     // allocates for them (the BMP came from the fuzzer: 402 million pixels a row). A name
     // no loader takes is nobody's error.
-    const struct {
-        const char* name;
-        ILenum error;
-    } cases[] = {{"missing.png", IL_COULD_NOT_OPEN_FILE},
-                 {"huge.bmp", IL_INVALID_FILE_HEADER},
-                 {"huge.tga", IL_INVALID_FILE_HEADER},
-                 {"notes.txt", IL_NO_ERROR}};
-    for (const auto& c : cases) {
+    const std::pair<const char*, ILenum> cases[] = {{"missing.png", IL_COULD_NOT_OPEN_FILE},
+                                                    {"huge.bmp", IL_INVALID_FILE_HEADER},
+                                                    {"huge.tga", IL_INVALID_FILE_HEADER},
+                                                    {"notes.txt", IL_NO_ERROR}};
+    for (const auto& [name, error] : cases) {
         testing::internal::CaptureStderr();
-        EXPECT_FALSE(source(c.name)) << c.name;
-        EXPECT_EQ(c.error == IL_NO_ERROR ? std::string()
-                                         : std::string("Error opening .\\textures\\") + c.name + ": " +
-                                               iluErrorString(c.error) + "\n",
+        EXPECT_FALSE(textures().getTextureSource(name)) << name;
+        EXPECT_EQ(error == IL_NO_ERROR ? std::string()
+                                       : std::string("Error opening .\\textures\\") + name + ": " +
+                                             iluErrorString(error) + "\n",
                   testing::internal::GetCapturedStderr());
     }
 }
 
 TEST_F(DevILTextureSourceLoaderTest, DeliversARequestedDescription) {
     TextureInfo wanted(8, 8, 1, DataType::UnsignedByte, Color::Rgba);
-    Dorvan::SharedPtr<TextureSource> image =
-        core.getResourceManager().getTextureManager().getTextureSource("quads.bmp", wanted);
+    Dorvan::SharedPtr<TextureSource> image = textures().getTextureSource("quads.bmp", wanted);
     ASSERT_TRUE(image);
     EXPECT_EQ(wanted, image->getTextureInfo());
     // Red top left, blue bottom left.
@@ -102,17 +61,16 @@ TEST_F(DevILTextureSourceLoaderTest, DeliversARequestedDescription) {
     EXPECT_EQ(255, texel(*image, 1, 6)[2]);
 
     // Left open, the file's own description stays.
-    Dorvan::SharedPtr<TextureSource> same =
-        core.getResourceManager().getTextureManager().getTextureSource("quads.tga", TextureInfo());
+    Dorvan::SharedPtr<TextureSource> same = textures().getTextureSource("quads.tga", TextureInfo());
     ASSERT_TRUE(same);
     EXPECT_EQ(Color::Bgr, same->getTextureInfo().getColorFormat());
     EXPECT_EQ(16u, same->getTextureInfo().getWidth());
 }
 
 TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
-    Dorvan::SharedPtr<TextureSource> rgb = source("rgb.png");
+    Dorvan::SharedPtr<TextureSource> rgb = textures().getTextureSource("rgb.png");
     ASSERT_TRUE(rgb);
-    plugin.unregisterPlugin();
+    images.unregisterPlugin();
     core.shutdown();
     EXPECT_EQ(nullptr, rgb->getTextureData());
     EXPECT_EQ(nullptr, rgb->getPixel(0, 0, 0));
@@ -122,8 +80,7 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
     core.startup();
     DevILTextureSourceLoader loader;
     loader.initialize();
-    Dorvan::SharedPtr<TextureSource> again =
-        loader.load(NameMapper::ResourceInfo("rgb.png", ".\\textures\\rgb.png", "png"));
+    Dorvan::SharedPtr<TextureSource> again = loader.load(textureFile("rgb.png"));
     ASSERT_TRUE(again);
     rgb = Dorvan::SharedPtr<TextureSource>();
     EXPECT_EQ(255, texel(*again, 3, 3)[0]);
@@ -134,29 +91,32 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
 typedef EngineFixture LoaderPluginsTest;
 
 TEST_F(LoaderPluginsTest, SetupBringsBothLoadersInTheirPlaces) {
+    images.unregisterPlugin();
+    models.unregisterPlugin();
     core.setup(true);
     PluginManager& plugins = core.getPluginManager();
     ASSERT_GE(plugins.getPluginCount(), 4u);
     EXPECT_NE(nullptr, dynamic_cast<DevILPlugin*>(plugins.getPlugin(2)));
     EXPECT_NE(nullptr, dynamic_cast<Ms3dPlugin*>(plugins.getPlugin(3)));
-    EXPECT_EQ(1u, core.getResourceManager().getTextureManager().getTextureSourceLoaderCount());
-    EXPECT_EQ(1u, core.getResourceManager().getObjectManager().getObjectLoaderCount());
+    EXPECT_EQ(1u, textures().getTextureSourceLoaderCount());
+    EXPECT_EQ(1u, objects().getObjectLoaderCount());
 
     // The user's way: a model below models/, its image below textures/.
-    std::unique_ptr<ObjectNode> jeep(core.getResourceManager().getObjectManager().createObject("jeep1.ms3d"));
-    GeometryObject* object = dynamic_cast<GeometryObject*>(jeep.get());
-    ASSERT_NE(nullptr, object);
+    std::unique_ptr<GeometryObject> object = create("jeep1.ms3d");
+    ASSERT_TRUE(object);
     ASSERT_TRUE(object->getDefaultMaterial(0));
     EXPECT_TRUE(object->getDefaultMaterial(0)->getTexture(0));
 }
 
 TEST_F(DevILTextureSourceLoaderTest, TakesFilesByTheirType) {
     DevILTextureSourceLoader loader;
-    for (const char* type : {"png", "jpg", "jpeg", "tga", "bmp", "dds", "PNG", "Jpg"})
-        EXPECT_TRUE(loader.canLoad(resource(type)) && loader.canLoad(resource(type), TextureInfo())) << type;
-    for (const char* type : {"ms3d", "wav", "txt", "", "gif", "pcx", "psd", "tif"})
-        EXPECT_FALSE(loader.canLoad(resource(type)) || loader.canLoad(resource(type), TextureInfo())) << type;
-    TextureInfo palette;
-    palette.setColorFormat(Color::ColorIndex);
-    EXPECT_FALSE(loader.canLoad(resource("png"), palette));
+    auto takes = [&loader](const char* name) {
+        return loader.canLoad(textureFile(name)) + loader.canLoad(textureFile(name), TextureInfo());
+    };
+    for (const char* name : {"a.png", "a.jpg", "a.jpeg", "a.tga", "a.bmp", "a.dds", "a.PNG", "a.Jpg"})
+        EXPECT_EQ(2, takes(name)) << name;
+    for (const char* name : {"a.ms3d", "a.wav", "a.txt", "a.", "a.gif", "a.pcx", "a.psd", "a.tif"})
+        EXPECT_EQ(0, takes(name)) << name;
+    EXPECT_FALSE(loader.canLoad(textureFile("a.png"),
+                                TextureInfo(1, 1, 1, DataType::UnsignedByte, Color::ColorIndex)));
 }

@@ -1,18 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <memory>
+#include <tuple>
 
 #include "geometry/GeometryData.h"
 #include "geometry/GeometryDataGroup.h"
-#include "geometry/GeometryObject.h"
 #include "geometry/GeometrySubobject.h"
 #include "geometry/IndexedTriangles.h"
 #include "loader/EngineFixture.h"
-#include "loader/Ms3dWriter.h"
-#include "plugins/loader/devil/DevILPlugin.h"
 #include "plugins/loader/ms3d/Ms3dFile.h"
-#include "plugins/loader/ms3d/Ms3dPlugin.h"
 #include "scene/BoundingBox.h"
 
 using namespace Velun;
@@ -53,10 +49,7 @@ TEST(Ms3dFileTest, RefusesEveryTruncation) {
     EXPECT_EQ(Ms3dFile::Ok, readBytes(file, bytes, at.end));
     EXPECT_TRUE(file.getError().empty());
 
-    const struct {
-        std::size_t size;
-        const char* error;
-    } cuts[] = {
+    const std::pair<std::size_t, const char*> cuts[] = {
         {12, "the file ends inside the header"},
         {at.vertices + 1, "the file ends before the vertex count"},
         {at.vertices + 2 + 15 * 3 + 7, "4 vertices need 60 bytes, but only 52 are left"},
@@ -68,61 +61,52 @@ TEST(Ms3dFileTest, RefusesEveryTruncation) {
         {at.materials, "the file ends before the material count"},
         {at.materials + 2 + 361 + 360, "2 materials need 722 bytes, but only 721 are left"},
     };
-    for (const auto& cut : cuts) {
-        readBytes(file, bytes, cut.size);
-        EXPECT_EQ(cut.error, file.getError()) << "size " << cut.size;
+    for (const auto& [size, error] : cuts) {
+        readBytes(file, bytes, size);
+        EXPECT_EQ(error, file.getError()) << "size " << size;
     }
 }
 
-// A damaged model, or whole file with a count at `offset` bytes into a section replaced by `value`.
+// Whole files with a count at `offset` bytes into a section replaced by `value`, and damaged models.
 TEST(Ms3dFileTest, RefusesBadCountsIndicesAndValuesWithTheirCause) {
-    struct Case {
-        const char* error;
-        void (*damage)(Model&) = nullptr;
-        std::size_t ms3dtest::Layout::*section = nullptr;
-        std::size_t offset = 0;
-        unsigned value = 0;
-    };
-    const Case cases[] = {
-        {"65535 vertices need 983025 bytes, but only 1018 are left", nullptr, &ms3dtest::Layout::vertices, 0,
-         0xFFFF},
-        {"60000 triangles need 4200000 bytes, but only 956 are left", nullptr, &ms3dtest::Layout::triangles,
-         0, 60000},
-        {"group 0 with 40000 triangles needs 80001 bytes, but only 779 are left", nullptr,
-         &ms3dtest::Layout::groups, 2 + 33, 40000},
-        {"group 2 with 52480 triangles needs 104961 bytes, but only 703 are left", nullptr,
-         &ms3dtest::Layout::groups, 0, 1000},
-        {"3 materials need 1083 bytes, but only 736 are left", nullptr, &ms3dtest::Layout::materials, 0, 3},
-        {"triangle 1 uses vertex 4 (vertex count 4)", [](Model& m) { m.triangles[1].v[1] = 4; }},
-        {"group 1 uses triangle 2 (triangle count 2)",
-         [](Model& m) {
-             m.groups[1].triangles = {1, 2};
-         }},
-        {"group 0 uses material 2 (material count 2)", [](Model& m) { m.groups[0].material = 2; }},
-        {"group 0 uses material -2 (material count 2)", [](Model& m) { m.groups[0].material = -2; }},
-        {"the texture name of material 1 has no terminating zero",
-         [](Model& m) { m.materials[1].texture = std::string(128, 'a'); }},
-        {"vertex 2 has a position that is not a finite number", [](Model& m) { m.vertices[2].y = kNaN; }},
-        {"vertex 0 has a position that is not a finite number", [](Model& m) { m.vertices[0].z = -kInf; }},
-        {"triangle 1 has a texture coordinate that is not a finite number",
-         [](Model& m) { m.triangles[1].t[2] = kInf; }},
-        {"triangle 0 has a texture coordinate that is not a finite number",
-         [](Model& m) { m.triangles[0].s[0] = kNaN; }},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.error);
-        Model model = twoTriangles();
-        if (c.damage)
-            c.damage(model);
-        ms3dtest::Layout at;
-        std::vector<unsigned char> bytes = ms3dtest::write(model, &at);
-        if (c.section) {
-            bytes[at.*c.section + c.offset] = static_cast<unsigned char>(c.value & 0xFF);
-            bytes[at.*c.section + c.offset + 1] = static_cast<unsigned char>(c.value >> 8);
-        }
+    auto refused = [](const std::vector<unsigned char>& bytes) {
         Ms3dFile file;
         EXPECT_EQ(Ms3dFile::Malformed, file.read(bytes.data(), bytes.size()));
-        EXPECT_EQ(c.error, file.getError());
+        return file.getError();
+    };
+    typedef ms3dtest::Layout At;
+    const std::tuple<std::size_t At::*, std::size_t, unsigned, const char*> counts[] = {
+        {&At::vertices, 0, 0xFFFF, "65535 vertices need 983025 bytes, but only 1018 are left"},
+        {&At::triangles, 0, 60000, "60000 triangles need 4200000 bytes, but only 956 are left"},
+        {&At::groups, 35, 40000, "group 0 with 40000 triangles needs 80001 bytes, but only 779 are left"},
+        {&At::groups, 0, 1000, "group 2 with 52480 triangles needs 104961 bytes, but only 703 are left"},
+        {&At::materials, 0, 3, "3 materials need 1083 bytes, but only 736 are left"},
+    };
+    for (const auto& [section, offset, value, error] : counts) {
+        At at;
+        std::vector<unsigned char> bytes = ms3dtest::write(twoTriangles(), &at);
+        bytes[at.*section + offset] = static_cast<unsigned char>(value & 0xFF);
+        bytes[at.*section + offset + 1] = static_cast<unsigned char>(value >> 8);
+        EXPECT_EQ(error, refused(bytes));
+    }
+    const std::pair<void (*)(Model&), const char*> damages[] = {
+        {[](Model& m) { m.triangles[1].v[1] = 4; }, "triangle 1 uses vertex 4 (vertex count 4)"},
+        {[](Model& m) { m.groups[1].triangles.push_back(2); }, "group 1 uses triangle 2 (triangle count 2)"},
+        {[](Model& m) { m.groups[0].material = 2; }, "group 0 uses material 2 (material count 2)"},
+        {[](Model& m) { m.groups[0].material = -2; }, "group 0 uses material -2 (material count 2)"},
+        {[](Model& m) { m.materials[1].texture = std::string(128, 'a'); },
+         "the texture name of material 1 has no terminating zero"},
+        {[](Model& m) { m.vertices[2].y = kNaN; }, "vertex 2 has a position that is not a finite number"},
+        {[](Model& m) { m.vertices[0].z = -kInf; }, "vertex 0 has a position that is not a finite number"},
+        {[](Model& m) { m.triangles[1].t[2] = kInf; },
+         "triangle 1 has a texture coordinate that is not a finite number"},
+        {[](Model& m) { m.triangles[0].s[0] = kNaN; },
+         "triangle 0 has a texture coordinate that is not a finite number"},
+    };
+    for (const auto& [damage, error] : damages) {
+        Model model = twoTriangles();
+        damage(model);
+        EXPECT_EQ(error, refused(ms3dtest::write(model)));
     }
 
     // The edges that are still good: no material, and a texture name of 127 characters.
@@ -138,82 +122,35 @@ TEST(Ms3dFileTest, RefusesBadCountsIndicesAndValuesWithTheirCause) {
 
 namespace {
 
-class Ms3dObjectLoaderTest : public EngineFixture {
-protected:
-    void SetUp() override {
-        EngineFixture::SetUp();
-        images.registerPlugin();
-        models.registerPlugin();
-    }
-    void TearDown() override {
-        models.unregisterPlugin();
-        images.unregisterPlugin();
-        EngineFixture::TearDown();
-    }
-
-    // The object of a name, and the first log line its loading wrote (the object manager
-    // adds one of its own after the loader's).
-    std::unique_ptr<GeometryObject> create(const std::string& name, std::string* line = nullptr) {
-        testing::internal::CaptureStderr();
-        ObjectNode* node = core.getResourceManager().getObjectManager().createObject(name);
-        std::string written = testing::internal::GetCapturedStderr();
-        if (line)
-            *line = written.substr(0, written.find('\n') + 1);
-        else
-            EXPECT_EQ("", written);
-        return std::unique_ptr<GeometryObject>(dynamic_cast<GeometryObject*>(node));
-    }
-
-    DevILPlugin images;
-    Ms3dPlugin models;
-};
-
-GeometryData& geometryOf(GeometryObject& object) {
-    GeometryData* data = dynamic_cast<GeometryData*>(object.getSubobjectAt(0)->getGeometry(0).get());
-    EXPECT_NE(nullptr, data);
-    return *data;
-}
-
-const IndexData& indicesOf(GeometryData& geometry) {
-    const Dorvan::Vector<GeometryElement*>& elements = geometry.getGroup(0)->getElementList();
-    EXPECT_EQ(1u, elements.size());
-    return dynamic_cast<IndexedTriangles&>(*elements.get(0)).getIndexList();
-}
-
-Model oneTriangle() {
+// Three triangles over five vertices, the last used by none; vertex 1 is shared with a
+// different normal in triangles 0 and 1. The first group lists triangle 1 first; the second
+// names no material.
+Model corners() {
     Model model;
-    // The last vertex is used by no triangle.
-    model.vertices = {{0, 0, 0}, {2, 0, 0}, {0, 3, -1}, {100, 100, 100}};
-    model.triangles = {ms3dtest::triangle(0, 1, 2)};
-    model.groups = {{{0}, 0}};
-    model.materials = {ms3dtest::material(1, 0.5f, 0.25f, "")};
-    return model;
-}
-
-}  // namespace
-
-TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertexWithItsNormal) {
-    Model model = oneTriangle();
-    model.vertices[3] = {2, 3, 0};
-    model.vertices.push_back({100, 100, 100});  // used by no triangle
-    model.triangles.push_back(ms3dtest::triangle(1, 3, 2));
-    model.triangles.push_back(ms3dtest::triangle(0, 1, 2));
+    model.vertices = {{0, 0, 0}, {2, 0, 0}, {0, 3, -1}, {2, 3, 0}, {100, 100, 100}};
+    model.triangles = {ms3dtest::triangle(0, 1, 2), ms3dtest::triangle(1, 3, 2), ms3dtest::triangle(0, 1, 2)};
     model.triangles[0].s[1] = 1.0f;
     model.triangles[0].t[2] = 0.5f;
-    // Vertex 1 is shared with a different normal in triangles 0 and 1.
     model.triangles[0].n[1][0] = 1;
     model.triangles[0].n[1][2] = 0;
     model.triangles[1].n[0][1] = 1;
     model.triangles[1].n[0][2] = 0;
-    // The first group lists triangle 1 first; the second names no material.
     model.groups = {{{1, 0}, 0}, {{2}, -1}};
-    writeModel("corners.ms3d", ms3dtest::write(model));
+    model.materials = {ms3dtest::material(1, 0.5f, 0.25f, "")};
+    return model;
+}
+
+typedef EngineFixture Ms3dObjectLoaderTest;
+
+}  // namespace
+
+TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertexWithItsNormal) {
+    write("models/corners.ms3d", ms3dtest::write(corners()));
     std::unique_ptr<GeometryObject> object = create("corners.ms3d");
     ASSERT_TRUE(object);
-    GeometryData& geometry = geometryOf(*object);
+    auto& geometry = dynamic_cast<GeometryData&>(*object->getSubobjectAt(0)->getGeometry(0));
     VertexData& vertices = *geometry.getIndexedData(0);
     EXPECT_EQ(9u, vertices.getCount());
-    EXPECT_TRUE(vertices.isUsingNormal());
     EXPECT_FALSE(vertices.isUsingColor());
     EXPECT_EQ(1u, vertices.getNumTexLayer());
     const float* positions = static_cast<const float*>(vertices.getVertices());
@@ -226,7 +163,9 @@ TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertexWithItsNormal) {
     EXPECT_EQ(1.0f, normals[1 * 3 + 0]);
     EXPECT_EQ(1.0f, normals[3 * 3 + 1]);
     EXPECT_EQ(0.0f, normals[3 * 3 + 0]);
-    const IndexData& indices = indicesOf(geometry);
+    const Dorvan::Vector<GeometryElement*>& elements = geometry.getGroup(0)->getElementList();
+    ASSERT_EQ(1u, elements.size());
+    const IndexData& indices = dynamic_cast<IndexedTriangles&>(*elements.get(0)).getIndexList();
     ASSERT_EQ(6u, indices.getCount());
     EXPECT_EQ(3u, indices.getIndex(0));
     EXPECT_EQ(1u, indices.getIndex(4));
@@ -237,7 +176,6 @@ TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertexWithItsNormal) {
     EXPECT_EQ(2.0f, box->getMax()[0]);
     EXPECT_EQ(3.0f, box->getMax()[1]);
     EXPECT_EQ(-1.0f, box->getMin()[2]);
-    EXPECT_EQ(nullptr, geometry.getPhysicsVolume());
 
     Dorvan::SharedPtr<Material> material = object->getDefaultMaterial(0);
     ASSERT_TRUE(material);
@@ -248,12 +186,12 @@ TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertexWithItsNormal) {
     EXPECT_FALSE(object->getDefaultMaterial(0xFFFFFFFFu));
 }
 
-// The one-triangle file with one byte changed and cut at `size`; version 3 is read too.
+// The corners file with one byte changed and cut at `size`; version 3 is read too.
 TEST_F(Ms3dObjectLoaderTest, RefusesOtherVersionsAndDamagedFilesWithOneLine) {
     const std::string version = "Error loading ms3d file: Unhandled file version. Only Milkshape3D Version "
                                 "1.3 and 1.4 is supported.\n";
     ms3dtest::Layout at;
-    const std::vector<unsigned char> good = ms3dtest::write(oneTriangle(), &at);
+    const std::vector<unsigned char> good = ms3dtest::write(corners(), &at);
     const struct {
         const char* name;
         std::size_t at, size;  // no file for size 0
@@ -265,9 +203,7 @@ TEST_F(Ms3dObjectLoaderTest, RefusesOtherVersionsAndDamagedFilesWithOneLine) {
         {"v5.ms3d", 10, good.size(), 5, version},
         {"magic.ms3d", 0, good.size(), 'm', "Error loading ms3d file: Not a valid Milkshape3D model file.\n"},
         {"cut.ms3d", 0, at.triangles + 2 + 30, 'M',
-         "Error loading ms3d file .\\models\\cut.ms3d: 1 triangles need 70 bytes, but only 30 are left\n"},
-        {"index.ms3d", at.triangles + 8, good.size(), 9,
-         "Error loading ms3d file .\\models\\index.ms3d: triangle 0 uses vertex 9 (vertex count 4)\n"},
+         "Error loading ms3d file .\\models\\cut.ms3d: 3 triangles need 210 bytes, but only 30 are left\n"},
         {"v3.ms3d", 10, good.size(), 3, ""},
     };
     for (const auto& c : cases) {
@@ -275,11 +211,11 @@ TEST_F(Ms3dObjectLoaderTest, RefusesOtherVersionsAndDamagedFilesWithOneLine) {
         std::vector<unsigned char> bytes(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(c.size));
         if (c.size) {
             bytes[c.at] = c.value;
-            writeModel(c.name, bytes);
+            write(std::string("models/") + c.name, bytes);
         }
         std::string line;
         EXPECT_EQ(c.line.empty(), static_cast<bool>(create(c.name, &line)));
         EXPECT_EQ(c.line, line);
-        EXPECT_EQ(c.line.empty(), core.getResourceManager().getObjectManager().isLoaded(c.name));
+        EXPECT_EQ(c.line.empty(), objects().isLoaded(c.name));
     }
 }

@@ -13,7 +13,6 @@
 #include "input/InputProvider.h"
 #include "logic/EventManager.h"
 #include "render/RenderManager.h"
-#include "render/RenderTarget.h"
 #include "scene/BoundingBox.h"
 #include "scene/Branch.h"
 #include "scene/Light.h"
@@ -39,27 +38,22 @@ public:
     void pollEvents(std::int64_t) override { record("input"); }
 };
 
-class LogicProbe : public Modifier, public Process {
+// A logic modifier, or a sound process, that logs its name when run.
+class Probe : public Modifier, public Process {
 public:
+    explicit Probe(std::string const& name) : mName(name) {}
     int run(std::int64_t) override {
-        record("logic");
+        record(mName);
         return 0;
     }
-};
-
-class SoundProbe : public Process {
-public:
-    int run(std::int64_t) override {
-        record("sound");
-        return 0;
-    }
+    std::string mName;
 };
 
 // A named box whose update hook shows the scene's update pass.
 class Box : public Leaf {
 public:
-    Box(std::string const& name, float x, float z)
-        : Leaf(TypeObject, name), mBox(Point(x - 1.0f, -1.0f, z - 1.0f), Point(x + 1.0f, 1.0f, z + 1.0f)) {}
+    Box(std::string const& name, float z)
+        : Leaf(TypeObject, name), mBox(Point(-1, -1, z - 1), Point(1, 1, z + 1)) {}
     BoundingVolume const* getBoundingVolume() const override { return &mBox; }
     void update(bool entering) override {
         if (entering)
@@ -78,27 +72,25 @@ TEST(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
     VelunCore::getSingleton().startup();
     RenderTest::TestRenderEngine engine(&log);
     InputProbe input;
-    SoundProbe sound;
+    Probe sound("sound");
     VelunCore& core = VelunCore::getSingleton();
     RenderManager& render = core.getRenderManager();
     SceneManager& scenes = core.getSceneManager();
 
     core.getInputManager().registerInputProvider(input);
-    SharedPtr<LogicProbe> logic(new LogicProbe());
+    SharedPtr<Probe> logic(new Probe("logic"));
     logic->setState(LogicElement::StateRunning);
     core.getEventManager().registerModifier(logic);
     core.getResourceManager().getSoundManager().getProcessList()->push_back(&sound);
 
     // A world with a box in front of the cameras and one behind them, and an overlay.
     SceneGraph& world = scenes.createSceneGraph();
-    Box ahead("ahead", 0.0f, -10.0f);
-    Box behind("behind", 0.0f, 10.0f);
+    Box ahead("ahead", -10.0f), behind("behind", 10.0f);
     Light lamp("lamp");
-    world.getRoot()->attachChild(ahead);
-    world.getRoot()->attachChild(behind);
-    world.getRoot()->attachChild(lamp);
+    for (Node* node : std::initializer_list<Node*>{&ahead, &behind, &lamp})
+        world.getRoot()->attachChild(*node);
     Overlay& hud = scenes.createOverlay();
-    Box badge("badge", 0.0f, 0.0f);
+    Box badge("badge", 0.0f);
     hud.getRoot()->attachChild(badge);
 
     SharedPtr<Camera> mainCamera(new Camera("main"));
@@ -113,42 +105,39 @@ TEST(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
     render.registerRenderer("test", &engine);
     EXPECT_EQ(1, render.initializeRenderer(false));
     RenderTest::TestRenderWindow* window = static_cast<RenderTest::TestRenderWindow*>(
-        render.createRenderWindow("main", 800, 600, false, 0, 0, nullptr));
+        render.createRenderWindow("main", 801, 601, false, 0, 0, nullptr));
     ASSERT_NE(nullptr, window);
     window->mAfterRender = stopAfterFrame;
 
+    // The whole window, inserted at the front; a part given relative to the window, which
+    // rounds down; then disabled, empty and cameraless viewports, which are skipped, and a
+    // camera outside any scene, which sets its viewport but draws nothing.
     SharedPtr<RenderTarget> target(new RenderTarget());
+    auto add = [&target](Viewport* viewport, SharedPtr<Camera> camera, bool enabled = true) {
+        viewport->attachCamera(camera);
+        viewport->setEnabled(enabled);
+        target->attachViewport(SharedPtr<Viewport>(viewport));
+    };
+    add(new Viewport(0.5f, 0.25f, 0.5f, 0.5f), mirror);
     SharedPtr<Viewport> full(new Viewport(0.0f, 0.0f, 1.0f, 1.0f));
-    SharedPtr<Viewport> corner(new Viewport(10, 20, 200, 100));
     full->attachCamera(mainCamera);
-    corner->attachCamera(mirror);
-    target->attachViewport(full);
-    target->attachViewport(corner);
+    EXPECT_EQ(0, target->insertViewport(0, full));
+    add(new Viewport(0, 0, 400, 300), mainCamera, false);
+    add(new Viewport(0, 0, 0, 300), mainCamera);
+    add(new Viewport(0, 0, 400, 300), SharedPtr<Camera>());
+    add(new Viewport(1, 2, 30, 40), SharedPtr<Camera>(new Camera("loose")));
     window->attachRenderTarget(target);
 
     log.clear();
     EXPECT_EQ(0, core.getProcessManager().run(true));
 
-    std::vector<std::string> expected = {
-        "input",
-        "logic",
-        "update ahead",
-        "update behind",
-        "update badge",
-        "sound",
-        "render main at 0",
-        "clear surface",
-        "viewport 0 0 800 600",
-        "clear depth",
-        "pass main scene 1 aspect 1.33333: ahead lamp",
-        "clear depth",
-        "overlay pass main scene 2 aspect 1.33333: badge",
-        "viewport 10 20 200 100",
-        "clear depth",
-        "pass mirror scene 1 aspect 2: behind lamp",
-        "swap",
-    };
-    EXPECT_EQ(expected, log);
+    EXPECT_EQ(
+        (CallLog{"input", "logic", "update ahead", "update behind", "update badge", "sound",
+                 "render main at 0", "clear surface", "viewport 0 0 801 601", "clear depth",
+                 "pass main scene 1 aspect 1.33278: ahead lamp", "clear depth",
+                 "overlay pass main scene 2 aspect 1.33278: badge", "viewport 400 150 400 300", "clear depth",
+                 "pass mirror scene 1 aspect 1.33333: behind lamp", "viewport 1 2 30 40", "swap"}),
+        log);
 
     world.getRoot()->detachChilds();
     hud.getRoot()->detachChilds();

@@ -5,11 +5,9 @@
 #include <vector>
 
 #include "render/Capabilities.h"
-#include "render/RenderContext.h"
 #include "render/RenderEngine.h"
 #include "render/RenderWindow.h"
 #include "render/ViewportRenderer.h"
-#include "scene/Camera.h"
 #include "scene/SceneRoot.h"
 #include "scene/View.h"
 
@@ -18,50 +16,25 @@ namespace RenderTest {
 // What the test engine and its windows were asked to do, in order.
 typedef std::vector<std::string> CallLog;
 
-class TestCapabilities : public Velun::Capabilities {};
-
-// Collects the names of the nodes a pass hands over.
+// Collects the names of the nodes a pass hands over, each after a space.
 class NameCollector : public Velun::Traverser::Handler {
 public:
     void reset(Velun::Node&) override { mNames.clear(); }
     Velun::Traverser::StatusResult handle(Velun::Node& node, Velun::Traverser::Direction direction,
                                           Velun::Node*) override {
         if (direction != Velun::Traverser::DirectionUp && !node.getName().empty())
-            mNames.push_back(node.getName());
+            mNames += " " + node.getName();
         return Velun::Traverser::ResultContinue;
     }
-    std::vector<std::string> mNames;
-};
-
-// A render engine of the tests: makes TestRenderWindows and logs every call.
-class TestRenderEngine : public Velun::RenderEngine {
-public:
-    explicit TestRenderEngine(CallLog* log, std::string const& name = "test") : mLog(log), mName(name) {}
-
-    bool initialize() override {
-        mLog->push_back("initialize " + mName);
-        return true;
-    }
-    Velun::RenderWindow* createRenderWindow(int id, std::string const& name, int width, int height,
-                                            bool fullscreen, int offsetX, int offsetY,
-                                            Dorvan::LinkedMap<std::string, std::string>*) override;
-    Velun::Capabilities* getCapabilities() override { return &mCapabilities; }
-    void shutdown() override { mLog->push_back("shutdown " + mName); }
-
-    CallLog* mLog;
-    std::string mName;
-
-private:
-    TestCapabilities mCapabilities;
+    std::string mNames;
 };
 
 // A window that draws by writing lines into the log: the stand-in for a GL window.
 class TestRenderWindow : public Velun::RenderWindow, public Velun::ViewportRenderer {
 public:
-    TestRenderWindow(TestRenderEngine* engine, CallLog* log, int id, std::string const& name, int width,
-                     int height, bool fullscreen, int offsetX, int offsetY)
-        : RenderWindow(id, name, width, height, fullscreen, offsetX, offsetY, nullptr), mEngine(engine),
-          mLog(log) {}
+    TestRenderWindow(Velun::RenderEngine* engine, CallLog* log, int id, std::string const& name, int width,
+                     int height)
+        : RenderWindow(id, name, width, height, false, 0, 0, nullptr), mEngine(engine), mLog(log) {}
     ~TestRenderWindow() override { mLog->push_back("destroy window " + getName()); }
 
     Velun::RenderEngine* getRenderEngine() override { return mEngine; }
@@ -70,11 +43,7 @@ public:
 
     void render(std::int64_t timestamp) override {
         mLog->push_back("render " + getName() + " at " + std::to_string(timestamp));
-        Dorvan::SharedPtr<Velun::RenderTarget> target = getRenderTarget();
-        if (target.isNull())
-            mLog->push_back("clear surface");
-        else
-            renderTarget(*target, getWidth(), getHeight());
+        renderTarget(*getRenderTarget(), getWidth(), getHeight());
         mLog->push_back("swap");
         if (mAfterRender)
             mAfterRender();
@@ -107,21 +76,38 @@ protected:
         view->walk(0, false);
         std::ostringstream line;
         line << (overlay ? "overlay pass " : "pass ") << camera.getName() << " scene "
-             << view->getSceneRoot().getSceneId() << " aspect " << view->getFrustrum()->getAspect() << ":";
-        for (const std::string& name : collector->mNames)
-            line << " " << name;
+             << view->getSceneRoot().getSceneId() << " aspect " << view->getFrustrum()->getAspect() << ":"
+             << collector->mNames;
         mLog->push_back(line.str());
     }
 
 private:
-    TestRenderEngine* mEngine;
+    Velun::RenderEngine* mEngine;
     CallLog* mLog;
 };
 
-inline Velun::RenderWindow*
-TestRenderEngine::createRenderWindow(int id, std::string const& name, int width, int height, bool fullscreen,
-                                     int offsetX, int offsetY, Dorvan::LinkedMap<std::string, std::string>*) {
-    return new TestRenderWindow(this, mLog, id, name, width, height, fullscreen, offsetX, offsetY);
-}
+// A render engine of the tests: makes TestRenderWindows and logs every call.
+class TestRenderEngine : public Velun::RenderEngine {
+public:
+    explicit TestRenderEngine(CallLog* log, std::string const& name = "test") : mLog(log), mName(name) {}
+
+    bool initialize() override {
+        mLog->push_back("initialize " + mName);
+        return true;
+    }
+    Velun::RenderWindow* createRenderWindow(int id, std::string const& name, int width, int height, bool, int,
+                                            int, Dorvan::LinkedMap<std::string, std::string>*) override {
+        return new TestRenderWindow(this, mLog, id, name, width, height);
+    }
+    Velun::Capabilities* getCapabilities() override { return &mCapabilities; }
+    void shutdown() override { mLog->push_back("shutdown " + mName); }
+
+    CallLog* mLog;
+    std::string mName;
+
+private:
+    struct : Velun::Capabilities {
+    } mCapabilities;
+};
 
 }  // namespace RenderTest

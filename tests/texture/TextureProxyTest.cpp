@@ -53,21 +53,7 @@ std::vector<unsigned char> pixel(const TextureProxy& proxy, unsigned int x, unsi
 
 typedef std::vector<unsigned char> Bytes;
 
-class ValueProbe : public TextureProxy {
-public:
-    ValueProbe() : TextureProxy(1, 1, Color()) {}
-    unsigned char value(float v, float scale, float bias) const { return getPixelValue(v, scale, bias); }
-};
-
 }  // namespace
-
-TEST(TextureProxyTest, FloatsBecomeBytesByTruncation) {
-    ValueProbe probe;
-    EXPECT_EQ(255, probe.value(2.0f, 1.0f, 0.0f));
-    EXPECT_EQ(0, probe.value(-1.0f, 1.0f, 0.0f));
-    EXPECT_EQ(127, probe.value(0.5f, 0.5f, 0.25f));
-    EXPECT_EQ(127, probe.value(0.5f, 1.0f, 0.0f));
-}
 
 TEST(TextureProxyTest, SolidColourIsRgbaBytes) {
     TextureProxy proxy(4, 2, Color(1.0f, 0.0f, 0.0f, 0.5f));
@@ -79,8 +65,8 @@ TEST(TextureProxyTest, SolidColourIsRgbaBytes) {
     EXPECT_FALSE(proxy.copyData(0, 0, 0, 1, 1, 1, nullptr));
 }
 
-// Colours are scaled and biased, alpha is not; alpha comes from a channel of a second source
-// of any size, one-channel sources read as grey.
+// Colours are scaled and biased, truncated and clamped to bytes; alpha is not; alpha comes
+// from a channel of a second source of any size, one-channel sources read as grey.
 TEST(TextureProxyTest, PixelsOfColourAndAlphaSources) {
     const Source rgb = image(2, 2, Color::Rgb, {10, 20, 30, 40, 50, 60, 70, 80, 90, 100, 110, 120});
     std::vector<unsigned char> ramp(16);
@@ -90,7 +76,12 @@ TEST(TextureProxyTest, PixelsOfColourAndAlphaSources) {
     const Source tall =
         image(2, 8, Color::Luminance, Bytes{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15});
     const Source dark = image(2, 2, Color::Rgba, {0, 0, 0, 9, 0, 0, 0, 9, 0, 0, 0, 9, 0, 0, 0, 9});
-    const Source tiny = image(1, 1, Color::Rgb, {200, 17, 51});
+    const Source tiny = image(1, 1, Color::Rgb, {200, 17, 51}),
+                 bright = image(1, 1, Color::Rgb, {255, 64, 0});
+    const Source rgba = image(1, 1, Color::Rgba, {100, 34, 254, 51}),
+                 pair = image(1, 1, Color::None, {200, 34});
+    const Source lum = image(2, 1, Color::Luminance, {128, 17}),
+                 index = image(2, 1, Color::ColorIndex, {128, 17});
     // A block shorter than its description reads black beyond its end.
     const Source shortBlock = image(2, 2, Color::Rgb, {200, 200, 200});
     const struct {
@@ -100,17 +91,10 @@ TEST(TextureProxyTest, PixelsOfColourAndAlphaSources) {
         unsigned int channel, x, y;
         Bytes expected;
     } cases[] = {
-        {"scaled", image(1, 1, Color::Rgb, {128, 64, 0}), {}, 2.0f, 0.0f, 3, 0, 0, {255, 128, 0, 255}},
+        // 64 / 255 * 2 - 0.25 gives 64.25 bytes; the others leave 0 to 255.
+        {"scaled and clamped", bright, {}, 2.0f, -0.25f, 3, 0, 0, {255, 64, 0, 255}},
         // 100 / 255 * 0.5 + 0.25 gives 113.75, truncated; alpha passes through.
-        {"biased",
-         image(1, 1, Color::Rgba, {100, 34, 254, 51}),
-         {},
-         0.5f,
-         0.25f,
-         3,
-         0,
-         0,
-         {113, 80, 190, 51}},
+        {"biased", rgba, {}, 0.5f, 0.25f, 3, 0, 0, {113, 80, 190, 51}},
         // Pixel (x, y) takes its alpha from (2x, 2y) of the larger mask.
         {"mask 0 0", rgb, mask, 1.0f, 0.0f, 3, 0, 0, {10, 20, 30, 0}},
         {"mask 1 0", rgb, mask, 1.0f, 0.0f, 3, 1, 0, {40, 50, 60, 2}},
@@ -124,17 +108,9 @@ TEST(TextureProxyTest, PixelsOfColourAndAlphaSources) {
         {"small mask, red", dark, tiny, 1.0f, 0.0f, 0, 1, 0, {0, 0, 0, 200}},
         {"small mask, red far", dark, tiny, 1.0f, 0.0f, 0, 1, 1, {0, 0, 0, 200}},
         {"small mask, blue", dark, tiny, 1.0f, 0.0f, 2, 1, 1, {0, 0, 0, 51}},
-        {"luminance", image(2, 1, Color::Luminance, {128, 17}), {}, 1.0f, 0.0f, 3, 1, 0, {17, 17, 17, 255}},
-        {"index", image(2, 1, Color::ColorIndex, {128, 17}), {}, 1.0f, 0.0f, 3, 1, 0, {17, 17, 17, 255}},
-        {"luminance alpha",
-         image(1, 1, Color::None, {200, 34}),
-         {},
-         1.0f,
-         0.0f,
-         3,
-         0,
-         0,
-         {200, 200, 200, 34}},
+        {"luminance", lum, {}, 1.0f, 0.0f, 3, 1, 0, {17, 17, 17, 255}},
+        {"index", index, {}, 1.0f, 0.0f, 3, 1, 0, {17, 17, 17, 255}},
+        {"luminance alpha", pair, {}, 1.0f, 0.0f, 3, 0, 0, {200, 200, 200, 34}},
         {"short block, start", shortBlock, {}, 1.0f, 0.0f, 3, 0, 0, {200, 200, 200, 255}},
         {"short block, end", shortBlock, {}, 1.0f, 0.0f, 3, 1, 1, {0, 0, 0, 255}},
     };

@@ -1,137 +1,32 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 #include <vector>
 
 #include "core/FileNameMapper.h"
-#include "core/ResourceManager.h"
 #include "foundation/CowMemPtr.h"
 #include "support/EngineClock.h"
 #include "texture/Texture2D.h"
 #include "texture/TextureData.h"
-#include "texture/TextureInfo.h"
 #include "texture/TextureManager.h"
 
 using namespace Velun;
-
-TEST(TextureInfoTest, PixelColorsOfEveryLayout) {
-    // Bytes are scaled by multiplying with 1/255 as a float, not by dividing.
-    const float half = 128 * 0.003921569f;
-    const unsigned char rgba[] = {255, 0, 51, 102}, luminanceAlpha[] = {255, 128}, one[] = {128};
-    const float values[] = {0.25f, 0.75f, 0.5f, 0.125f};
-    const struct {
-        DataType::Type type;
-        unsigned int channels;  // 0: from the format
-        Color::Format format;
-        const void* pixel;
-        Color expected;
-    } cases[] = {
-        {DataType::UnsignedByte, 4, Color::Rgba, rgba, Color(1.0f, 0.0f, 0.2f, 0.4f)},
-        {DataType::UnsignedByte, 3, Color::Rgb, rgba, Color(1.0f, 0.0f, 0.2f, 1.0f)},
-        {DataType::UnsignedByte, 2, Color::None, luminanceAlpha, Color(1.0f, 1.0f, 1.0f, half)},
-        {DataType::UnsignedByte, 1, Color::ColorIndex, one, Color(1.0f, 1.0f, 1.0f, half)},
-        {DataType::UnsignedByte, 1, Color::Luminance, one, Color(half, half, half, 1.0f)},
-        {DataType::Float, 2, Color::None, values, Color(0.25f, 0.25f, 0.25f, 0.75f)},
-        {DataType::Float, 0, Color::Rgba, values, Color(0.25f, 0.75f, 0.5f, 0.125f)},
-        {DataType::Float, 0, Color::Luminance, values, Color(0.25f, 0.25f, 0.25f, 1.0f)},
-        {DataType::UnsignedShort, 0, Color::Luminance, values, Color(0.0f, 0.0f, 0.0f, 1.0f)},
-        {DataType::UnsignedShort, 0, Color::Luminance, nullptr, Color(0.0f, 0.0f, 0.0f, 1.0f)},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.type << " " << c.channels << " " << c.format);
-        TextureInfo info;
-        info.setDataType(c.type);
-        if (c.channels)
-            info.setChannels(c.channels);
-        if (c.format != Color::None)
-            info.setColorFormat(c.format);
-        const Color color = info.getPixelColor(c.pixel);
-        const float got[] = {color.r, color.g, color.b, color.a},
-                    want[] = {c.expected.r, c.expected.g, c.expected.b, c.expected.a};
-        for (int i = 0; i < 4; ++i)
-            EXPECT_FLOAT_EQ(want[i], got[i]) << i;
-    }
-}
+typedef Dorvan::SharedPtr<TextureSource> Source;
 
 namespace {
 
 // An image of zero bytes in its own block.
-Dorvan::SharedPtr<TextureSource> makeImage(unsigned int width, unsigned int height,
-                                           Color::Format format = Color::Rgb) {
+Source makeImage(unsigned int width, unsigned int height, Color::Format format = Color::Rgb) {
     TextureInfo info(width, height, 1, DataType::UnsignedByte, format);
     Dorvan::CowMemPtr<void> pixels;
     pixels.alloc(info.getMemSize());
-    return Dorvan::SharedPtr<TextureSource>(new TextureData(info, pixels));
+    return Source(new TextureData(info, pixels));
 }
-
-}  // namespace
-
-TEST(TextureTest, FiltersAreNormalised) {
-    Texture2D texture;
-    texture.setMagFilter(Texture::Trilinear);
-    EXPECT_EQ(Texture::Linear, texture.getMagFilter());
-    texture.setMagFilter(Texture::Nearest);
-    EXPECT_EQ(Texture::Nearest, texture.getMagFilter());
-
-    texture.setMipMapFilter(Texture::Nearest, Texture::Nearest);
-    texture.setMinFilter(Texture::Trilinear);
-    EXPECT_EQ(Texture::MipMap, texture.getMinFilter());
-    EXPECT_EQ(Texture::Linear, texture.getMipMapChooseFilter());
-    EXPECT_EQ(Texture::Linear, texture.getMipMapFilter());
-    texture.setMinFilter(Texture::Bilinear);
-    EXPECT_EQ(Texture::Linear, texture.getMinFilter());
-
-    texture.setMipMapFilter(Texture::Trilinear, Texture::Nearest);
-    EXPECT_EQ(1, texture.getMipMapChooseFilter());
-    EXPECT_EQ(0, texture.getMipMapFilter());
-
-    texture.setAllFilters(Texture::MipMap);
-    EXPECT_EQ(Texture::MipMap, texture.getMinFilter());
-    EXPECT_EQ(Texture::Linear, texture.getMagFilter());
-}
-
-TEST(TextureTest, ReplacingTheSourceStampsTheTexture) {
-    VelunTest::EngineClock clock;
-    clock.setTime(2000);
-    Dorvan::SharedPtr<TextureSource> image = makeImage(2, 2);
-    Texture2D texture(image);
-    EXPECT_EQ(image.get(), texture.getTextureSource(3, 7).get());
-    EXPECT_FALSE(texture.hasChanged(1));
-
-    texture.setTextureSource(makeImage(1, 1));
-    EXPECT_TRUE(texture.hasChanged(2000));
-    EXPECT_FALSE(texture.hasChanged(2001));
-}
-
-TEST(TextureTest, TextureOutlivesTheEngine) {
-    Texture2D* texture;
-    {
-        VelunTest::EngineClock engine;
-        texture = new Texture2D();
-    }
-    delete texture;
-}
-
-TEST(TextureDataTest, PixelsAddressedRowAfterRowAndRejectedAtTheSize) {
-    Dorvan::SharedPtr<TextureSource> image = makeImage(3, 2);
-    const unsigned char* base = static_cast<const unsigned char*>(image->getTextureData());
-    EXPECT_EQ(base, image->getPixel(0, 0, 0));
-    EXPECT_EQ(base + 3 * 4, image->getPixel(1, 1, 0));
-    EXPECT_EQ(nullptr, image->getPixel(3, 0, 0));
-    EXPECT_EQ(nullptr, image->getPixel(0, 2, 0));
-    EXPECT_EQ(nullptr, image->getPixel(0, 0, 1));
-    EXPECT_FALSE(image->hasChanged(0));
-    unsigned char target[4];
-    EXPECT_FALSE(image->copyData(0, 0, 0, 1, 1, 1, target));
-}
-
-namespace {
 
 typedef std::vector<std::string> Calls;
 typedef NameMapper::ResourceInfo Resource;
 
-Dorvan::SharedPtr<TextureSource> onePixel() { return makeImage(1, 1, Color::Luminance); }
+Source onePixel() { return makeImage(1, 1, Color::Luminance); }
 
 // A source loader that accepts one file type and records what it is asked.
 class RecordingSourceLoader : public TextureSourceLoader {
@@ -142,22 +37,15 @@ public:
     bool isInitialized() const override { return true; }
     bool initialize() override { return true; }
     bool shutdown() override { return true; }
-    bool canLoad(const Resource& resource, const TextureInfo&) override {
-        return accepts("canLoadAs", resource);
-    }
-    bool canLoad(const Resource& resource) override { return accepts("canLoad", resource); }
+    bool canLoad(const Resource& r, const TextureInfo&) override { return note("canLoadAs", r) == mType; }
+    bool canLoad(const Resource& r) override { return note("canLoad", r) == mType; }
     bool canConvert(const TextureInfo& info, bool flag) override {
         mCalls->push_back(mName + ".canConvert");
         return flag && info.getChannels() == 4;
     }
-    Dorvan::SharedPtr<TextureSource> load(const Resource& resource, const TextureInfo&) override {
-        return result("loadAs", resource);
-    }
-    Dorvan::SharedPtr<TextureSource> load(const Resource& resource) override {
-        return result("load", resource);
-    }
-    Dorvan::SharedPtr<TextureSource> convert(Dorvan::SharedPtr<TextureSource> source, const TextureInfo&,
-                                             bool) override {
+    Source load(const Resource& r, const TextureInfo&) override { return made("loadAs", r); }
+    Source load(const Resource& r) override { return made("load", r); }
+    Source convert(Source source, const TextureInfo&, bool) override {
         mCalls->push_back(mName + ".convert");
         return source;
     }
@@ -167,14 +55,15 @@ public:
     Calls* mCalls;
 
 private:
-    bool accepts(const std::string& what, const Resource& resource) {
+    // Records the call and the file; gives the file's type.
+    std::string note(const std::string& what, const Resource& r) {
         mCalls->push_back(mName + "." + what);
-        return resource.mFileType == mType;
+        mLastFile = r.mFileName;
+        return r.mFileType;
     }
-    Dorvan::SharedPtr<TextureSource> result(const std::string& what, const Resource& resource) {
-        mCalls->push_back(mName + "." + what);
-        mLastFile = resource.mFileName;
-        return mSucceeds ? onePixel() : Dorvan::SharedPtr<TextureSource>();
+    Source made(const std::string& what, const Resource& r) {
+        note(what, r);
+        return mSucceeds ? onePixel() : Source();
     }
 };
 
@@ -202,34 +91,121 @@ Dorvan::SharedPtr<NameMapper> textures() {
     return Dorvan::SharedPtr<NameMapper>(new FileNameMapper(".\\textures"));
 }
 
-// A manager with one recording loader for PNG files, and no name mapper yet.
+// A manager without loaders or name mappers yet; a recording loader for PNG files.
 class TextureManagerTest : public ::testing::Test {
 protected:
-    TextureManagerTest() { manager.registerTextureSourceLoader(devil); }
-
     TextureManager manager;
     Calls calls;
     RecordingSourceLoader devil{"devil", "png", true, &calls};
+    const TextureInfo rgba{1, 1, 1, DataType::UnsignedByte, Color::Rgba};
 };
 
 }  // namespace
 
+TEST(TextureInfoTest, PixelColorsOfEveryLayout) {
+    // Bytes are scaled by multiplying with 1/255 as a float, not by dividing.
+    const float k = 0.003921569f, half = 128 * k;
+    const unsigned char rgba[] = {255, 0, 51, 102}, luminanceAlpha[] = {255, 128}, one[] = {128};
+    const float values[] = {0.25f, 0.75f, 0.5f, 0.125f};
+    const struct {
+        DataType::Type type;
+        unsigned int channels;  // 0: from the format
+        Color::Format format;
+        const void* pixel;
+        Color expected;
+    } cases[] = {
+        {DataType::UnsignedByte, 4, Color::Rgba, rgba, Color(1.0f, 0.0f, 51 * k, 102 * k)},
+        {DataType::UnsignedByte, 3, Color::Rgb, rgba, Color(1.0f, 0.0f, 51 * k, 1.0f)},
+        {DataType::UnsignedByte, 2, Color::None, luminanceAlpha, Color(1.0f, 1.0f, 1.0f, half)},
+        {DataType::UnsignedByte, 1, Color::ColorIndex, one, Color(1.0f, 1.0f, 1.0f, half)},
+        {DataType::UnsignedByte, 1, Color::Luminance, one, Color(half, half, half, 1.0f)},
+        {DataType::Float, 2, Color::None, values, Color(0.25f, 0.25f, 0.25f, 0.75f)},
+        {DataType::Float, 0, Color::Rgba, values, Color(0.25f, 0.75f, 0.5f, 0.125f)},
+        {DataType::Float, 0, Color::Luminance, values, Color(0.25f, 0.25f, 0.25f, 1.0f)},
+        {DataType::UnsignedShort, 0, Color::Luminance, values, Color(0.0f, 0.0f, 0.0f, 1.0f)},
+        {DataType::UnsignedShort, 0, Color::Luminance, nullptr, Color(0.0f, 0.0f, 0.0f, 1.0f)},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.type << " " << c.channels << " " << c.format);
+        TextureInfo info;
+        info.setDataType(c.type);
+        if (c.channels)
+            info.setChannels(c.channels);
+        if (c.format != Color::None)
+            info.setColorFormat(c.format);
+        EXPECT_EQ(c.expected, info.getPixelColor(c.pixel));
+    }
+}
+
+TEST(TextureTest, FiltersAreNormalised) {
+    Texture2D texture;
+    texture.setMagFilter(Texture::Trilinear);
+    EXPECT_EQ(Texture::Linear, texture.getMagFilter());
+    texture.setMagFilter(Texture::Nearest);
+    EXPECT_EQ(Texture::Nearest, texture.getMagFilter());
+
+    texture.setMipMapFilter(Texture::Nearest, Texture::Nearest);
+    texture.setMinFilter(Texture::Trilinear);
+    EXPECT_EQ(Texture::MipMap, texture.getMinFilter());
+    EXPECT_EQ(Texture::Linear, texture.getMipMapChooseFilter());
+    EXPECT_EQ(Texture::Linear, texture.getMipMapFilter());
+    texture.setMinFilter(Texture::Bilinear);
+    EXPECT_EQ(Texture::Linear, texture.getMinFilter());
+
+    texture.setMipMapFilter(Texture::Trilinear, Texture::Nearest);
+    EXPECT_EQ(1, texture.getMipMapChooseFilter());
+    EXPECT_EQ(0, texture.getMipMapFilter());
+
+    texture.setAllFilters(Texture::MipMap);
+    EXPECT_EQ(Texture::MipMap, texture.getMinFilter());
+    EXPECT_EQ(Texture::Linear, texture.getMagFilter());
+}
+
+// The texture is deleted after the engine has gone.
+TEST(TextureTest, ReplacingTheSourceStampsTheTexture) {
+    Texture2D* texture;
+    {
+        VelunTest::EngineClock clock;
+        clock.setTime(2000);
+        Source image = makeImage(2, 2);
+        texture = new Texture2D(image);
+        EXPECT_EQ(image.get(), texture->getTextureSource(3, 7).get());
+        EXPECT_FALSE(texture->hasChanged(1));
+        texture->setTextureSource(makeImage(1, 1));
+        EXPECT_TRUE(texture->hasChanged(2000));
+        EXPECT_FALSE(texture->hasChanged(2001));
+    }
+    delete texture;
+}
+
+TEST(TextureDataTest, PixelsAddressedRowAfterRowAndRejectedAtTheSize) {
+    Source image = makeImage(3, 2);
+    const unsigned char* base = static_cast<const unsigned char*>(image->getTextureData());
+    EXPECT_EQ(base, image->getPixel(0, 0, 0));
+    EXPECT_EQ(base + 3 * 4, image->getPixel(1, 1, 0));
+    EXPECT_EQ(nullptr, image->getPixel(3, 0, 0));
+    EXPECT_EQ(nullptr, image->getPixel(0, 2, 0));
+    EXPECT_EQ(nullptr, image->getPixel(0, 0, 1));
+    EXPECT_FALSE(image->hasChanged(0));
+    unsigned char target[4];
+    EXPECT_FALSE(image->copyData(0, 0, 0, 1, 1, 1, target));
+}
+
 TEST_F(TextureManagerTest, SourcesAreCachedByNameButNotInAGivenDescription) {
-    TextureInfo rgba;
-    rgba.setColorFormat(Color::Rgba);
+    manager.registerTextureSourceLoader(devil);
     EXPECT_FALSE(manager.getTextureSource("grass.png"));  // no mapper yet
     EXPECT_FALSE(manager.getTextureSource("grass.png", rgba));
     EXPECT_TRUE(calls.empty());
 
     manager.setTextureSourceNameMapper(textures());
-    Dorvan::SharedPtr<TextureSource> grass = manager.getTextureSource("terrain/grass.png");
+    Source grass = manager.getTextureSource("terrain/grass.png");
     ASSERT_TRUE(grass);
     EXPECT_EQ(".\\textures\\terrain\\grass.png", devil.mLastFile);
     EXPECT_EQ(grass.get(), manager.getTextureSource("terrain/grass.png").get());
     EXPECT_EQ((Calls{"devil.canLoad", "devil.load"}), calls);
 
     calls.clear();
-    Dorvan::SharedPtr<TextureSource> first = manager.getTextureSource("a.png", rgba);
+    Source first = manager.getTextureSource("a.png", rgba);
     EXPECT_NE(first.get(), manager.getTextureSource("a.png", rgba).get());
     // The plain cache stayed empty.
     manager.getTextureSource("a.png");
@@ -238,9 +214,7 @@ TEST_F(TextureManagerTest, SourcesAreCachedByNameButNotInAGivenDescription) {
               calls);
 }
 
-TEST(TextureManagerOrderTest, LoadersAreAskedInOrderAndTheFirstThatAcceptsDecidesEvenIfItFails) {
-    TextureManager manager;
-    Calls calls;
+TEST_F(TextureManagerTest, LoadersAreAskedInOrderAndTheFirstThatAcceptsDecidesEvenIfItFails) {
     manager.setTextureSourceNameMapper(textures());
     RecordingSourceLoader jpegs("jpegs", "jpg", true, &calls);
     RecordingSourceLoader failing("failing", "png", false, &calls);
@@ -262,30 +236,22 @@ TEST(TextureManagerOrderTest, LoadersAreAskedInOrderAndTheFirstThatAcceptsDecide
     EXPECT_EQ(6u, calls.size());
 
     // A registration replaces a failed name.
-    Dorvan::SharedPtr<TextureSource> made = onePixel();
+    Source made = onePixel();
     manager.registerTextureSource("missing.png", made);
     EXPECT_EQ(made.get(), manager.getTextureSource("missing.png").get());
 }
 
-TEST(TextureManagerConversionTest, GoesToTheFirstLoaderThatCan) {
-    TextureManager manager;
-    Calls calls;
-    RecordingSourceLoader loader("devil", "png", true, &calls);
-    Dorvan::SharedPtr<TextureSource> source = onePixel();
-    TextureInfo rgba;
-    rgba.setColorFormat(Color::Rgba);
+TEST_F(TextureManagerTest, ConversionGoesToTheFirstLoaderThatCan) {
+    Source source = onePixel();
     EXPECT_FALSE(manager.getTextureProxy(source, rgba, true));
-    manager.registerTextureSourceLoader(loader);
+    manager.registerTextureSourceLoader(devil);
     EXPECT_FALSE(manager.getTextureProxy(source, rgba, false));
     EXPECT_EQ(source.get(), manager.getTextureProxy(source, rgba, true).get());
     EXPECT_EQ((Calls{"devil.canConvert", "devil.canConvert", "devil.convert"}), calls);
 }
 
-TEST(TextureManagerTexturesTest, ByNameFromRegistrationOrLoader) {
-    TextureManager manager;
+TEST_F(TextureManagerTest, TexturesByNameFromRegistrationOrLoader) {
     EXPECT_FALSE(manager.getTexture2D("a"));
-    EXPECT_FALSE(manager.getTexture1D("a"));
-    EXPECT_FALSE(manager.getTexture3D("a"));
     EXPECT_FALSE(manager.getCubeMap("a"));
 
     Dorvan::SharedPtr<Texture2D> registered(new Texture2D());
