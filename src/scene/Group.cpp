@@ -4,12 +4,14 @@
 
 namespace Velun {
 
-Group::Group(NodeType type) : Node(type) { setKind(KindGroup); }
+Group::Group(NodeType type) : Node(type), mFirstChild(nullptr) { setKind(KindGroup); }
 
-Group::Group(NodeType type, std::string const& name) : Node(type, name) { setKind(KindGroup); }
+Group::Group(NodeType type, std::string const& name) : Node(type, name), mFirstChild(nullptr) {
+    setKind(KindGroup);
+}
 
 Group::Group(NodeType type, std::string const& name, std::string const& uniqueName)
-    : Node(type, name, uniqueName) {
+    : Node(type, name, uniqueName), mFirstChild(nullptr) {
     setKind(KindGroup);
 }
 
@@ -29,6 +31,7 @@ int Group::attachChild(Node& child) {
             return -1;
     mChilds.put(child.getNodeId(), &child);
     mChildList.push_back(&child);
+    mFirstChild = mChildList.front();
     setModified(false);
     child.setParent(this);
     if (getSceneRoot())
@@ -41,6 +44,7 @@ Node* Group::detachChild(std::uint64_t id) {
         return nullptr;
     Node* child = mChilds.remove(id);
     mChildList.erase(std::find(mChildList.begin(), mChildList.end(), child));
+    mFirstChild = mChildList.empty() ? nullptr : mChildList.front();
     setModified(false);
     child->setParent(nullptr);
     if (getSceneRoot())
@@ -57,6 +61,7 @@ bool Group::detachChilds() {
             result = false;
     }
     mChildList.clear();
+    mFirstChild = nullptr;
     mChilds.clear();
     return result;
 }

@@ -18,7 +18,7 @@ public:
 
     int getAttachedChildCount() const { return static_cast<int>(mChildList.size()); }
     // Unchecked: the caller stays below the count.
-    Node* getAttachedChild(int position) const { return mChildList[position]; }
+    Node* getAttachedChild(int position) const { return position == 0 ? mFirstChild : mChildList[position]; }
     bool isAttachedChild(std::uint64_t id) const;
     // Null for an id that is no child of this group.
     Node* getAttachedChildById(std::uint64_t id) const;
@@ -43,9 +43,12 @@ protected:
     bool detachSceneRoot() override;
 
 private:
-    mutable Dorvan::IdMap<Node*, std::uint64_t> mChilds;
-    // The same children by position, for the walks.
+    // The children by position, for the walks. The first is kept in the group too: most
+    // groups (a transformation, an object's parts) have one child, and a walk stepping
+    // down then needs no further cache line.
     std::vector<Node*> mChildList;
+    Node* mFirstChild;
+    mutable Dorvan::IdMap<Node*, std::uint64_t> mChilds;
 };
 
 }  // namespace Velun
