@@ -141,9 +141,6 @@ TEST(TextureTest, FiltersAreNormalised) {
     Texture2D texture;
     texture.setMagFilter(Texture::Trilinear);
     EXPECT_EQ(Texture::Linear, texture.getMagFilter());
-    texture.setMagFilter(Texture::Nearest);
-    EXPECT_EQ(Texture::Nearest, texture.getMagFilter());
-
     texture.setMipMapFilter(Texture::Nearest, Texture::Nearest);
     texture.setMinFilter(Texture::Trilinear);
     EXPECT_EQ(Texture::MipMap, texture.getMinFilter());
@@ -151,11 +148,9 @@ TEST(TextureTest, FiltersAreNormalised) {
     EXPECT_EQ(Texture::Linear, texture.getMipMapFilter());
     texture.setMinFilter(Texture::Bilinear);
     EXPECT_EQ(Texture::Linear, texture.getMinFilter());
-
     texture.setMipMapFilter(Texture::Trilinear, Texture::Nearest);
     EXPECT_EQ(1, texture.getMipMapChooseFilter());
     EXPECT_EQ(0, texture.getMipMapFilter());
-
     texture.setAllFilters(Texture::MipMap);
     EXPECT_EQ(Texture::MipMap, texture.getMinFilter());
     EXPECT_EQ(Texture::Linear, texture.getMagFilter());
