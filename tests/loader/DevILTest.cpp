@@ -91,22 +91,6 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
     loader.shutdown();
 }
 
-typedef EngineFixture LoaderPluginsTest;
-
-TEST_F(LoaderPluginsTest, SetupRegistersBothLoaders) {
-    images.unregisterPlugin();
-    models.unregisterPlugin();
-    core.setup(true);
-    EXPECT_EQ(1u, textures().getTextureSourceLoaderCount());
-    EXPECT_EQ(1u, objects().getObjectLoaderCount());
-
-    // The user's way: a model below models/, its image below textures/.
-    std::unique_ptr<GeometryObject> object = create("jeep1.ms3d");
-    ASSERT_TRUE(object);
-    ASSERT_TRUE(object->getDefaultMaterial(0));
-    EXPECT_TRUE(object->getDefaultMaterial(0)->getTexture(0));
-}
-
 TEST_F(DevILTextureSourceLoaderTest, TakesFilesByTheirType) {
     DevILTextureSourceLoader loader;
     auto takes = [&loader](const char* name) {

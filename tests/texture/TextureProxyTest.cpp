@@ -62,7 +62,6 @@ TEST(TextureProxyTest, SolidColourIsRgbaBytes) {
     for (unsigned int i = 0; i < 8; ++i)
         EXPECT_EQ((Bytes{255, 0, 0, 127}), Bytes(data + 4 * i, data + 4 * i + 4));
     EXPECT_EQ(nullptr, proxy.getPixel(4, 0, 0));
-    EXPECT_FALSE(proxy.copyData(0, 0, 0, 1, 1, 1, nullptr));
 }
 
 // Colours are scaled and biased, truncated and clamped to bytes; alpha is not; alpha comes

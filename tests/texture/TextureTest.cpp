@@ -181,9 +181,6 @@ TEST(TextureDataTest, PixelsAddressedRowAfterRowAndRejectedAtTheSize) {
     EXPECT_EQ(nullptr, image->getPixel(3, 0, 0));
     EXPECT_EQ(nullptr, image->getPixel(0, 2, 0));
     EXPECT_EQ(nullptr, image->getPixel(0, 0, 1));
-    EXPECT_FALSE(image->hasChanged(0));
-    unsigned char target[4];
-    EXPECT_FALSE(image->copyData(0, 0, 0, 1, 1, 1, target));
 }
 
 TEST_F(TextureManagerTest, SourcesAreCachedByNameButNotInAGivenDescription) {
@@ -247,7 +244,6 @@ TEST_F(TextureManagerTest, ConversionGoesToTheFirstLoaderThatCan) {
 
 TEST_F(TextureManagerTest, TexturesByNameFromRegistrationOrLoader) {
     EXPECT_FALSE(manager.getTexture2D("a"));
-    EXPECT_FALSE(manager.getCubeMap("a"));
 
     Dorvan::SharedPtr<Texture2D> registered(new Texture2D());
     manager.registerTexture2D("a", registered);
