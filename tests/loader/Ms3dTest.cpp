@@ -67,7 +67,8 @@ TEST(Ms3dFileTest, RefusesEveryTruncation) {
     }
 }
 
-// Whole files with a count at `offset` bytes into a section replaced by `value`, and damaged models.
+// Whole files with a count at `offset` bytes into a section replaced by `value`, and changed models
+// (an empty cause: still good).
 TEST(Ms3dFileTest, RefusesBadCountsIndicesAndValuesWithTheirCause) {
     auto readError = [](const std::vector<unsigned char>& bytes) {
         Ms3dFile file;
