@@ -81,10 +81,14 @@ TEST_F(GeometrySubobjectTest, NewGeometryOrAChangedVolumeMarksTheNodesThatShowIt
 
 typedef VelunTest::EngineTest GeometryObjectTest;
 
-TEST_F(GeometryObjectTest, SubobjectInATreeIsRefusedAndARemovedOneGoesBackToTheCaller) {
-    GeometryObject one, other;
+// A subobject belongs to one object; removed, it goes back to the caller; an attached object
+// that is deleted takes its parts out of the scene.
+TEST_F(GeometryObjectTest, SubobjectsBelongToOneObjectAndLeaveWithIt) {
+    SceneRoot scene(1);
+    GeometryObject other;
+    GeometryObject* object = new GeometryObject("model");
     GeometrySubobject* part = new GeometrySubobject();
-    ASSERT_TRUE(one.addSubobject(*part));
+    ASSERT_TRUE(object->addSubobject(*part));
     testing::internal::CaptureStderr();
     EXPECT_FALSE(other.addSubobject(*part));
     std::ostringstream expected;
@@ -92,31 +96,16 @@ TEST_F(GeometryObjectTest, SubobjectInATreeIsRefusedAndARemovedOneGoesBackToTheC
              << ": it is part of a scene tree already\n";
     EXPECT_EQ(testing::internal::GetCapturedStderr(), expected.str());
     EXPECT_EQ(other.getAttachedChildCount(), 0);
-    EXPECT_EQ(part->getParent(), one.getAttachedChild(0));
+    EXPECT_EQ(part->getParent(), object->getAttachedChild(0));
 
-    EXPECT_EQ(one.removeSubobject(one.getNodeId()), nullptr);
-    EXPECT_EQ(one.removeSubobject(part->getNodeId()), part);
+    EXPECT_EQ(object->removeSubobject(object->getNodeId()), nullptr);
+    EXPECT_EQ(object->removeSubobject(part->getNodeId()), part);
     EXPECT_EQ(part->getParent(), nullptr);
-    EXPECT_EQ(one.getAttachedChildCount(), 0);
-    EXPECT_EQ(one.getSubobjectCount(), 0u);
-    EXPECT_EQ(one.getTransformation(*part), nullptr);
-    delete part;
-}
+    EXPECT_EQ(object->getAttachedChildCount(), 0);
+    EXPECT_EQ(object->getSubobjectCount(), 0u);
+    EXPECT_EQ(object->getTransformation(*part), nullptr);
 
-// What the objects of a factory share shows through the object manager (ObjectManagerTest).
-TEST_F(GeometryObjectTest, FactoryWithoutGeometryMakesNothing) {
-    GeometryObjectFactory empty("empty", SharedPtr<Geometry>(), Dorvan::Vector<SharedPtr<Material>>());
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(empty.createObject(), nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "Could not create object empty: its factory has no geometry\n");
-}
-
-TEST_F(GeometryObjectTest, DeletingAnAttachedObjectTakesItsPartsOut) {
-    SceneRoot scene(1);
-    GeometryObject* object = new GeometryObject("model");
-    GeometrySubobject* part = new GeometrySubobject();
-    object->addSubobject(*part);
+    ASSERT_TRUE(object->addSubobject(*part));
     TransformationNode place;
     place.setChild(*object);
     scene.getRoot()->attachChild(place);
@@ -126,6 +115,15 @@ TEST_F(GeometryObjectTest, DeletingAnAttachedObjectTakesItsPartsOut) {
     EXPECT_FALSE(place.hasChild());
     scene.getUpdateTraverser()->run(0);
     EXPECT_EQ(scene.getRoot()->getAttachedChildCount(), 1);
+}
+
+// What the objects of a factory share shows through the object manager (ObjectManagerTest).
+TEST_F(GeometryObjectTest, FactoryWithoutGeometryMakesNothing) {
+    GeometryObjectFactory empty("empty", SharedPtr<Geometry>(), Dorvan::Vector<SharedPtr<Material>>());
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(empty.createObject(), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Could not create object empty: its factory has no geometry\n");
 }
 
 }  // namespace

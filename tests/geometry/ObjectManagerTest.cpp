@@ -30,8 +30,9 @@ protected:
     static GeometryObject* asGeometryObject(ObjectNode* node) { return dynamic_cast<GeometryObject*>(node); }
 };
 
-// Each object is a new subtree around the factory's shared geometry and materials.
-TEST_F(ObjectManagerTest, LoadsOnceAndMakesAnObjectPerCall) {
+// Each object is a new subtree around the factory's shared geometry and materials. Unloading
+// or shutdown releases the factory; the objects keep their data.
+TEST_F(ObjectManagerTest, LoadsOnceMakesAnObjectPerCallAndUnloadReleasesTheFactory) {
     TextModelLoader loader;
     EXPECT_EQ(manager().registerObjectLoader(loader), 0u);
     EXPECT_TRUE(loader.isInitialized());
@@ -40,15 +41,38 @@ TEST_F(ObjectManagerTest, LoadsOnceAndMakesAnObjectPerCall) {
     GeometryObject *a = asGeometryObject(first.get()), *b = asGeometryObject(second.get());
     ASSERT_TRUE(a && b);
     EXPECT_NE(a->getSubobjectAt(0), b->getSubobjectAt(0));
-    EXPECT_EQ(loader.getLoadCount(), 1);
-    EXPECT_EQ(loader.getCanLoadCount(), 1) << "a cached name must not reach the loaders";
+    EXPECT_EQ(loader.mLoadCount, 1);
+    EXPECT_EQ(loader.mCanLoadCount, 1) << "a cached name must not reach the loaders";
     EXPECT_TRUE(manager().isLoaded("tri.tmod"));
     EXPECT_EQ(b->getName(), "tri.tmod");
-    SharedPtr<Velun::Geometry> geometry = b->getSubobjectAt(0)->getGeometry(0);
-    EXPECT_EQ(geometry->getName(), "tri.tmod");
-    EXPECT_EQ(geometry.getRefCount(), 4);  // us, both objects' subobjects and the factory
+    SharedPtr<Velun::Geometry> oldGeometry = b->getSubobjectAt(0)->getGeometry(0);
+    EXPECT_EQ(oldGeometry->getName(), "tri.tmod");
+    EXPECT_EQ(oldGeometry.getRefCount(), 4);  // us, both objects' subobjects and the factory
     EXPECT_EQ(a->getDefaultMaterial(1), b->getDefaultMaterial(1));
     EXPECT_EQ(b->getDefaultMaterial(1)->getDiffuseMaterialColor(), Velun::Color(0, 0, 1, 1));
+
+    EXPECT_TRUE(manager().unloadObjectFactory("tri.tmod"));
+    EXPECT_FALSE(manager().isLoaded("tri.tmod"));
+    EXPECT_EQ(oldGeometry.getRefCount(), 3);
+    EXPECT_EQ(a->getDefaultMaterial(0)->getDiffuseMaterialColor(), Velun::Color(1, 0, 0, 1));
+    // The next call loads again.
+    std::unique_ptr<ObjectNode> after(manager().createObject("tri.tmod"));
+    ASSERT_TRUE(asGeometryObject(after.get()));
+    EXPECT_EQ(loader.mLoadCount, 2);
+    SharedPtr<Velun::Geometry> geometry = asGeometryObject(after.get())->getSubobjectAt(0)->getGeometry(0);
+    SharedPtr<Velun::Material> material = asGeometryObject(after.get())->getDefaultMaterial(0);
+    EXPECT_NE(geometry.get(), oldGeometry.get());
+
+    VelunCore::getSingleton().shutdown();
+    EXPECT_EQ(geometry.getRefCount(), 2);
+    EXPECT_EQ(material.getRefCount(), 2);
+    // Objects released after shutdown need no manager.
+    first.reset();
+    second.reset();
+    after.reset();
+    EXPECT_EQ(oldGeometry.getRefCount(), 1);
+    EXPECT_EQ(geometry.getRefCount(), 1);
+    EXPECT_EQ(material.getRefCount(), 1);
 }
 
 TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAskedAndFailuresAreLogged) {
@@ -56,8 +80,8 @@ TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAskedAndFailuresAreLogged
     EXPECT_EQ(manager().registerObjectLoader(first), 0u);
     EXPECT_EQ(manager().registerObjectLoader(second), 1u);
     delete manager().createObject("tri.tmod");
-    EXPECT_EQ(first.getLoadCount(), 1);
-    EXPECT_EQ(second.getCanLoadCount(), 0);
+    EXPECT_EQ(first.mLoadCount, 1);
+    EXPECT_EQ(second.mCanLoadCount, 0);
 
     // The first fails on a missing model, logging its cause and then the manager's; the
     // second, which would fail too, is not tried. A name no loader takes loads nothing.
@@ -71,44 +95,9 @@ TEST_F(ObjectManagerTest, OnlyTheFirstAcceptingLoaderIsAskedAndFailuresAreLogged
         EXPECT_EQ(manager().createObject(name), nullptr);
         EXPECT_EQ(testing::internal::GetCapturedStderr(), lines);
         EXPECT_FALSE(manager().isLoaded(name));
-        EXPECT_EQ(first.getLoadCount(), 2);
-        EXPECT_EQ(second.getLoadCount(), 0);
+        EXPECT_EQ(first.mLoadCount, 2);
+        EXPECT_EQ(second.mLoadCount, 0);
     }
-}
-
-TEST_F(ObjectManagerTest, UnloadAndShutdownReleaseFactoriesAndObjectsKeepTheirData) {
-    TextModelLoader loader;
-    manager().registerObjectLoader(loader);
-    GeometryObject* before = asGeometryObject(manager().createObject("tri.tmod"));
-    ASSERT_TRUE(before);
-    SharedPtr<Velun::Geometry> oldGeometry = before->getSubobjectAt(0)->getGeometry(0);
-    // Held by us, the object's subobject and the cached factory.
-    EXPECT_EQ(oldGeometry.getRefCount(), 3);
-
-    EXPECT_TRUE(manager().unloadObjectFactory("tri.tmod"));
-    EXPECT_TRUE(manager().unloadObjectFactory("never-loaded"));
-    EXPECT_FALSE(manager().isLoaded("tri.tmod"));
-    EXPECT_EQ(oldGeometry.getRefCount(), 2);
-    EXPECT_EQ(before->getDefaultMaterial(0)->getDiffuseMaterialColor(), Velun::Color(1, 0, 0, 1));
-
-    // The next call loads again.
-    GeometryObject* after = asGeometryObject(manager().createObject("tri.tmod"));
-    ASSERT_TRUE(after);
-    EXPECT_EQ(loader.getLoadCount(), 2);
-    SharedPtr<Velun::Geometry> geometry = after->getSubobjectAt(0)->getGeometry(0);
-    SharedPtr<Velun::Material> material = after->getDefaultMaterial(0);
-    EXPECT_NE(geometry.get(), oldGeometry.get());
-    EXPECT_EQ(geometry.getRefCount(), 3);
-
-    VelunCore::getSingleton().shutdown();
-    EXPECT_EQ(geometry.getRefCount(), 2);
-    EXPECT_EQ(material.getRefCount(), 2);
-    // Objects released after shutdown need no manager.
-    delete before;
-    delete after;
-    EXPECT_EQ(oldGeometry.getRefCount(), 1);
-    EXPECT_EQ(geometry.getRefCount(), 1);
-    EXPECT_EQ(material.getRefCount(), 1);
 }
 
 }  // namespace

@@ -49,10 +49,6 @@ public:
             new Velun::GeometryObjectFactory(info.getName(), makeBox(info.getName()), materials));
     }
 
-    int getLoadCount() const { return mLoadCount; }
-    int getCanLoadCount() const { return mCanLoadCount; }
-
-private:
     bool mInitialized = false;
     int mLoadCount = 0;
     int mCanLoadCount = 0;

@@ -3,7 +3,6 @@
 #include <IL/ilu.h>
 #include <sstream>
 
-#include "core/PluginManager.h"
 #include "loader/EngineFixture.h"
 #include "plugins/loader/devil/DevILTextureSourceLoader.h"
 
@@ -51,15 +50,19 @@ TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
     }
 }
 
+// Red top left and blue bottom left, in the byte order asked for.
 TEST_F(DevILTextureSourceLoaderTest, DeliversARequestedDescription) {
-    TextureInfo wanted(8, 8, 1, DataType::UnsignedByte, Color::Rgba);
-    Dorvan::SharedPtr<TextureSource> image = textures().getTextureSource("quads.bmp", wanted);
-    ASSERT_TRUE(image);
-    EXPECT_EQ(wanted, image->getTextureInfo());
-    // Red top left, blue bottom left.
-    EXPECT_EQ((Rgba{255, 0, 0, 255}), texel(*image, 1, 1));
-    EXPECT_EQ(255, texel(*image, 1, 6)[2]);
-
+    for (const Color::Format format : {Color::Rgba, Color::Bgr}) {
+        const char* name = format == Color::Rgba ? "quads.bmp" : "quads-dxt1.dds";
+        SCOPED_TRACE(name);
+        TextureInfo wanted(8, 8, 1, DataType::UnsignedByte, format);
+        Dorvan::SharedPtr<TextureSource> image = textures().getTextureSource(name, wanted);
+        ASSERT_TRUE(image);
+        EXPECT_EQ(wanted, image->getTextureInfo());
+        const Rgba red{255 * (format == Color::Rgba), 0, 255 * (format == Color::Bgr), 255};
+        EXPECT_EQ(red, texel(*image, 1, 1));
+        EXPECT_EQ((Rgba{red[2], 0, red[0], 255}), texel(*image, 1, 6));
+    }
     // Left open, the file's own description stays.
     Dorvan::SharedPtr<TextureSource> same = textures().getTextureSource("quads.tga", TextureInfo());
     ASSERT_TRUE(same);
@@ -86,26 +89,6 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
     EXPECT_EQ(255, texel(*again, 3, 3)[0]);
     again = Dorvan::SharedPtr<TextureSource>();
     loader.shutdown();
-}
-
-typedef EngineFixture LoaderPluginsTest;
-
-TEST_F(LoaderPluginsTest, SetupBringsBothLoadersInTheirPlaces) {
-    images.unregisterPlugin();
-    models.unregisterPlugin();
-    core.setup(true);
-    PluginManager& plugins = core.getPluginManager();
-    ASSERT_GE(plugins.getPluginCount(), 4u);
-    EXPECT_NE(nullptr, dynamic_cast<DevILPlugin*>(plugins.getPlugin(2)));
-    EXPECT_NE(nullptr, dynamic_cast<Ms3dPlugin*>(plugins.getPlugin(3)));
-    EXPECT_EQ(1u, textures().getTextureSourceLoaderCount());
-    EXPECT_EQ(1u, objects().getObjectLoaderCount());
-
-    // The user's way: a model below models/, its image below textures/.
-    std::unique_ptr<GeometryObject> object = create("jeep1.ms3d");
-    ASSERT_TRUE(object);
-    ASSERT_TRUE(object->getDefaultMaterial(0));
-    EXPECT_TRUE(object->getDefaultMaterial(0)->getTexture(0));
 }
 
 TEST_F(DevILTextureSourceLoaderTest, TakesFilesByTheirType) {

@@ -138,6 +138,11 @@ TEST(FrameTest, OneFrameRunsInputLogicSceneSoundAndRenderInOrder) {
                  "overlay pass main scene 2 aspect 1.33278: badge", "viewport 400 150 400 300", "clear depth",
                  "pass mirror scene 1 aspect 1.33333: behind lamp", "viewport 1 2 30 40", "swap"}),
         log);
+    // The same frame on a smaller surface: the viewports follow its size.
+    log.clear();
+    EXPECT_EQ(3, window->renderTarget(*target, 200, 100));
+    EXPECT_EQ("viewport 0 0 200 100", log[1]);
+    EXPECT_EQ("viewport 100 25 100 50", log[6]);
 
     world.getRoot()->detachChilds();
     hud.getRoot()->detachChilds();

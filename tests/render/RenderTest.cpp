@@ -71,20 +71,11 @@ TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
     EXPECT_EQ(2, manager().setPrimaryRenderWindow(7));
 }
 
-TEST_F(RenderManagerTest, ShutdownDeletesWindowsThenShutsEachEngineDownOnce) {
-    manager().registerRenderer("one", mFirst);
-    manager().registerRenderer("alias", mFirst);
-    manager().registerRenderer("two", mSecond);
-    create("a");
-    mLog.clear();
-    VelunCore::getSingleton().shutdown();
-    EXPECT_EQ((CallLog{"destroy window a", "shutdown first", "shutdown second"}), mLog);
-    VelunCore::getSingleton().startup();
-}
-
-TEST_F(RenderManagerTest, UnregisteredEngineLeavesWithItsWindows) {
+// Shutdown deletes the windows, then shuts each remaining engine down once, under any names.
+TEST_F(RenderManagerTest, UnregisteredEngineLeavesWithItsWindowsAndShutdownEndsTheRest) {
     manager().registerRenderer("one", mFirst);
     manager().registerRenderer("two", mSecond);
+    manager().registerRenderer("zeta", mSecond);
     create("a");
     mLog.clear();
     EXPECT_TRUE(manager().unregisterRenderer(mFirst));
@@ -94,6 +85,9 @@ TEST_F(RenderManagerTest, UnregisteredEngineLeavesWithItsWindows) {
     EXPECT_EQ(0u, manager().getProcessList()->size());
     // The default moves on to the remaining engine.
     EXPECT_EQ(mSecond, create("b")->getRenderEngine());
+    VelunCore::getSingleton().shutdown();
+    EXPECT_EQ((CallLog{"destroy window a", "destroy window b", "shutdown second"}), mLog);
+    VelunCore::getSingleton().startup();
 }
 
 TEST_F(RenderManagerTest, BadArgumentsAreReportedAndRefused) {
