@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
-#include <spawn.h>
 #include <sys/wait.h>
 
+#include <cstdlib>
 #include <fstream>
 
 #include "TestSounds.h"
@@ -17,8 +17,6 @@
 #include "sound/Sound.h"
 #include "sound/SoundManager.h"
 #include "support/ChannelLog.h"
-
-extern char** environ;
 
 using Dorvan::SharedPtr;
 using Velun::SoundChannel;
@@ -159,18 +157,11 @@ int runChild(const std::string& test, const TempDir& dir, const std::string& dri
         << "[general]\ndrivers = " << drivers
         << "\nchannels = stereo\nsample-type = int16\nfrequency = " << kRate
         << "\n[wave]\nfile = " << dir.file("out.wav") << "\n";
-    setenv(kChildDir, dir.file("").c_str(), 1);
-    setenv("ALSOFT_CONF", dir.file("alsoft.conf").c_str(), 1);
-    std::string program = "/proc/self/exe", filter = "--gtest_filter=FmodChild." + test;
-    char* argv[] = {&program[0], &filter[0], nullptr};
-    pid_t child = 0;
-    int status = -1;
-    const bool spawned = posix_spawn(&child, program.c_str(), nullptr, nullptr, argv, environ) == 0;
-    unsetenv(kChildDir);
-    unsetenv("ALSOFT_CONF");
-    if (spawned)
-        waitpid(child, &status, 0);
-    return spawned && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    const int status = std::system(
+        (std::string(kChildDir) + "=" + dir.file("") + " ALSOFT_CONF=" + dir.file("alsoft.conf") + " " +
+         std::filesystem::read_symlink("/proc/self/exe").string() + " --gtest_filter=FmodChild." + test)
+            .c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 TEST(FmodOutput, ASoundNodeIsWrittenToTheWaveOutputOnItsSideAndWithoutADeviceTheGameRunsSilently) {

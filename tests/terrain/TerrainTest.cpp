@@ -163,9 +163,6 @@ TEST_F(HeightTest, SixteenBitHeightsAreReadAtTheirByteOffset) {
 
 TEST_F(HeightTest, MapsThatCannotServeAreRefusedAndTheOldOneKept) {
     const std::string prefix = "Could not load the height map of terrain tile (0, 0): ";
-    Velun::TextureInfo floats(2, 2, 1, Velun::DataType::Float, Velun::Color::Luminance);
-    Dorvan::CowMemPtr<void> floatData;
-    floatData.alloc(floats.getMemSize());
     const struct {
         char const* name;
         SharedPtr<Velun::TextureSource> map;
@@ -179,8 +176,7 @@ TEST_F(HeightTest, MapsThatCannotServeAreRefusedAndTheOldOneKept) {
         {"missing slice", grey(2, {1, 2, 3, 4}), 0, 1,
          prefix + "slice 1 of a 2 x 2 x 1 image holds no pixels"},
         {"empty image", grey(0, {}), 0, 0, prefix + "slice 0 of a 0 x 0 x 1 image holds no pixels"},
-        {"float pixels", SharedPtr<Velun::TextureSource>(new Velun::TextureData(floats, floatData)), 0, 0,
-         "Unsupported format: Float"},
+        {"float pixels", makeImage<float>(2, 2, 1, {1, 2, 3, 4}), 0, 0, "Unsupported format: Float"},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);

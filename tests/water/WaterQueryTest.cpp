@@ -24,14 +24,7 @@ struct QueryCase {
     Vec3 velocity;
 };
 
-class WaterQueryTest : public VelunTest::EngineTest {
-protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        core.getLogManager().registerBackend(log);
-    }
-    VelunTest::ChannelLog log;
-};
+using WaterQueryTest = VelunTest::EngineTest;
 
 void expectQuery(Water const& water, QueryCase const& c) {
     SCOPED_TRACE(c.name);
@@ -115,6 +108,8 @@ TEST_F(WaterQueryTest, DegenerateAndReversedQuadsAreReportedAndSkipped) {
         {"first line of length 0", {{5, 0, 5, 0}, {0, 10, 10, 10}, {0, 20, 10, 20}}, {5, 5}, {5, 15}, "0; 0"},
         {"start in line", {{0, 0, 10, 0}, {20, 0, 30, 10}, {10, 10, 20, 20}}, {12, 1}, {20, 10}, "0; 0"},
     };
+    static VelunTest::ChannelLog log;  // as long as the loggers it gives
+    core.getLogManager().registerBackend(log);
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
         Water water;
