@@ -125,11 +125,11 @@ protected:
     ParticleEngine mEngine;
 };
 
-TEST_F(ParticleEngineTest, ConstantForceOverFrameStepsFollowsSemiImplicitEuler) {
+TEST_F(ParticleEngineTest, AConstantForceFollowsSemiImplicitEulerAndARotationKeepsRadiusAndSpeed) {
     const Vec force(3, -1, 0.5f), start(-4, 0, 1), velocity(1, 5, -2);
-    SharedPtr<LinearForceModel> forces(new LinearForceModel());
-    forces->setExtForce(force);
-    begin(SharedPtr<ParticleEngine::Emitter>(), forces);
+    SharedPtr<LinearForceModel> linear(new LinearForceModel());
+    linear->setExtForce(force);
+    begin(SharedPtr<ParticleEngine::Emitter>(), linear);
     data().addParticle(start, 0);
     data().setVelocity(velocity);
     run(60);
@@ -142,12 +142,10 @@ TEST_F(ParticleEngineTest, ConstantForceOverFrameStepsFollowsSemiImplicitEuler) 
         EXPECT_NEAR(data().getPosition()[axis], expected, 1e-4f);
         EXPECT_NEAR(data().getVelocity()[axis], velocity[axis] + n * force[axis] * dt, 1e-4f);
     }
-}
-
-TEST_F(ParticleEngineTest, RotationKeepsRadiusAndSpeedAndLeavesTheCentreAlone) {
-    SharedPtr<RotateForceModel> forces(new RotateForceModel());
-    forces->setCenter(Vec(1, 0, 0));
-    begin(SharedPtr<ParticleEngine::Emitter>(), forces);
+    // About (1, 0, 0): a particle at the centre stays.
+    SharedPtr<RotateForceModel> rotation(new RotateForceModel());
+    rotation->setCenter(Vec(1, 0, 0));
+    begin(SharedPtr<ParticleEngine::Emitter>(), rotation);
     data().addParticle(Vec(3, 0, 0), 0);
     data().setVelocity(Vec(0, 0, 1));
     data().addParticle(Vec(1.005f, 0, 0), 0);
