@@ -101,12 +101,10 @@ TEST_F(FmodLoopback, OneShotsPlayToTheirEndAndLoopsUntilStoppedOnTheirSide) {
 
 TEST_F(FmodLoopback, VoicesPastTheSourceLimitFailCleanlyAndTheRestPlay) {
     SharedPtr<Velun::SoundSource> source = open();
-    std::vector<SharedPtr<SoundChannel>> channels;
+    std::vector<SharedPtr<SoundChannel>> channels(300);
     int played = 0;
-    for (int i = 0; i < 300; ++i) {
-        channels.push_back(engine.createChannel(source));
-        played += channels.back()->play() ? 1 : 0;
-    }
+    for (SharedPtr<SoundChannel>& channel : channels)
+        played += (channel = engine.createChannel(source))->play() ? 1 : 0;
     EXPECT_GE(played, 200);
     ASSERT_LT(played, 300);
     EXPECT_EQ(log.mLines.back(),

@@ -211,7 +211,8 @@ TEST_F(FmodChannelCalls, FailuresCostNeitherTheSoundNorTheVoiceAndAreLoggedWithT
     EXPECT_TRUE(calls().empty());
 }
 
-TEST_F(FmodChannelCalls, SourcesOpenStreamsPlacedOrAtTheListenerAndMissingFilesAreLogged) {
+TEST_F(FmodChannelCalls,
+       SourcesOpenPlacedOrAtTheListenerMissingFilesAreLoggedAndDroppedEndlessVoicesStopped) {
     engine.createSoundSource(info("a.wav"), true);
     engine.createSoundSource(info("a.wav"), false);
     gRecording.mResults["createSound"] = FMOD_ERR_FILE_NOTFOUND;
@@ -220,9 +221,9 @@ TEST_F(FmodChannelCalls, SourcesOpenStreamsPlacedOrAtTheListenerAndMissingFilesA
                               "createSound(./sound/a.wav,0x400C2)", "Sound::release",
                               "createSound(./sound/gone.wav,0x400C2)"}));
     EXPECT_EQ(log.mLines, Calls({"plugins.sound.fmod: FMOD Error: The sound file was not found."}));
-}
+    gRecording.mResults.clear();
 
-TEST_F(FmodChannelCalls, DroppedChannelStopsOnlyAVoiceThatWouldNeverEnd) {
+    // A dropped channel stops only a voice that would never end.
     const struct {
         const char* name;
         bool paused, repeat, stopped;

@@ -197,8 +197,7 @@ TEST_F(ParticleEngineTest, LivesLieWithinTheAgesAndSpreadOverThem) {
         begin(emitter(2000, 0, c.minAge, c.maxAge));
         std::int64_t lo = c.highest, hi = c.lowest;
         for (data().setParticle(-1); data().nextParticle();) {
-            std::int64_t death = data().getMaxTime();
-            std::int64_t life = death == 0 ? -1 : death - kStart;
+            const std::int64_t life = data().getMaxTime() == 0 ? -1 : data().getMaxTime() - kStart;
             lo = std::min(lo, life);
             hi = std::max(hi, life);
         }
