@@ -49,12 +49,9 @@ protected:
         engine.shutdown();
         Velun::VelunCore::getSingleton().shutdown();
     }
-    SharedPtr<Velun::SoundSource> open(const std::string& file = "tone.wav", bool positional = true) {
-        return engine.createSoundSource(Velun::NameMapper::ResourceInfo(file, dir.file(file), "wav"),
-                                        positional);
-    }
     SharedPtr<SoundChannel> channel(const std::string& file = "tone.wav", bool positional = true) {
-        return engine.createChannel(open(file, positional));
+        return engine.createChannel(engine.createSoundSource(
+            Velun::NameMapper::ResourceInfo(file, dir.file(file), "wav"), positional));
     }
     std::vector<float> render(float seconds) {
         const int step = kRate / 50;
@@ -100,7 +97,8 @@ TEST_F(FmodLoopback, OneShotsPlayToTheirEndAndLoopsUntilStoppedOnTheirSide) {
 }
 
 TEST_F(FmodLoopback, VoicesPastTheSourceLimitFailCleanlyAndTheRestPlay) {
-    SharedPtr<Velun::SoundSource> source = open();
+    SharedPtr<Velun::SoundSource> source = engine.createSoundSource(
+        Velun::NameMapper::ResourceInfo("tone.wav", dir.file("tone.wav"), "wav"), true);
     std::vector<SharedPtr<SoundChannel>> channels(300);
     int played = 0;
     for (SharedPtr<SoundChannel>& channel : channels)
@@ -172,7 +170,6 @@ TEST(FmodOutput, ASoundNodeIsWrittenToTheWaveOutputOnItsSideAndWithoutADeviceThe
     ASSERT_EQ(file.channels(), 2);
     std::vector<float> out(static_cast<size_t>(file.frames()) * 2);
     file.read(out.data(), static_cast<sf_count_t>(out.size()));
-    ASSERT_GT(out.size(), static_cast<size_t>(kRate));
     EXPECT_GT(energy(out, 0), 100.0 * energy(out, 1));
     EXPECT_EQ(runChild("RunsWithoutADevice", dir, "no-such-driver"), 0);
 }
