@@ -115,16 +115,9 @@ protected:
 };
 
 // Heights equal to the pixel values, one unit per pixel: a 3 x 3 map over a 2-unit tile
-// whose first cell is a saddle.
-class HeightTest : public TileTest {
-protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        make(1, 0, 2.0f, 255.0f, grey(3, {0, 100, 20, 100, 0, 50, 60, 70, 255}));
-    }
-};
-
-TEST_F(HeightTest, HeightsLieOnTheDrawnTrianglesAndNormalsAreContinuous) {
+// whose first cell is a saddle. Then maps that cannot serve are refused, the old one kept.
+TEST_F(TileTest, HeightsLieOnTheDrawnTrianglesAndMapsThatCannotServeAreRefused) {
+    make(1, 0, 2.0f, 255.0f, grey(3, {0, 100, 20, 100, 0, 50, 60, 70, 255}));
     const struct {
         char const* name;
         float x, z, expected;
@@ -151,16 +144,14 @@ TEST_F(HeightTest, HeightsLieOnTheDrawnTrianglesAndNormalsAreContinuous) {
     // The far corner pixel: one-sided differences, averaged over the two rows (x) and
     // columns (z) that meet there: ((0 - 50) + (70 - 255)) / 2 and ((0 - 70) + (50 - 255)) / 2.
     expectNear(tile().getNormal(1.0f, 1.0f), Vec3(-117.5f, 1.0f, -137.5f).normalized());
-}
 
-TEST_F(HeightTest, MapsThatCannotServeAreRefusedAndTheOldOneKeptAndSixteenBitOnesReadAtTheirOffset) {
     const std::string prefix = "Could not load the height map of terrain tile (0, 0): ";
     const struct {
         char const* name;
         SharedPtr<Velun::TextureSource> map;
         unsigned int offset, slice;
         std::string line;
-    } cases[] = {
+    } refused[] = {
         {"offset past the pixel", grey(2, {1, 2, 3, 4}), 1, 0,
          prefix + "byte offset 1 lies outside a pixel of 1 bytes"},
         {"16-bit value across the pixel's end", makeImage<unsigned short>(2, 2, 1, {1, 2, 3, 4}), 1, 0,
@@ -170,7 +161,7 @@ TEST_F(HeightTest, MapsThatCannotServeAreRefusedAndTheOldOneKeptAndSixteenBitOne
         {"empty image", grey(0, {}), 0, 0, prefix + "slice 0 of a 0 x 0 x 1 image holds no pixels"},
         {"float pixels", makeImage<float>(2, 2, 1, {1, 2, 3, 4}), 0, 0, "Unsupported format: Float"},
     };
-    for (auto const& c : cases) {
+    for (auto const& c : refused) {
         SCOPED_TRACE(c.name);
         testing::internal::CaptureStderr();
         EXPECT_FALSE(tile().load(c.map, c.offset, c.slice));
