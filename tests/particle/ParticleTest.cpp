@@ -160,42 +160,30 @@ TEST_F(ParticleEngineTest, AConstantForceFollowsSemiImplicitEulerAndARotationKee
     EXPECT_EQ(data().getPosition()[0], 1.005f);
 }
 
-TEST_F(ParticleEngineTest, EmissionFollowsTheRateAtAnyFrameStep) {
+// A burst, then the rate at any frame step; lives lie within the ages and spread over them.
+TEST_F(ParticleEngineTest, EmittersFollowTheirRateAndGiveLivesWithinTheAges) {
     const struct {
         const char* name;
+        unsigned int burst;
         float perSecond;
         int stepMs, frames;
-        unsigned int expected;
-    } cases[] = {
-        {"30 per second for 9.6 s", 30, 16, 600, 288},
-        {"fraction carried", 10, 250, 3, 7},
-        {"below one per frame", 50, 16, 60, 48},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        begin(emitter(0, c.perSecond, 0, 0));
-        std::int64_t now = kStart;
-        for (int i = 0; i < c.frames; ++i)
-            mEngine.update(now += c.stepMs);
-        EXPECT_NEAR(double(data().getParticleCount(false)), double(c.expected), 1.0);
-    }
-}
-
-TEST_F(ParticleEngineTest, LivesLieWithinTheAgesAndSpreadOverThem) {
-    const struct {
-        const char* name;
-        unsigned int minAge, maxAge;
+        unsigned int made, minAge, maxAge;
         std::int64_t lowest, highest;  // life in ms; -1 for never
     } cases[] = {
-        {"fixed", 500, 500, 500, 500},
-        {"endless", 0, 0, -1, -1},
-        {"wide range", 0, 1000000, 0, 1000000},
-        {"swapped bounds", 800, 200, 200, 800},
+        {"30 per second for 9.6 s", 0, 30, 16, 600, 288, 0, 0, -1, -1},
+        {"fraction carried", 0, 10, 250, 3, 7, 0, 0, -1, -1},
+        {"below one per frame", 0, 50, 16, 60, 48, 0, 0, -1, -1},
+        {"fixed life", 2000, 0, 16, 0, 2000, 500, 500, 500, 500},
+        {"wide range", 2000, 0, 16, 0, 2000, 0, 1000000, 0, 1000000},
+        {"swapped bounds", 2000, 0, 16, 0, 2000, 800, 200, 200, 800},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        begin(emitter(2000, 0, c.minAge, c.maxAge));
-        std::int64_t lo = c.highest, hi = c.lowest;
+        begin(emitter(c.burst, c.perSecond, c.minAge, c.maxAge));
+        std::int64_t now = kStart, lo = c.highest, hi = c.lowest;
+        for (int i = 0; i < c.frames; ++i)
+            mEngine.update(now += c.stepMs);
+        EXPECT_NEAR(double(data().getParticleCount(false)), double(c.made), 1.0);
         for (data().setParticle(-1); data().nextParticle();) {
             const std::int64_t life = data().getMaxTime() == 0 ? -1 : data().getMaxTime() - kStart;
             lo = std::min(lo, life);
