@@ -17,7 +17,6 @@ using Velun::LinearForceModel;
 using Velun::ParticleData;
 using Velun::ParticleEngine;
 using Velun::PointEmitter;
-using Velun::RotateForceModel;
 
 namespace {
 
@@ -143,7 +142,7 @@ TEST_F(ParticleEngineTest, AConstantForceFollowsSemiImplicitEulerAndARotationKee
         EXPECT_NEAR(data().getVelocity()[axis], velocity[axis] + n * force[axis] * dt, 1e-4f);
     }
     // About (1, 0, 0): a particle at the centre stays.
-    SharedPtr<RotateForceModel> rotation(new RotateForceModel());
+    SharedPtr<Velun::RotateForceModel> rotation(new Velun::RotateForceModel());
     rotation->setCenter(Vec(1, 0, 0));
     begin(SharedPtr<ParticleEngine::Emitter>(), rotation);
     data().addParticle(Vec(3, 0, 0), 0);

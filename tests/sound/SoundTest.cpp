@@ -10,7 +10,6 @@
 
 using Dorvan::SharedPtr;
 using Velun::SoundChannel;
-using Velun::SoundManager;
 using Velun::SoundSource;
 typedef Dorvan::TVector<float, 3> Vec3;
 
@@ -89,7 +88,7 @@ protected:
     }
 
     RecordingSoundEngine engine;
-    SoundManager manager;
+    Velun::SoundManager manager;
 };
 
 TEST_F(SoundManagerTest, SourcesAreCachedByKindWhenAskedChannelsByNameAndAnUnregisteredEngineLeavesNothing) {
