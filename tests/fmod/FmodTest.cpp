@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
-#include <spawn.h>
 #include <sys/wait.h>
 
+#include <cstdlib>
 #include <fstream>
 
 #include "TestSounds.h"
@@ -17,8 +17,6 @@
 #include "sound/Sound.h"
 #include "sound/SoundManager.h"
 #include "support/ChannelLog.h"
-
-extern char** environ;
 
 using Dorvan::SharedPtr;
 using Velun::SoundChannel;
@@ -51,12 +49,9 @@ protected:
         engine.shutdown();
         Velun::VelunCore::getSingleton().shutdown();
     }
-    SharedPtr<Velun::SoundSource> open(const std::string& file = "tone.wav", bool positional = true) {
-        return engine.createSoundSource(Velun::NameMapper::ResourceInfo(file, dir.file(file), "wav"),
-                                        positional);
-    }
     SharedPtr<SoundChannel> channel(const std::string& file = "tone.wav", bool positional = true) {
-        return engine.createChannel(open(file, positional));
+        return engine.createChannel(engine.createSoundSource(
+            Velun::NameMapper::ResourceInfo(file, dir.file(file), "wav"), positional));
     }
     std::vector<float> render(float seconds) {
         const int step = kRate / 50;
@@ -73,48 +68,41 @@ protected:
     Velun::FmodSoundEngine engine;
 };
 
-TEST_F(FmodLoopback, LeftStaysLeftWhicheverWayTheListenerFaces) {
-    SharedPtr<SoundChannel> left = channel();
-    left->setRepeat(true);
-    left->set3DAttributes(Vec3(-3, 0, 0), Vec3(0, 0, 0));
-    ASSERT_TRUE(left->play());
-    std::vector<float> ahead = render(0.2f);
-    EXPECT_GT(energy(ahead, 0), 100.0 * energy(ahead, 1));
-    EXPECT_GT(energy(ahead, 0), 1.0);
-    engine.updateListenerAttributes(Vec3(0, 0, 0), Vec3(0, 0, 0), Vec3(0, 0, 1), Vec3(0, 1, 0), 0);
-    render(0.04f);  // the turn reaches the mix
-    std::vector<float> turned = render(0.2f);
-    EXPECT_GT(energy(turned, 1), 100.0 * energy(turned, 0));
-}
-
-TEST_F(FmodLoopback, LoopsPlayUntilStoppedAndOneShotsToTheirEnd) {
-    channel()->play();  // a one-shot, dropped with its source: it plays to its end at 0.2 s
+// A one-shot plays to its end; a loop three units to the listener's left plays until
+// stopped, on the left whichever way the listener faces.
+TEST_F(FmodLoopback, OneShotsPlayToTheirEndAndLoopsUntilStoppedOnTheirSide) {
+    channel()->play();  // dropped with its source: it plays to its end at 0.2 s
     std::vector<float> out = render(0.3f);
     EXPECT_GT(energy(out, 0, kRate / 10, kRate / 5), 1.0);
     EXPECT_EQ(energy(out, 0, kRate / 5), 0.0);
 
-    SharedPtr<SoundChannel> looping = channel("tone.wav", false), once = channel("tone.wav", false);
+    SharedPtr<SoundChannel> looping = channel(), once = channel("tone.wav", false);
     looping->setRepeat(true);
+    looping->set3DAttributes(Vec3(-3, 0, 0), Vec3(0, 0, 0));
     ASSERT_TRUE(looping->play() && once->play());
     out = render(0.6f);
-    EXPECT_GT(energy(out, 0, kRate / 2), 100.0);  // past the tone's length
+    EXPECT_GT(energy(out, 0, kRate / 2), 10.0);  // past the tone's length
+    EXPECT_GT(energy(out, 0, kRate / 2), 100.0 * energy(out, 1, kRate / 2));
     EXPECT_TRUE(looping->isPlaying());
     EXPECT_FALSE(once->isPlaying());
+    engine.updateListenerAttributes(Vec3(0, 0, 0), Vec3(0, 0, 0), Vec3(0, 0, 1), Vec3(0, 1, 0), 0);
+    render(0.04f);  // the turn reaches the mix
+    out = render(0.2f);
+    EXPECT_GT(energy(out, 1), 100.0 * energy(out, 0));
     EXPECT_TRUE(looping->stop());
-    EXPECT_EQ(energy(render(0.1f), 0), 0.0);
+    EXPECT_EQ(energy(render(0.1f), 1), 0.0);
     EXPECT_TRUE(looping->play());  // again from the start
-    EXPECT_GT(energy(render(0.1f), 0), 100.0);
+    EXPECT_GT(energy(render(0.1f), 1), 10.0);
     EXPECT_TRUE(log.mLines.empty());
 }
 
 TEST_F(FmodLoopback, VoicesPastTheSourceLimitFailCleanlyAndTheRestPlay) {
-    SharedPtr<Velun::SoundSource> source = open();
-    std::vector<SharedPtr<SoundChannel>> channels;
+    SharedPtr<Velun::SoundSource> source = engine.createSoundSource(
+        Velun::NameMapper::ResourceInfo("tone.wav", dir.file("tone.wav"), "wav"), true);
+    std::vector<SharedPtr<SoundChannel>> channels(300);
     int played = 0;
-    for (int i = 0; i < 300; ++i) {
-        channels.push_back(engine.createChannel(source));
-        played += channels.back()->play() ? 1 : 0;
-    }
+    for (SharedPtr<SoundChannel>& channel : channels)
+        played += (channel = engine.createChannel(source))->play() ? 1 : 0;
     EXPECT_GE(played, 200);
     ASSERT_LT(played, 300);
     EXPECT_EQ(log.mLines.back(),
@@ -133,11 +121,8 @@ TEST_F(FmodLoopback, StreamsPlayThroughWithoutAGap) {
         int format;
         double tolerance;  // of the rest against the signal, in energy; Vorbis is lossy
     } formats[] = {{"long.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1e-4},
-                   {"long.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 1e-4},
                    {"long.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 0.05}};
-    std::vector<float> signal = tone(300, 1.5f, 0.3f);
-    for (size_t i = 0; i < signal.size(); i += 480)
-        signal[i] += 0.8f;  // clicks
+    const std::vector<float> signal = tone(300, 1.5f, 0.3f);
     for (const auto& format : formats) {
         SCOPED_TRACE(format.name);
         ASSERT_TRUE(writeSound(dir.file(format.name), signal, 1, format.format));
@@ -168,18 +153,11 @@ int runChild(const std::string& test, const TempDir& dir, const std::string& dri
         << "[general]\ndrivers = " << drivers
         << "\nchannels = stereo\nsample-type = int16\nfrequency = " << kRate
         << "\n[wave]\nfile = " << dir.file("out.wav") << "\n";
-    setenv(kChildDir, dir.file("").c_str(), 1);
-    setenv("ALSOFT_CONF", dir.file("alsoft.conf").c_str(), 1);
-    std::string program = "/proc/self/exe", filter = "--gtest_filter=FmodChild." + test;
-    char* argv[] = {&program[0], &filter[0], nullptr};
-    pid_t child = 0;
-    int status = -1;
-    const bool spawned = posix_spawn(&child, program.c_str(), nullptr, nullptr, argv, environ) == 0;
-    unsetenv(kChildDir);
-    unsetenv("ALSOFT_CONF");
-    if (spawned)
-        waitpid(child, &status, 0);
-    return spawned && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    const int status = std::system(
+        (std::string(kChildDir) + "=" + dir.file("") + " ALSOFT_CONF=" + dir.file("alsoft.conf") + " " +
+         std::filesystem::read_symlink("/proc/self/exe").string() + " --gtest_filter=FmodChild." + test)
+            .c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 TEST(FmodOutput, ASoundNodeIsWrittenToTheWaveOutputOnItsSideAndWithoutADeviceTheGameRunsSilently) {
@@ -192,7 +170,6 @@ TEST(FmodOutput, ASoundNodeIsWrittenToTheWaveOutputOnItsSideAndWithoutADeviceThe
     ASSERT_EQ(file.channels(), 2);
     std::vector<float> out(static_cast<size_t>(file.frames()) * 2);
     file.read(out.data(), static_cast<sf_count_t>(out.size()));
-    ASSERT_GT(out.size(), static_cast<size_t>(kRate));
     EXPECT_GT(energy(out, 0), 100.0 * energy(out, 1));
     EXPECT_EQ(runChild("RunsWithoutADevice", dir, "no-such-driver"), 0);
 }

@@ -15,12 +15,14 @@ namespace TerrainTest {
 
 using Dorvan::SharedPtr;
 
-// A width x height image of `channels` components of type T (row 0 first).
+// A width x height image of `channels` components of type T (bytes, shorts or floats; row 0 first).
 template <class T>
 SharedPtr<Velun::TextureSource> makeImage(unsigned int width, unsigned int height, unsigned int channels,
                                           std::vector<T> const& values) {
     Velun::TextureInfo info(width, height, 1,
-                            sizeof(T) == 1 ? Velun::DataType::UnsignedByte : Velun::DataType::UnsignedShort,
+                            sizeof(T) == 1   ? Velun::DataType::UnsignedByte
+                            : sizeof(T) == 2 ? Velun::DataType::UnsignedShort
+                                             : Velun::DataType::Float,
                             channels == 3 ? Velun::Color::Rgb : Velun::Color::Luminance);
     info.setChannels(channels);
     Dorvan::CowMemPtr<void> data;
