@@ -69,7 +69,7 @@ protected:
 };
 
 // A one-shot plays to its end; a loop three units to the listener's left plays until
-// stopped, on the left whichever way the listener faces.
+// stopped, on the side where the listener's turns put it.
 TEST_F(FmodLoopback, OneShotsPlayToTheirEndAndLoopsUntilStoppedOnTheirSide) {
     channel()->play();  // dropped with its source: it plays to its end at 0.2 s
     std::vector<float> out = render(0.3f);
@@ -93,6 +93,12 @@ TEST_F(FmodLoopback, OneShotsPlayToTheirEndAndLoopsUntilStoppedOnTheirSide) {
     EXPECT_EQ(energy(render(0.1f), 1), 0.0);
     EXPECT_TRUE(looping->play());  // again from the start
     EXPECT_GT(energy(render(0.1f), 1), 10.0);
+    // A quarter turn: facing +x, a source towards -z is on the left.
+    looping->set3DAttributes(Vec3(0, 0, -3), Vec3(0, 0, 0));
+    engine.updateListenerAttributes(Vec3(0, 0, 0), Vec3(0, 0, 0), Vec3(1, 0, 0), Vec3(0, 1, 0), 0);
+    render(0.04f);
+    out = render(0.2f);
+    EXPECT_GT(energy(out, 0), 100.0 * energy(out, 1));
     EXPECT_TRUE(log.mLines.empty());
 }
 
