@@ -1,9 +1,5 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
 
-#include "core/ProcessManager.h"
-#include "core/VelunCore.h"
 #include "logic/EventManager.h"
 #include "logic/FollowModifier.h"
 #include "logic/VelocityModifier.h"
@@ -11,7 +7,6 @@
 #include "scene/SceneFixture.h"
 #include "scene/SceneGraph.h"
 #include "scene/SceneManager.h"
-#include "scene/UpdateTraverser.h"
 
 using Dorvan::SharedPtr;
 using namespace Velun;

@@ -70,15 +70,6 @@ public:
     int mVisits;
 };
 
-// A leaf with an infinite volume, as a light has.
-class InfiniteLeaf : public BoxLeaf {
-public:
-    InfiniteLeaf() : BoxLeaf("light", TypeLight) {
-        mHasBox = true;
-        mBox.setInfinite();
-    }
-};
-
 // Groups that count the update pass's visits on the way down and up.
 template <class Group>
 class Counting : public Group {

@@ -1,15 +1,11 @@
 #include <cmath>
 
 #include "SceneFixture.h"
-#include "core/ProcessManager.h"
 #include "scene/Camera.h"
-#include "scene/Frustrum.h"
 #include "scene/Light.h"
 #include "scene/Overlay.h"
 #include "scene/SceneGraph.h"
 #include "scene/SceneManager.h"
-#include "scene/SceneRoot.h"
-#include "scene/UpdateTraverser.h"
 #include "scene/View.h"
 
 using namespace Velun;

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "scene/SceneRoot.h"
-#include "scene/UpdateTraverser.h"
 
 using namespace Velun;
 using namespace SceneTest;
@@ -106,8 +105,10 @@ TEST_F(UpdateTraverserTest, GroupVolumesEncloseTheirChildrenAndInfiniteLeavesMak
     Branch group, lit;
     CountingBranch inner;
     TransformationNode moving, innerPlace, lightPlace;
-    BoxLeaf far(Point(20, 20, 20), Point(21, 21, 21)), near(Point(0, 0, 0), Point(1, 1, 1)), camera;
-    InfiniteLeaf light;
+    BoxLeaf far(Point(20, 20, 20), Point(21, 21, 21)), near(Point(0, 0, 0), Point(1, 1, 1)), camera,
+        light("light", Node::TypeLight);
+    light.mBox.setInfinite();  // as a light's
+    light.mHasBox = true;
     chain({&root(), &group, &inner, &innerPlace, &far});
     chain({&inner, &camera});
     chain({&group, &moving, &near});
