@@ -61,7 +61,6 @@ TEST_F(VelunCoreTest, StartupRegistersTheSubsystemsInUpdateOrderAndSetupMapsAndL
         resources.getTextureManager().getTextureSourceNameMapper()->getResourceInfo("grass.png").mFileName);
     EXPECT_EQ(".\\sound\\boom.wav",
               resources.getSoundManager().getSoundNameMapper()->getResourceInfo("boom.wav").mFileName);
-    EXPECT_GE(core.getPluginManager().getPluginCount(), 1u);
     EXPECT_EQ(1u, core.getInputManager().getInputProviderCount());
     EXPECT_EQ(101, core.getInputManager().getInputProviderAt(0)->getProviderId());
     EXPECT_NE(0, core.getTimerManager().getTimestamp());
@@ -79,15 +78,11 @@ TEST_F(VelunCoreTest, StartupRegistersTheSubsystemsInUpdateOrderAndSetupMapsAndL
 
 using VelunCoreDeathTest = VelunCoreTest;
 
-TEST_F(VelunCoreDeathTest, GettersAssertTheirMemberBeforeStartup) {
+TEST_F(VelunCoreDeathTest, GettersBeforeStartupAndASecondInstanceAreCallingOrderErrors) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_DEATH(core.getPluginManager(), "mPluginManager");
     EXPECT_DEATH(core.getSceneManager(), "mSceneManager");
     EXPECT_DEATH(core.getLogManager(), "mLogManager");
-}
-
-TEST_F(VelunCoreDeathTest, ASecondInstanceIsACallingOrderError) {
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
     core.startup();
     // The library's instance lives; a second one, made outside the library, must assert.
     EXPECT_DEATH(Dorvan::Singleton<VelunCore>::getSingleton(), "!VelunCore::mSingleton");
@@ -147,7 +142,6 @@ TEST(TimerManagerTest, EachServiceComesFromTheFirstInitialisedPluginOfferingIt) 
 
 TEST(MonotonicCounterTest, ElapsedIsTheTimeBetweenTheLastTwoReadings) {
     MonotonicCounter counter;
-    EXPECT_EQ(0.0, counter.getElapsedSeconds());
     counter.start();
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     counter.update();
@@ -200,7 +194,7 @@ public:
     bool mKept;
 };
 
-TEST(ResourceContainerTest, DestroyedResourceReleasesEachDataOnceAndDataEndingFirstUnhooksItself) {
+TEST(ResourceContainerTest, DataIsReleasedOnceUnhooksItselfWhenEndingFirstAndIsNeverCopied) {
     std::string log;
     {
         ResourceContainer container;
@@ -215,10 +209,9 @@ TEST(ResourceContainerTest, DestroyedResourceReleasesEachDataOnceAndDataEndingFi
         log.clear();
     }
     EXPECT_EQ("released0 end0 released5 end5 ", log);
-}
 
-TEST(ResourceContainerTest, ReplacedDataAndCopiesLeaveTheOtherDataAlone) {
-    std::string log;
+    // Replaced data and copies leave the other data alone.
+    log.clear();
     ResourceContainer source;
     LoggedData oldData(2, &log, true), newData(2, &log, true), sourceData(0, &log, true),
         targetData(0, &log, true);

@@ -31,12 +31,20 @@ Dorvan::Vector<float> axes(std::initializer_list<float> values) {
     return v;
 }
 
-TEST(InputEventTest, OnlyTheAccessorOfTheTypeGivesTheInfoAndEachInfoIsDeletedOnce) {
+TEST(InputEventTest, OnlyTheAccessorOfTheTypeGivesTheInfoEachInfoIsDeletedOnceAndMoveInfoCopiesItsAxes) {
+    Dorvan::Vector<float> absolute = axes({10.5f, -2.0f});
+    MoveEventInfo* move = new MoveEventInfo(absolute, axes({1.0f}));
+    absolute.set(0, 99.0f);
     InputEvent event(0);
-    MoveEventInfo* move = new MoveEventInfo(axes({3.0f, 4.0f}));
     event.setEventType(InputEvent::MoveEvent, *move);
     EXPECT_EQ(move, event.getMoveEventInfo());
     EXPECT_EQ(nullptr, event.getKeyEventInfo());
+    // Missing axes read as zero.
+    EXPECT_EQ(2, move->getAxisCount());
+    EXPECT_EQ((std::vector<float>{10.5f, -2.0f, 0.0f, 1.0f, 0.0f}),
+              (std::vector<float>{move->getX(), move->getY(), move->getZ(), move->getRelativeX(),
+                                  move->getRelativeY()}));
+    EXPECT_EQ(0, MoveEventInfo(absolute).getRelativeAxisCount());
     // Info of another class than the type is not handed out.
     event.setEventType(InputEvent::KeyEvent, *new ButtonEventInfo(ButtonEventInfo::ButtonPressed, 1));
     EXPECT_EQ(nullptr, event.getKeyEventInfo());
@@ -55,19 +63,6 @@ TEST(InputEventTest, OnlyTheAccessorOfTheTypeGivesTheInfoAndEachInfoIsDeletedOnc
     }
     EXPECT_EQ(1, first);
     EXPECT_EQ(1, second);
-}
-
-TEST(InputEventInfoTest, MoveInfoKeepsItsOwnAxesAndGivesZeroForMissingOnes) {
-    Dorvan::Vector<float> absolute = axes({10.5f, -2.0f});
-    MoveEventInfo info(absolute, axes({1.0f})), absoluteOnly(absolute);
-    absolute.set(0, 99.0f);
-    EXPECT_EQ(2, info.getAxisCount());
-    EXPECT_FLOAT_EQ(10.5f, info.getX());
-    EXPECT_FLOAT_EQ(-2.0f, info.getY());
-    EXPECT_FLOAT_EQ(0.0f, info.getZ());
-    EXPECT_FLOAT_EQ(1.0f, info.getRelativeX());
-    EXPECT_FLOAT_EQ(0.0f, info.getRelativeY());
-    EXPECT_EQ(0, absoluteOnly.getRelativeAxisCount());
 }
 
 // Writes its name into a shared trace for each event it sees; takes the event when told

@@ -119,7 +119,7 @@ void expectTranslation(Transformation const& t, float x, float y, float z) {
 
 using VelocityModifierTest = VelunTest::EngineTest;
 
-TEST_F(VelocityModifierTest, MovesBySpeedTimesTheRunningTimeWithoutCatchingUpPauses) {
+TEST_F(VelocityModifierTest, MovesBySpeedTimesTheRunningTimeAlongTheChosenAxesWithoutCatchingUpPauses) {
     Transformation t;
     VelocityModifier modifier(t);
     modifier.setTranslateX(1.0f);
@@ -146,9 +146,8 @@ TEST_F(VelocityModifierTest, MovesBySpeedTimesTheRunningTimeWithoutCatchingUpPau
     expectTranslation(t, 0.75f, 1.5f, -3);
     modifier.run(9250);
     expectTranslation(t, 1, 2, -4);
-}
 
-TEST_F(VelocityModifierTest, TranslationFollowsParentOrOwnAxesAndRotationSpinsInPlace) {
+    // Translation follows the parent's or its own axes; rotation spins in place.
     Transformation parentAxes, ownAxes, spun;
     parentAxes.rotateZ(HalfPi, false);
     ownAxes.rotateZ(HalfPi, false);

@@ -42,12 +42,11 @@ inline Matrix4 turnedAndMoved(float angle, float x, float y = 0) {
 
 // Hangs each node below the one before it: chain({&root, &place, &leaf}).
 inline void chain(std::initializer_list<Velun::Node*> nodes) {
-    for (auto parent = nodes.begin(), child = parent + 1; parent != nodes.end() && child != nodes.end();
-         ++parent, ++child) {
+    for (auto parent = nodes.begin(); parent + 1 < nodes.end(); ++parent) {
         if (auto* place = dynamic_cast<Velun::TransformationNode*>(*parent))
-            place->setChild(**child);
+            place->setChild(*parent[1]);
         else
-            dynamic_cast<Velun::Branch&>(**parent).attachChild(**child);
+            dynamic_cast<Velun::Branch&>(**parent).attachChild(*parent[1]);
     }
 }
 
