@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <thread>
-#include <utility>
 
 #include "core/FileNameMapper.h"
 #include "core/MonotonicCounter.h"
@@ -131,9 +130,8 @@ TEST(TimerManagerTest, EachServiceComesFromTheFirstInitialisedPluginOfferingIt) 
 
     FixedTimer countersOnly(1, false, true, false), stamps(2, true, false, false),
         everything(3, true, true, true);
-    timers.registerTimerPlugin(countersOnly);
-    timers.registerTimerPlugin(stamps);
-    timers.registerTimerPlugin(everything);
+    for (FixedTimer* plugin : {&countersOnly, &stamps, &everything})
+        timers.registerTimerPlugin(*plugin);
     EXPECT_EQ(2, timers.getTimestamp());
     EXPECT_EQ(countersOnly.mCounter.get(), timers.createHighresCounter().get());
     EXPECT_EQ(everything.mTimer.get(), timers.createTimer().get());

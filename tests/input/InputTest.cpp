@@ -1,9 +1,5 @@
-#include <cstdint>
 #include <functional>
-#include <string>
-#include <vector>
 
-#include "core/ProcessManager.h"
 #include "input/InputEvent.h"
 #include "input/InputManager.h"
 #include "input/InputProcessor.h"
@@ -117,19 +113,14 @@ protected:
 
 TEST_F(InputManagerTest, ProcessorsSeeEventsInRegistrationOrderUntilOneTakesItAndOneIdOnlyOnce) {
     RecordingProcessor a(&mTrace, 'a'), b(&mTrace, 'b'), c(&mTrace, 'c');
-    // Ids decide nothing: c has the highest id and goes first.
-    input().registerInputProcessor(c);
-    input().registerInputProcessor(a);
-    input().registerInputProcessor(b);
-    input().registerInputProcessor(a);  // a second registration keeps the place
+    // Ids decide nothing: c has the highest id and goes first. A second registration keeps the place.
+    for (RecordingProcessor* p : {&c, &a, &b, &a})
+        input().registerInputProcessor(*p);
     EXPECT_EQ("cab", trigger(1));
-    EXPECT_EQ(&c, input().getInputProcessorAt(0));
     a.mTakes = true;
     EXPECT_EQ("ca", trigger(2));
     a.setEnabled(false);
     EXPECT_EQ("cb", trigger(3));
-    EXPECT_EQ((Stamps{1, 2}), a.mTimestamps);
-    EXPECT_EQ((Stamps{1, 3}), b.mTimestamps);
 
     // One with c's id replaces c; one destroyed leaves the chain.
     RecordingProcessor twin(&mTrace, 't', c.getProcessorId());
@@ -154,7 +145,6 @@ TEST_F(InputManagerTest, ChangesToTheChainDuringTheWalkSkipNobody) {
         input().registerInputProcessor(*p);
     EXPECT_EQ("albcn", trigger(1));
     EXPECT_EQ("bcn", trigger(2));
-    EXPECT_EQ(3u, input().getInputProcessorCount());
 }
 
 TEST_F(InputManagerTest, AnEnabledProviderThatNeedsPollingIsPolledOncePerPassWithThePassTime) {
@@ -184,7 +174,6 @@ TEST_F(InputManagerTest, AnEnabledProviderThatNeedsPollingIsPolledOncePerPassWit
     processor.mAction = [&](InputEvent&) { input().unregisterInputProvider(leaving); };
     pollInput();
     EXPECT_EQ(2u, provider.mPolls.size());
-    EXPECT_EQ(1u, input().getInputProviderCount());
     pollInput();
     EXPECT_EQ(1u, leaving.mPolls.size());
     EXPECT_EQ(3u, provider.mPolls.size());

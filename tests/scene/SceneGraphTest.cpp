@@ -104,7 +104,7 @@ protected:
     SceneManager& scenes() { return core.getSceneManager(); }
 };
 
-TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes) {
+TEST_F(SceneManagerTest, DeletedScenesAndOverlaysAndTheShutdownLeaveNoPointerToThem) {
     SceneGraph& doomed = scenes().createSceneGraph();
     SceneGraph& kept = scenes().createSceneGraph();
     Branch group;
@@ -120,11 +120,10 @@ TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes)
     EXPECT_FALSE(light.isAttached());
     EXPECT_EQ(nullptr, group.getParent());
     EXPECT_EQ(&group, light.getParent());
-}
 
-TEST_F(SceneManagerTest, DeletedOverlaysAndShutdownLeaveNoPointerToThem) {
+    // Nor do deleted overlays and the shutdown.
     std::unique_ptr<Camera> camera(new Camera()), first(new Camera());
-    std::unique_ptr<Light> light(new Light());
+    std::unique_ptr<Light> hudLight(new Light());
     Overlay& overlay = scenes().createOverlay();
     first->setOverlay(overlay);
     first.reset();  // a camera may end before its overlay
@@ -133,13 +132,13 @@ TEST_F(SceneManagerTest, DeletedOverlaysAndShutdownLeaveNoPointerToThem) {
     EXPECT_EQ(nullptr, camera->getOverlay());
     EXPECT_TRUE(camera->getOverlayView(1.0f).isNull());
 
-    scenes().createSceneGraph().getRoot()->attachChild(*camera);
+    kept.getRoot()->attachChild(*camera);
     Overlay& hud = scenes().createOverlay();
-    hud.getRoot()->attachChild(*light);
+    hud.getRoot()->attachChild(*hudLight);
     camera->setOverlay(hud);
     core.shutdown();
     EXPECT_FALSE(camera->isAttached());
-    EXPECT_FALSE(light->isAttached());
+    EXPECT_FALSE(hudLight->isAttached());
     EXPECT_EQ(nullptr, camera->getOverlay());
     EXPECT_EQ(nullptr, camera->getParent());
 }
@@ -164,8 +163,6 @@ TEST_F(SceneManagerTest, ACameraViewSeesFromTheCameraWorldPlace) {
     expectPoint(Point(toView * Point(3.0f, 0.0f, 5.0f)), 0, 0, 0);
     expectPoint(Point(toView * Point(3.0f - 2.0f * std::sin(0.5f), 0.0f, 5.0f - 2.0f * std::cos(0.5f))), 0, 0,
                 -2.0f);
-    scene.getRoot()->detachChilds();
-    place.detachChild();
 }
 
 }  // namespace

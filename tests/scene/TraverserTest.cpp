@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <map>
 #include <sstream>
-#include <vector>
 
 #include "scene/Traverser.h"
 
