@@ -99,6 +99,8 @@ TEST_F(TraverserTest, WalksFollowTheAnswersFiltersAndLimits) {
         {"an accepting filter ends the question", "", "A1:accept A1:skip A2:skip",
          "reset(G) G:down A:down A1:down A:up B:next G:up "},
         {"all children filtered, no up", "", "A1:skip A2:skip", "reset(G) G:down A:down B:next G:up "},
+        {"all filtered, reverse", "", "A1:skip A2:skip", "reset(G) G:down B:down A:prev G:up ", nullptr, 0,
+         true},
         {"max depth handles but does not enter", "", "", "reset(G) G:down A:down B:next G:up ", nullptr, 1},
         {"skipped root only on the way up", "", "", "reset(G) A:down A1:down A2:next A:up B:next G:up ",
          nullptr, 0, false, true},
