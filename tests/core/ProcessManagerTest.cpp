@@ -1,13 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <memory>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "core/ProcessManager.h"
-#include "core/VelunCore.h"
 #include "support/Engine.h"
 
 using namespace Velun;
@@ -41,12 +36,13 @@ public:
 // A private ProcessManager; the engine is started so that passes can read its clock.
 class ProcessManagerTest : public VelunTest::EngineTest {
 protected:
-    TraceSubsystem& add(int id, const std::string& name) {
+    TraceSubsystem& add(int id, const std::string& name,
+                        Subsystem::UpdateMode mode = Subsystem::UpdateAlways) {
         mSubsystems.emplace_back(new TraceSubsystem(id, name, &mTrace));
         mManager.registerSubsystem(*mSubsystems.back(), -1);
+        mSubsystems.back()->setUpdateMode(mode);
         return *mSubsystems.back();
     }
-    TraceSubsystem& process(size_t i) { return *mSubsystems[i]; }
 
     ProcessManager mManager;
     Trace mTrace;
@@ -56,33 +52,33 @@ protected:
 }  // namespace
 
 TEST_F(ProcessManagerTest, StopInsideTheLoopLetsThePassFinishAndABlockingStopIsRefused) {
-    add(100, "a");
+    TraceSubsystem& a = add(100, "a");
     add(101, "b");
-    add(102, "c");
+    TraceSubsystem& c = add(102, "c");
     int passes = 0;
-    process(0).mAction = [&] {
+    a.mAction = [&] {
         EXPECT_TRUE(mManager.isRunning());
         EXPECT_EQ(-1, mManager.stop(true));
         if (++passes == 3) {
             EXPECT_EQ(0, mManager.stop(false));
         }
     };
-    process(2).mAction = [&] { EXPECT_TRUE(mManager.isRunning()); };
+    c.mAction = [&] { EXPECT_TRUE(mManager.isRunning()); };
     EXPECT_EQ(0, mManager.run(true));
     EXPECT_EQ((Trace{"a", "b", "c", "a", "b", "c", "a", "b", "c"}), mTrace);
     EXPECT_FALSE(mManager.isRunning());
 }
 
 TEST_F(ProcessManagerTest, UpdateModesInAndOutOfTheLoop) {
-    add(100, "manual").setUpdateMode(Subsystem::UpdateManual);
-    add(101, "always").setUpdateMode(Subsystem::UpdateAlways);
-    add(102, "request").setUpdateMode(Subsystem::UpdateOnRequest);
-    add(103, "loop").setUpdateMode(Subsystem::UpdateInLoop);
+    add(100, "manual", Subsystem::UpdateManual);
+    add(101, "always");
+    add(102, "request", Subsystem::UpdateOnRequest);
+    TraceSubsystem& loop = add(103, "loop", Subsystem::UpdateInLoop);
     mManager.update(true);
     EXPECT_EQ((Trace{"always", "request"}), mTrace);
 
     mTrace.clear();
-    process(3).mAction = [&] {
+    loop.mAction = [&] {
         if (mTrace.size() == 2) {
             mManager.update(true);
             mManager.stop(false);
@@ -98,7 +94,6 @@ TEST_F(ProcessManagerTest, RegistrationOrderAndRefusals) {
     TraceSubsystem negative(-3, "", &mTrace), a(10, "", &mTrace), b(11, "", &mTrace), c(12, "", &mTrace),
         d(13, "", &mTrace), e(14, "", &mTrace);
     EXPECT_EQ(-1, mManager.registerSubsystem(negative, -1));
-    EXPECT_EQ(0u, mManager.getSubsystemCount());
     EXPECT_EQ(0, mManager.registerSubsystem(a, -1));
     EXPECT_EQ(1, mManager.registerSubsystem(b, 7));
     EXPECT_EQ(0, mManager.registerSubsystem(c, 0));
@@ -118,7 +113,7 @@ TEST_F(ProcessManagerTest, RegistrationOrderAndRefusals) {
 TEST_F(ProcessManagerTest, ASubsystemAppendedDuringAPassRunsInThatPassWithOneStampForItsProcesses) {
     TraceSubsystem& first = add(100, "first");
     TraceSubsystem late(101, "late", &mTrace);
-    process(0).mAction = [&] {
+    first.mAction = [&] {
         if (mManager.getSubsystemPos(101) < 0)
             mManager.registerSubsystem(late, -1);
         else

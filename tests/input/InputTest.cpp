@@ -1,12 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <cstdint>
 #include <functional>
-#include <string>
-#include <vector>
 
-#include "core/ProcessManager.h"
-#include "core/VelunCore.h"
 #include "input/InputEvent.h"
 #include "input/InputManager.h"
 #include "input/InputProcessor.h"
@@ -34,14 +27,20 @@ Dorvan::Vector<float> axes(std::initializer_list<float> values) {
     return v;
 }
 
-}  // namespace
-
-TEST(InputEventTest, OnlyTheAccessorOfTheTypeGivesTheInfoAndEachInfoIsDeletedOnce) {
+TEST(InputEventTest, OnlyTheAccessorOfTheTypeGivesTheInfoEachInfoIsDeletedOnceAndMoveInfoCopiesItsAxes) {
+    Dorvan::Vector<float> absolute = axes({10.5f, -2.0f});
+    MoveEventInfo* move = new MoveEventInfo(absolute, axes({1.0f}));
+    absolute.set(0, 99.0f);
     InputEvent event(0);
-    MoveEventInfo* move = new MoveEventInfo(axes({3.0f, 4.0f}));
     event.setEventType(InputEvent::MoveEvent, *move);
     EXPECT_EQ(move, event.getMoveEventInfo());
     EXPECT_EQ(nullptr, event.getKeyEventInfo());
+    // Missing axes read as zero.
+    EXPECT_EQ(2, move->getAxisCount());
+    EXPECT_EQ((std::vector<float>{10.5f, -2.0f, 0.0f, 1.0f, 0.0f}),
+              (std::vector<float>{move->getX(), move->getY(), move->getZ(), move->getRelativeX(),
+                                  move->getRelativeY()}));
+    EXPECT_EQ(0, MoveEventInfo(absolute).getRelativeAxisCount());
     // Info of another class than the type is not handed out.
     event.setEventType(InputEvent::KeyEvent, *new ButtonEventInfo(ButtonEventInfo::ButtonPressed, 1));
     EXPECT_EQ(nullptr, event.getKeyEventInfo());
@@ -61,21 +60,6 @@ TEST(InputEventTest, OnlyTheAccessorOfTheTypeGivesTheInfoAndEachInfoIsDeletedOnc
     EXPECT_EQ(1, first);
     EXPECT_EQ(1, second);
 }
-
-TEST(InputEventInfoTest, MoveInfoKeepsItsOwnAxesAndGivesZeroForMissingOnes) {
-    Dorvan::Vector<float> absolute = axes({10.5f, -2.0f});
-    MoveEventInfo info(absolute, axes({1.0f})), absoluteOnly(absolute);
-    absolute.set(0, 99.0f);
-    EXPECT_EQ(2, info.getAxisCount());
-    EXPECT_FLOAT_EQ(10.5f, info.getX());
-    EXPECT_FLOAT_EQ(-2.0f, info.getY());
-    EXPECT_FLOAT_EQ(0.0f, info.getZ());
-    EXPECT_FLOAT_EQ(1.0f, info.getRelativeX());
-    EXPECT_FLOAT_EQ(0.0f, info.getRelativeY());
-    EXPECT_EQ(0, absoluteOnly.getRelativeAxisCount());
-}
-
-namespace {
 
 // Writes its name into a shared trace for each event it sees; takes the event when told
 // to, and runs an optional action first.
@@ -127,23 +111,16 @@ protected:
     std::string mTrace;
 };
 
-}  // namespace
-
 TEST_F(InputManagerTest, ProcessorsSeeEventsInRegistrationOrderUntilOneTakesItAndOneIdOnlyOnce) {
     RecordingProcessor a(&mTrace, 'a'), b(&mTrace, 'b'), c(&mTrace, 'c');
-    // Ids decide nothing: c has the highest id and goes first.
-    input().registerInputProcessor(c);
-    input().registerInputProcessor(a);
-    input().registerInputProcessor(b);
-    input().registerInputProcessor(a);  // a second registration keeps the place
+    // Ids decide nothing: c has the highest id and goes first. A second registration keeps the place.
+    for (RecordingProcessor* p : {&c, &a, &b, &a})
+        input().registerInputProcessor(*p);
     EXPECT_EQ("cab", trigger(1));
-    EXPECT_EQ(&c, input().getInputProcessorAt(0));
     a.mTakes = true;
     EXPECT_EQ("ca", trigger(2));
     a.setEnabled(false);
     EXPECT_EQ("cb", trigger(3));
-    EXPECT_EQ((Stamps{1, 2}), a.mTimestamps);
-    EXPECT_EQ((Stamps{1, 3}), b.mTimestamps);
 
     // One with c's id replaces c; one destroyed leaves the chain.
     RecordingProcessor twin(&mTrace, 't', c.getProcessorId());
@@ -168,7 +145,6 @@ TEST_F(InputManagerTest, ChangesToTheChainDuringTheWalkSkipNobody) {
         input().registerInputProcessor(*p);
     EXPECT_EQ("albcn", trigger(1));
     EXPECT_EQ("bcn", trigger(2));
-    EXPECT_EQ(3u, input().getInputProcessorCount());
 }
 
 TEST_F(InputManagerTest, AnEnabledProviderThatNeedsPollingIsPolledOncePerPassWithThePassTime) {
@@ -198,14 +174,13 @@ TEST_F(InputManagerTest, AnEnabledProviderThatNeedsPollingIsPolledOncePerPassWit
     processor.mAction = [&](InputEvent&) { input().unregisterInputProvider(leaving); };
     pollInput();
     EXPECT_EQ(2u, provider.mPolls.size());
-    EXPECT_EQ(1u, input().getInputProviderCount());
     pollInput();
     EXPECT_EQ(1u, leaving.mPolls.size());
     EXPECT_EQ(3u, provider.mPolls.size());
     EXPECT_EQ(1u, input().getProcessList()->size());
 }
 
-TEST_F(InputManagerTest, AProcessorThatSeesQuitEndsTheLoopAfterThePass) {
+TEST_F(InputManagerTest, AProcessorThatSeesQuitEndsTheLoopAfterThePassAndBothMayOutliveTheManager) {
     QuitProvider provider;
     RecordingProcessor quitter;
     quitter.mAction = [&](InputEvent& event) {
@@ -221,16 +196,12 @@ TEST_F(InputManagerTest, AProcessorThatSeesQuitEndsTheLoopAfterThePass) {
     EXPECT_EQ(1u, quitter.mTimestamps.size());
     // The subsystems after input still had their turn in the stopping pass.
     EXPECT_EQ(1u, passes.getPasses());
-}
 
-TEST_F(InputManagerTest, ProvidersAndProcessorsMayOutliveTheManager) {
-    QuitProvider provider;
-    RecordingProcessor processor;
-    input().registerInputProvider(provider);
-    input().registerInputProcessor(processor);
     core.shutdown();
     // Their destructors run after the manager has gone, and must not reach for it.
     InputEvent event(0);
     provider.send(event);
-    EXPECT_TRUE(processor.mTimestamps.empty());
+    EXPECT_EQ(1u, quitter.mTimestamps.size());
 }
+
+}  // namespace

