@@ -2,9 +2,7 @@
 // window and read back. (The jeep from its MS3D file is on screen in the showcase's test.)
 
 #include "loader/EngineFixture.h"
-#include "plugins/loader/devil/DevILPlugin.h"
 #include "support/GLDrawFixture.h"
-#include "texture/TextureManager.h"
 
 // Mesa and libX11 keep small allocations of their own until exit.
 extern "C" const char* __asan_default_options() { return "detect_leaks=0"; }

@@ -14,25 +14,17 @@
 #include <vector>
 
 #include "core/LogManager.h"
-#include "core/VelunCore.h"
-#include "foundation/CowMemPtr.h"
 #include "geometry/GeometryData.h"
 #include "geometry/GeometryDataGroup.h"
 #include "geometry/GeometryObject.h"
 #include "geometry/GeometrySubobject.h"
 #include "geometry/IndexedQuads.h"
-#include "geometry/VertexData.h"
-#include "material/Material.h"
 #include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/GLRenderEngine.h"
 #include "plugins/render/opengl/GLScreenshot.h"
 #include "plugins/render/opengl/GLViewRenderer.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
-#include "render/RenderTarget.h"
-#include "render/Viewport.h"
-#include "scene/BoundingBox.h"
 #include "scene/Branch.h"
-#include "scene/Camera.h"
 #include "scene/Light.h"
 #include "scene/Overlay.h"
 #include "scene/SceneGraph.h"
@@ -43,7 +35,6 @@
 #include "support/EngineClock.h"
 #include "texture/Texture2D.h"
 #include "texture/TextureData.h"
-#include "texture/TextureInfo.h"
 
 namespace RenderGLTest {
 

@@ -1,13 +1,10 @@
 #include "support/GLDrawFixture.h"
-#include "terrain/Terrain.h"
 #include "terrain/TerrainFixture.h"
-#include "terrain/TerrainTile.h"
 
 namespace RenderGLTest {
 
-using Velun::Terrain;
-
 using TerrainTest::grey;
+using Velun::Terrain;
 
 // A 2 x 2 terrain-unit tile of 16 x 16 vertices, 2 x 2 patches, turned to face the
 // camera 2 units away: it fills the middle half of the picture, its x to the right and

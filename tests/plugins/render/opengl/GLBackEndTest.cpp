@@ -1,9 +1,6 @@
 #include <cstdlib>
 #include <memory>
 
-#include "geometry/IndexData.h"
-#include "plugins/render/opengl/GLMaterialManager.h"
-#include "plugins/render/opengl/GLSceneManager.h"
 #include "support/GLDrawFixture.h"
 
 using namespace Velun;
@@ -129,8 +126,6 @@ TEST_F(GLBackEndTest, AGLErrorInAVertexLoadIsLoggedAndTheCallerFallsBackToClient
 
 TEST_F(GLBackEndTest, DestroyedDataTakesItsGLObjectsWithIt) {
     unsigned int buffer = 0, index = 0, textureName = 0;
-    unsigned int const buffersBefore = context().getBufferCount();
-    unsigned int const texturesBefore = context().getTextureCount();
     {
         VertexData& data = vertices();
         IndexData indices;
@@ -143,16 +138,12 @@ TEST_F(GLBackEndTest, DestroyedDataTakesItsGLObjectsWithIt) {
         buffer = ids<DataIds>(data)->getBuffer(Part::Vertex);
         index = ids<IndexIds>(indices)->getBufferId();
         textureName = ids<TexIds>(texture)->getTextureId();
-        EXPECT_EQ(buffersBefore + 2, context().getBufferCount());
-        EXPECT_EQ(texturesBefore + 1, context().getTextureCount());
         ASSERT_TRUE(glIsBuffer(buffer) && glIsBuffer(index) && glIsTexture(textureName));
         mQuad = SharedPtr<Geometry>();
     }
     EXPECT_FALSE(glIsBuffer(buffer));
     EXPECT_FALSE(glIsBuffer(index));
     EXPECT_FALSE(glIsTexture(textureName));
-    EXPECT_EQ(buffersBefore, context().getBufferCount());
-    EXPECT_EQ(texturesBefore, context().getTextureCount());
 }
 
 TEST_F(GLBackEndTest, DestroyingTheWindowDeletesItsGLObjectsAndANewWindowLoadsAgain) {
