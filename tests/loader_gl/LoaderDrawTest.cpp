@@ -4,9 +4,6 @@
 #include "loader/EngineFixture.h"
 #include "support/GLDrawFixture.h"
 
-// Mesa and libX11 keep small allocations of their own until exit.
-extern "C" const char* __asan_default_options() { return "detect_leaks=0"; }
-
 using namespace Velun;
 using Dorvan::SharedPtr;
 

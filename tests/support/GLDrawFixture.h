@@ -271,7 +271,7 @@ protected:
         for (Velun::Overlay* overlay : mOverlays)
             overlay->getUpdateTraverser()->run(mTime);
         // The window's frame without its swap, so the picture stays in the back buffer.
-        sEngine->renderTarget(mTarget.get(), sWindow->getGLRenderContext(), Width, Height);
+        mDrawCalls = sEngine->renderTarget(mTarget.get(), sWindow->getGLRenderContext(), Width, Height);
         ASSERT_TRUE(Velun::GLScreenshot::readPixels(GL_BACK, 0, 0, Width, Height, mPixels));
     }
 
@@ -300,15 +300,6 @@ protected:
         return light;
     }
 
-    // Draw calls of one pass of the first camera, after an update pass.
-    unsigned int drawCalls() {
-        mScene->getUpdateTraverser()->run(mTime += 20);
-        SharedPtr<Velun::View> view = mCameras.front()->getView(1.0f);
-        Velun::GLViewRenderer pass(&context(), view, SharedPtr<Velun::RenderSettings>(), view->getFrustrum());
-        pass.run();
-        return pass.getObjectRenderer().getGeometryRenderer().getDrawCallCount();
-    }
-
     Velun::GLRenderContext& context() { return *sWindow->getGLRenderContext(); }
     // Lines logged since the test began, as "channel: text".
     static std::vector<std::string>& logLines() { return sLog.mLines; }
@@ -319,6 +310,7 @@ protected:
     static inline Velun::GLSDLRenderWindow* sWindow = nullptr;
 
     std::int64_t mTime = 0;
+    unsigned int mDrawCalls = 0;  // of the last frame
     Velun::SceneGraph* mScene = nullptr;
     std::vector<Velun::SceneGraph*> mScenes;
     std::vector<Velun::Overlay*> mOverlays;

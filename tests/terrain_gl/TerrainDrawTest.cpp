@@ -39,9 +39,10 @@ TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatchesARebuiltOneShowsItsNe
             ASSERT_TRUE(near(pixel(x, y), Rgb{51, 51, 51})) << "(" << x << ", " << y << ")";
     expectPixels({{8, 32, {0, 0, 0}}, {32, 56, {0, 0, 0}}});
     // One draw per patch in view: moved right, the far column of patches leaves it.
-    EXPECT_EQ(drawCalls(), 4u);
+    EXPECT_EQ(mDrawCalls, 4u);
     mPlace->translate(2.5f, 0, 0, false);
-    EXPECT_EQ(drawCalls(), 2u);
+    frame();
+    EXPECT_EQ(mDrawCalls, 2u);
     mPlace->translate(-2.5f, 0, 0, false);
 
     // Raised by one unit towards the camera, and white by height.
