@@ -32,8 +32,7 @@ TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
         SharedPtr<Texture> texture(new Texture2D(image));
         texture->setAllFilters(Texture::Nearest);
         texture->setTexMode(Texture::Replace);
-        SharedPtr<Material> material(new Material());
-        material->setUseAlphaTest(false);
+        SharedPtr<Material> material = RenderGLTest::colorMaterial(Color(1, 1, 1));
         material->setTexture(0, texture);
         addQuad(root(), 0, 0, -1, RenderGLTest::QuadShape{-1, -1, 1, 1, 1}, material);
         frame();

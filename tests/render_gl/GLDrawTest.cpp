@@ -326,9 +326,7 @@ TEST_F(GLDrawTest, OverlayCoversTheSceneEvenWhereSceneGeometryIsNearer) {
     // overlay's origin, which is 2 units from its fixed eye and so far behind the wall.
     Velun::Overlay& overlay = addOverlay();
     camera->setOverlay(overlay);
-    SharedPtr<Velun::RenderSettings> unlit(new Velun::RenderSettings());
-    unlit->setUseLights(false);
-    camera->getOverlaySettings().setRenderSettings(unlit);
+    camera->getOverlaySettings().setRenderSettings(camera->getCamSettings().getRenderSettings());  // unlit
     addQuad(*overlay.getRoot(), 0, 0, 0, QuadShape{0.25f, 0.25f, 0.75f, 0.75f},
             colorMaterial(Color(1, 0, 0)));
 

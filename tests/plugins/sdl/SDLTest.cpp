@@ -6,10 +6,10 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
 #include <memory>
 #include <sstream>
+#include <utility>
 
 #include "input/InputEvent.h"
 #include "input/InputManager.h"
@@ -40,12 +40,11 @@ public:
         else if (ButtonEventInfo* button = event.getButtonEventInfo())
             line << "button " << button->getEventType() << " " << button->getButtonNr() << " "
                  << button->getX() << " " << button->getY();
-        else if (SysWMEventInfo* wm = event.getSysWMEventInfo())
+        else if (SysWMEventInfo* wm = event.getSysWMEventInfo()) {
             line << "wm " << wm->getEventType() << " " << wm->getWidth() << " " << wm->getHeight();
-        // As an application would, a quit stops the main loop (after its pass).
-        if (event.getSysWMEventInfo() &&
-            event.getSysWMEventInfo()->getEventType() == SysWMEventInfo::SysWMQuit)
-            VelunCore::getSingleton().getProcessManager().stop(false);
+            if (wm->getEventType() == SysWMEventInfo::SysWMQuit)  // as an application would
+                VelunCore::getSingleton().getProcessManager().stop(false);
+        }
         line << " @" << event.getTimestamp() << " w" << event.getWindowId()
              << (event.getInputDevice() ? " dev" : "");
         mSeen.push_back(line.str());
@@ -81,8 +80,7 @@ protected:
 
     static void push(SDL_Event event) { ASSERT_EQ(0, SDL_PushEvent(&event)); }
     static SDL_Event make(Uint8 type) {
-        SDL_Event event;
-        std::memset(&event, 0, sizeof event);
+        SDL_Event event{};
         event.type = type;
         return event;
     }
@@ -100,9 +98,7 @@ protected:
     // Polls once and gives what arrived since the last call.
     std::vector<std::string> poll(std::int64_t timestamp) {
         provider->pollEvents(timestamp);
-        std::vector<std::string> seen;
-        seen.swap(recorder.mSeen);
-        return seen;
+        return std::exchange(recorder.mSeen, {});
     }
 
     VelunCore& core = VelunCore::getSingleton();
@@ -161,8 +157,7 @@ TEST_F(SDLPluginTest, EveryKindOfEventArrivesInOrderWithThePollTime) {
     push(&SDL_Event::active, SDL_ActiveEvent{SDL_ACTIVEEVENT, 0, SDL_APPMOUSEFOCUS | SDL_APPINPUTFOCUS});
     push(&SDL_Event::jaxis, SDL_JoyAxisEvent{SDL_JOYAXISMOTION, 0, 0, 1000});
     push(make(SDL_JOYBUTTONDOWN));
-    SDL_SysWMmsg message;
-    std::memset(&message, 0, sizeof message);
+    SDL_SysWMmsg message{};
     SDL_Event windowManager = make(SDL_SYSWMEVENT);
     windowManager.syswm.msg = &message;  // SDL copies the message when queueing
     push(windowManager);
