@@ -126,6 +126,7 @@ TEST_F(GLBackEndTest, AGLErrorInAVertexLoadIsLoggedAndTheCallerFallsBackToClient
 
 TEST_F(GLBackEndTest, GLObjectsGoWithTheirDataOrWithTheWindowAndANewWindowLoadsAgain) {
     unsigned int buffer = 0, index = 0, textureName = 0;
+    unsigned int const buffers = context().getBufferCount(), textures = context().getTextureCount();
     {
         VertexData& data = vertices();
         IndexData indices;
@@ -139,9 +140,12 @@ TEST_F(GLBackEndTest, GLObjectsGoWithTheirDataOrWithTheWindowAndANewWindowLoadsA
         index = ids<IndexIds>(indices)->getBufferId();
         textureName = ids<TexIds>(texture)->getTextureId();
         ASSERT_TRUE(glIsBuffer(buffer) && glIsBuffer(index) && glIsTexture(textureName));
+        EXPECT_EQ(buffers + 2, context().getBufferCount());
+        EXPECT_EQ(textures + 1, context().getTextureCount());
         mQuad = SharedPtr<Geometry>();
     }
     EXPECT_FALSE(glIsBuffer(buffer) || glIsBuffer(index) || glIsTexture(textureName));
+    EXPECT_TRUE(context().getBufferCount() == buffers && context().getTextureCount() == textures);
 
     // What the window's context still holds goes with it.
     VertexData& data = vertices();
