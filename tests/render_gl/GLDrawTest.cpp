@@ -250,7 +250,6 @@ TEST_F(GLDrawTest, EachKindOfLightShadesByItsParameters) {
     int const spot = toByte(0.04f + cosine * cosine * (0.04f + 0.8f * cosine));
     Color const white(1, 1, 1);
     Case const cases[] = {
-        {"directional, head on", L::Directional, 0, true, white, 0, 180, 0, grey(headOn)},
         {"directional, tilted 60 degrees", L::Directional, 1.0472f, true, white, 0, 180, 0, grey(lit(0.5f))},
         {"disabled: the global ambient only", L::Directional, 0, false, white, 0, 180, 0, grey(global)},
         {"red", L::Directional, 0, true, Color(1, 0, 0), 0, 180, 0, {headOn, toByte(0.08f), toByte(0.08f)}},

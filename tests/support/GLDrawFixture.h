@@ -91,13 +91,9 @@ inline SharedPtr<Velun::Geometry> makeQuad(QuadShape const& shape) {
     for (int i = 0; i < 4; ++i) {
         vertices->addVertex();
         vertices->setVertex(corners[i][0], corners[i][1], 0.0f);
-        if (shape.normals)
-            vertices->setNormal(0, 0, 1);
-        if (shape.colors)
-            vertices->setColor(shape.color);
-        if (shape.secondaryColors)
-            vertices->setSecondaryColor(shape.secondaryColor.r, shape.secondaryColor.g,
-                                        shape.secondaryColor.b);
+        vertices->setNormal(0, 0, 1);  // each a no-op unless the set has the part
+        vertices->setColor(shape.color);
+        vertices->setSecondaryColor(shape.secondaryColor.r, shape.secondaryColor.g, shape.secondaryColor.b);
         for (unsigned int l = 0; l < shape.layers; ++l)
             vertices->setTexCoordinate(uv[i][0], uv[i][1], l);
     }

@@ -72,8 +72,7 @@ protected:
     void TearDown() override {
         provider.reset();
         core.shutdown();
-        if (SDL_WasInit(SDL_INIT_VIDEO))
-            SDL_QuitSubSystem(SDL_INIT_VIDEO);
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
         if (SDL_WasInit(SDL_INIT_EVERYTHING) == 0)
             SDL_Quit();
     }
