@@ -181,25 +181,6 @@ TEST_F(GLDrawTest, EachSceneShowsItsPixels) {
     }
 }
 
-TEST_F(GLDrawTest, ModifiedDataIsUploadedOnceAfterTheChangeNotOnEveryFrame) {
-    addViewport(addCamera());
-    SharedPtr<Velun::Geometry> quad = makeQuad(QuadShape{-1, -1, 1, 1, 0, true, true, Color(1, 0, 0)});
-    addObject(root(), 0, 0, -5, quad, plain());
-    Velun::VertexData& vertices = *dynamic_cast<Velun::VertexData*>(quad->getIndexedDataSet(0));
-    frame();
-    // A change stamps the set; the next frame loads its buffers again, later ones don't.
-    for (unsigned int i = 0; i < 4; ++i) {
-        vertices.setCurrentVertex(i);
-        vertices.setColor(0, 0, 1, 1);
-    }
-    vertices.setModified();
-    frame();
-    EXPECT_TRUE(near(centre(), Rgb{0, 0, 255}, 0));
-    unsigned int const afterChange = context().getBufferLoadCount();
-    frame();
-    EXPECT_EQ(context().getBufferLoadCount(), afterChange);
-}
-
 // Layer 0 (1, 0.5, 0) over white vertices of alpha 0.25 gives "previous";
 // layer 1 (0.5, 1, 0.25), constant colour (0.25, 0.5, 0.75), is combined by its mode.
 TEST_F(GLDrawTest, TwoLayersCombineByTheSecondTexturesMode) {

@@ -1,5 +1,6 @@
 // A water ribbon on screen: attached and drawn while empty, then grown by ten quads and
-// drawn again, blended over a white wall, in an Xvfb window read back.
+// drawn again, blended over a white wall, in an Xvfb window read back; then drawn once more
+// unchanged, without loading its buffers again.
 
 #include "support/GLDrawFixture.h"
 #include "water/Water.h"
@@ -42,6 +43,10 @@ TEST_F(WaterDrawTest, QuadsAddedAfterEarlierFramesAreDrawnBlended) {
             EXPECT_TRUE(RenderGLTest::near(pixel(at[i][0], at[i][1]), expected[step][i]))
                 << "step " << step << ", probe " << i;
     }
+    unsigned int const loads = context().getBufferLoadCount();
+    frame();
+    EXPECT_EQ(loads, context().getBufferLoadCount())
+        << "unchanged since the last frame, nothing is loaded again";
 }
 
 }  // namespace
