@@ -67,7 +67,7 @@ TEST_F(GLBackEndTest, WithoutBufferExtensionsEveryGeometryDrawsFromClientArrays)
     unsetenv("MESA_EXTENSION_OVERRIDE");
 }
 
-TEST_F(GLBackEndTest, IndexBuffersLoadByStampAreRefilledWhenLostAndDroppedOnError) {
+TEST_F(GLBackEndTest, IndexBuffersLoadByStampAndAreRefilledWhenLostAFailedLoadIsLoggedAndDropped) {
     IndexData indices;
     indices.setIndexType(DataType::UnsignedShort);
     indices.initialize(3, 3);
@@ -98,30 +98,27 @@ TEST_F(GLBackEndTest, IndexBuffersLoadByStampAreRefilledWhenLostAndDroppedOnErro
     sClock->setTime(mTime += 10);
     indices.setModified();
     EXPECT_FALSE(context().updateIndexBuffer(indices, indices.getModifiedTimestamp() + 1));
-    EXPECT_EQ(
-        std::vector<std::string>{"glrendercontext: GL Error while loading index buffer: invalid operation"},
-        logLines());
     EXPECT_FALSE(glIsBuffer(immutable));
     EXPECT_TRUE(context().updateIndexBuffer(indices, indices.getModifiedTimestamp() + 2));
     glDeleteBuffers(1, &name);
-}
 
-TEST_F(GLBackEndTest, AGLErrorInAVertexLoadIsLoggedAndTheCallerFallsBackToClientArrays) {
+    // A failed vertex load keeps the set's stamp: the caller falls back to client arrays.
     VertexData& data = vertices();
     ASSERT_TRUE(context().updateVertexBuffer(data, Part::Vertex, 1));
-    unsigned int const immutable = immutableBuffer(GL_ARRAY_BUFFER);
+    unsigned int const locked = immutableBuffer(GL_ARRAY_BUFFER);
     ASSERT_EQ(GLenum(GL_NO_ERROR), glGetError());
     unsigned int const original = ids<DataIds>(data)->getBuffer(Part::Vertex);
-    ids<DataIds>(data)->setBuffer(Part::Vertex, immutable);
-
+    ids<DataIds>(data)->setBuffer(Part::Vertex, locked);
     data.setModified();
     EXPECT_FALSE(context().updateVertexBuffer(data, Part::Vertex, data.getModifiedTimestamp() + 1));
-    EXPECT_EQ(std::vector<std::string>{"glrendercontext: GL Error while loading buffer: invalid operation"},
-              logLines());
+    EXPECT_EQ(
+        (std::vector<std::string>{"glrendercontext: GL Error while loading index buffer: invalid operation",
+                                  "glrendercontext: GL Error while loading buffer: invalid operation"}),
+        logLines());
     EXPECT_EQ(1, ids<DataIds>(data)->getStamp(Part::Vertex));
     EXPECT_EQ(GLenum(GL_NO_ERROR), glGetError());
     ids<DataIds>(data)->setBuffer(Part::Vertex, original);
-    glDeleteBuffers(1, &immutable);
+    glDeleteBuffers(1, &locked);
 }
 
 TEST_F(GLBackEndTest, GLObjectsGoWithTheirDataOrWithTheWindowAndANewWindowLoadsAgain) {
@@ -165,28 +162,7 @@ TEST_F(GLBackEndTest, GLObjectsGoWithTheirDataOrWithTheWindowAndANewWindowLoadsA
     EXPECT_EQ(1u, context().getBufferLoadCount());
 }
 
-TEST_F(GLBackEndTest, ACrossbarModeNamingNoUnitLogsTheModeAndTheGLError) {
-    GLSceneManager scene(&context(), SharedPtr<RenderSettings>());
-    GLMaterialManager materials(&context());
-    materials.setSceneManager(&scene);
-    // On the last unit, "the next unit" is past the driver's units.
-    unsigned int const units = context().getMaxTextureUnits();
-    VertexData& data = vertices(units);
-    SharedPtr<Material> material(new Material());
-    for (unsigned int i = 0; i + 1 < units; ++i)
-        material->setTexture(i, RenderGLTest::makeTexture(1, 1, {10, 20, 30}));
-    material->setTexture(units - 1,
-                         RenderGLTest::makeTexture(1, 1, {10, 20, 30}, Texture::InterpolateByNextAlpha));
-    materials.setupTextures(material, &data);
-    EXPECT_EQ(
-        std::vector<std::string>{
-            "glmaterialmanager: GL Error while updating Texture mode [10]: invalid enumerant"},
-        logLines());
-    glActiveTexture(GL_TEXTURE0 + units - 1);
-    EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D)) << "the texture stays bound";
-}
-
-TEST_F(GLBackEndTest, TexturesAreUploadedByStampALostNameIsFilledAgainAndMipmapsAreMade) {
+TEST_F(GLBackEndTest, TexturesLoadByStampRefillALostNameGetMipmapsAndLogACrossbarModeNamingNoUnit) {
     GLSceneManager scene(&context(), SharedPtr<RenderSettings>());
     GLMaterialManager materials(&context());
     materials.setSceneManager(&scene);
@@ -230,6 +206,21 @@ TEST_F(GLBackEndTest, TexturesAreUploadedByStampALostNameIsFilledAgainAndMipmaps
         EXPECT_EQ(1, width);
     }
     EXPECT_TRUE(logLines().empty());
+
+    // On the last unit, "the next unit" of a crossbar mode is past the driver's units.
+    unsigned int const units = context().getMaxTextureUnits();
+    VertexData& layers = vertices(units);
+    for (unsigned int i = 0; i + 1 < units; ++i)
+        material->setTexture(i, RenderGLTest::makeTexture(1, 1, {10, 20, 30}));
+    material->setTexture(units - 1,
+                         RenderGLTest::makeTexture(1, 1, {10, 20, 30}, Texture::InterpolateByNextAlpha));
+    materials.setupTextures(material, &layers);
+    EXPECT_EQ(
+        std::vector<std::string>{
+            "glmaterialmanager: GL Error while updating Texture mode [10]: invalid enumerant"},
+        logLines());
+    glActiveTexture(GL_TEXTURE0 + units - 1);
+    EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D)) << "the texture stays bound";
 }
 
 // What each kind of light shows is in render_gl's lighting test; here what happens to the
