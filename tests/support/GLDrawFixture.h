@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "core/LogManager.h"
@@ -160,12 +161,9 @@ public:
     }
 
     static void stopWindow() {
-        delete sWindow;
-        sWindow = nullptr;
-        delete sEngine;
-        sEngine = nullptr;
-        delete sClock;
-        sClock = nullptr;
+        delete std::exchange(sWindow, nullptr);
+        delete std::exchange(sEngine, nullptr);
+        delete std::exchange(sClock, nullptr);
     }
 
 protected:
@@ -324,8 +322,7 @@ protected:
 };
 
 // Closes the window after the program's last test.
-class GLWindowEnvironment : public ::testing::Environment {
-public:
+struct GLWindowEnvironment : ::testing::Environment {
     void TearDown() override { GLDrawTest::stopWindow(); }
 };
 

@@ -13,14 +13,13 @@ class TerrainDrawTest : public GLDrawTest {
 protected:
     Terrain::Tile& addTerrain() {
         addViewport(addCamera());
-        Velun::TransformationNode& place = own(new Velun::TransformationNode());
-        place.translate(-1, 1, -2, false);
-        place.rotateX(float(M_PI) / 2, true);
-        mPlace = &place;
+        mPlace = &own(new Velun::TransformationNode());
+        mPlace->translate(-1, 1, -2, false);
+        mPlace->rotateX(float(M_PI) / 2, true);
         Terrain& terrain = own(new Terrain(1, 1));
         terrain.initializeTerrain(3, 1, 2.0f);
-        place.setChild(terrain);
-        root().attachChild(place);
+        mPlace->setChild(terrain);
+        root().attachChild(*mPlace);
         Terrain::Tile& tile = *terrain.getTile(0, 0);
         tile.setMaxHeight(1.0f);
         tile.setEnabled(true);
