@@ -5,16 +5,15 @@
 #include "support/GLDrawFixture.h"
 #include "water/Water.h"
 
-using RenderGLTest::Rgb;
+using namespace RenderGLTest;
 
 namespace {
 
-using WaterDrawTest = RenderGLTest::GLDrawTest;
+using WaterDrawTest = GLDrawTest;
 
-TEST_F(WaterDrawTest, QuadsAddedAfterEarlierFramesAreDrawnBlended) {
+TEST_F(WaterDrawTest, QuadsAddedAfterEarlierFramesAreDrawnBlendedAndNotLoadedAgainUnchanged) {
     addViewport(addCamera());
-    addQuad(root(), 0, 0, -10, RenderGLTest::QuadShape{-20, -20, 20, 20},
-            RenderGLTest::colorMaterial(Velun::Color(1, 1, 1)));
+    addQuad(root(), 0, 0, -10, QuadShape{-20, -20, 20, 20}, colorMaterial(Velun::Color(1, 1, 1)));
     // Turned a quarter about x, the water's y faces the camera and its z runs down the
     // screen: the ribbon covers x from -3 to 0 and y from 3 to -3 at 5 units away.
     Velun::TransformationNode& place = own(new Velun::TransformationNode());
@@ -40,7 +39,7 @@ TEST_F(WaterDrawTest, QuadsAddedAfterEarlierFramesAreDrawnBlended) {
         frame();
         EXPECT_TRUE(logLines().empty()) << logLines().front();
         for (int i = 0; i < 5; ++i)
-            EXPECT_TRUE(RenderGLTest::near(pixel(at[i][0], at[i][1]), expected[step][i]))
+            EXPECT_TRUE(near(pixel(at[i][0], at[i][1]), expected[step][i]))
                 << "step " << step << ", probe " << i;
     }
     unsigned int const loads = context().getBufferLoadCount();

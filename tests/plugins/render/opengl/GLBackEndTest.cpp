@@ -4,19 +4,18 @@
 #include "support/GLDrawFixture.h"
 
 using namespace Velun;
-using Dorvan::SharedPtr;
-using RenderGLTest::makeImage;
+using namespace RenderGLTest;
 using Part = VertexDataSet::Part;
 
 namespace {
 
 // The GL back end's parts driven one by one in the shared window.
-class GLBackEndTest : public RenderGLTest::GLDrawTest {
+class GLBackEndTest : public GLDrawTest {
 protected:
     // A quad's vertices with `layers` layers of texture coordinates naming material indices
     // 0, 1, ...; they live until the next call or the end of the test.
     VertexData& vertices(unsigned int layers = 1) {
-        mQuad = RenderGLTest::makeQuad(RenderGLTest::QuadShape{-1, -1, 1, 1, layers});
+        mQuad = makeQuad(QuadShape{-1, -1, 1, 1, layers});
         return *static_cast<VertexData*>(mQuad->getIndexedDataSet(0));
     }
     template <class Ids, class Set>
@@ -48,9 +47,9 @@ protected:
             data.getResourceDataCount() != 0 || indices.getResourceDataCount() != 0)
             return 2;
         addViewport(addCamera());
-        addQuad(root(), 0, 0, -5, RenderGLTest::QuadShape(), RenderGLTest::colorMaterial(Color(1, 0, 0)));
+        addQuad(root(), 0, 0, -5, QuadShape(), colorMaterial(Color(1, 0, 0)));
         frame();
-        return RenderGLTest::near(centre(), {255, 0, 0}, 0) ? 0 : 3;
+        return near(centre(), {255, 0, 0}, 0) ? 0 : 3;
     }
 
     SharedPtr<Geometry> mQuad;
@@ -194,10 +193,8 @@ TEST_F(GLBackEndTest, TexturesLoadByStampRefillALostNameGetMipmapsAndLogACrossba
     std::vector<unsigned char> const white(4 * 4 * 4, 255);
     for (bool filter : {true, false}) {
         SharedPtr<Texture2D> mipmapped(new Texture2D(makeImage(4, 4, white, Color::Rgba)));
-        if (filter)
-            mipmapped->setMinFilter(Texture::MipMap);
-        else
-            mipmapped->setGenerateMipMaps(true);
+        mipmapped->setMinFilter(filter ? Texture::MipMap : Texture::Linear);
+        mipmapped->setGenerateMipMaps(!filter);
         material->setTexture(0, mipmapped);
         materials.setupTextures(material, &data);
         GLint width = 0;               // of the last level, 1 x 1
@@ -211,9 +208,8 @@ TEST_F(GLBackEndTest, TexturesLoadByStampRefillALostNameGetMipmapsAndLogACrossba
     unsigned int const units = context().getMaxTextureUnits();
     VertexData& layers = vertices(units);
     for (unsigned int i = 0; i + 1 < units; ++i)
-        material->setTexture(i, RenderGLTest::makeTexture(1, 1, {10, 20, 30}));
-    material->setTexture(units - 1,
-                         RenderGLTest::makeTexture(1, 1, {10, 20, 30}, Texture::InterpolateByNextAlpha));
+        material->setTexture(i, makeTexture(1, 1, {10, 20, 30}));
+    material->setTexture(units - 1, makeTexture(1, 1, {10, 20, 30}, Texture::InterpolateByNextAlpha));
     materials.setupTextures(material, &layers);
     EXPECT_EQ(
         std::vector<std::string>{
