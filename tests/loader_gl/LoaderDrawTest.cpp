@@ -2,17 +2,12 @@
 // window and read back. (The jeep from its MS3D file is on screen in the showcase's test.)
 
 #include "loader/EngineFixture.h"
-#include "plugins/loader/devil/DevILPlugin.h"
 #include "support/GLDrawFixture.h"
-#include "texture/TextureManager.h"
-
-// Mesa and libX11 keep small allocations of their own until exit.
-extern "C" const char* __asan_default_options() { return "detect_leaks=0"; }
 
 using namespace Velun;
-using Dorvan::SharedPtr;
+using namespace RenderGLTest;
 
-using LoaderDrawTest = RenderGLTest::GLDrawTest;
+using LoaderDrawTest = GLDrawTest;
 
 TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
     // Each file with its tolerance: lossy formats come back close, not exact.
@@ -22,7 +17,7 @@ TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
         {"quads.dds", 0},  {"quads-dxt1.dds", 8}};
     // The image's first row (red, green) at t = 0, the bottom of a quad filling the view;
     // blue and white above.
-    const std::vector<RenderGLTest::Probe> probes = {
+    const std::vector<Probe> probes = {
         {16, 16, {0, 0, 255}}, {48, 16, {255, 255, 255}}, {16, 48, {255, 0, 0}}, {48, 48, {0, 255, 0}}};
     DataDirectory data;  // the working directory, of test data
     DataDirectory::mapNames();
@@ -37,10 +32,9 @@ TEST_F(LoaderDrawTest, EveryImageFormatShowsItsTrueColours) {
         SharedPtr<Texture> texture(new Texture2D(image));
         texture->setAllFilters(Texture::Nearest);
         texture->setTexMode(Texture::Replace);
-        SharedPtr<Material> material(new Material());
-        material->setUseAlphaTest(false);
+        SharedPtr<Material> material = colorMaterial(Color(1, 1, 1));
         material->setTexture(0, texture);
-        addQuad(root(), 0, 0, -1, RenderGLTest::QuadShape{-1, -1, 1, 1, 1}, material);
+        addQuad(root(), 0, 0, -1, QuadShape{-1, -1, 1, 1, 1}, material);
         frame();
         expectPixels(probes, tolerance);
         mNodes.clear();

@@ -11,28 +11,21 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "core/LogManager.h"
-#include "core/VelunCore.h"
-#include "foundation/CowMemPtr.h"
 #include "geometry/GeometryData.h"
 #include "geometry/GeometryDataGroup.h"
 #include "geometry/GeometryObject.h"
 #include "geometry/GeometrySubobject.h"
 #include "geometry/IndexedQuads.h"
-#include "geometry/VertexData.h"
-#include "material/Material.h"
 #include "plugins/render/opengl/GLRenderContext.h"
 #include "plugins/render/opengl/GLRenderEngine.h"
 #include "plugins/render/opengl/GLScreenshot.h"
 #include "plugins/render/opengl/GLViewRenderer.h"
 #include "plugins/render/opengl/sdl/GLSDLRenderWindow.h"
-#include "render/RenderTarget.h"
-#include "render/Viewport.h"
-#include "scene/BoundingBox.h"
 #include "scene/Branch.h"
-#include "scene/Camera.h"
 #include "scene/Light.h"
 #include "scene/Overlay.h"
 #include "scene/SceneGraph.h"
@@ -43,7 +36,6 @@
 #include "support/EngineClock.h"
 #include "texture/Texture2D.h"
 #include "texture/TextureData.h"
-#include "texture/TextureInfo.h"
 
 namespace RenderGLTest {
 
@@ -100,13 +92,9 @@ inline SharedPtr<Velun::Geometry> makeQuad(QuadShape const& shape) {
     for (int i = 0; i < 4; ++i) {
         vertices->addVertex();
         vertices->setVertex(corners[i][0], corners[i][1], 0.0f);
-        if (shape.normals)
-            vertices->setNormal(0, 0, 1);
-        if (shape.colors)
-            vertices->setColor(shape.color);
-        if (shape.secondaryColors)
-            vertices->setSecondaryColor(shape.secondaryColor.r, shape.secondaryColor.g,
-                                        shape.secondaryColor.b);
+        vertices->setNormal(0, 0, 1);  // each a no-op unless the set has the part
+        vertices->setColor(shape.color);
+        vertices->setSecondaryColor(shape.secondaryColor.r, shape.secondaryColor.g, shape.secondaryColor.b);
         for (unsigned int l = 0; l < shape.layers; ++l)
             vertices->setTexCoordinate(uv[i][0], uv[i][1], l);
     }
@@ -173,12 +161,9 @@ public:
     }
 
     static void stopWindow() {
-        delete sWindow;
-        sWindow = nullptr;
-        delete sEngine;
-        sEngine = nullptr;
-        delete sClock;
-        sClock = nullptr;
+        delete std::exchange(sWindow, nullptr);
+        delete std::exchange(sEngine, nullptr);
+        delete std::exchange(sClock, nullptr);
     }
 
 protected:
@@ -280,7 +265,7 @@ protected:
         for (Velun::Overlay* overlay : mOverlays)
             overlay->getUpdateTraverser()->run(mTime);
         // The window's frame without its swap, so the picture stays in the back buffer.
-        sEngine->renderTarget(mTarget.get(), sWindow->getGLRenderContext(), Width, Height);
+        mDrawCalls = sEngine->renderTarget(mTarget.get(), sWindow->getGLRenderContext(), Width, Height);
         ASSERT_TRUE(Velun::GLScreenshot::readPixels(GL_BACK, 0, 0, Width, Height, mPixels));
     }
 
@@ -309,15 +294,6 @@ protected:
         return light;
     }
 
-    // Draw calls of one pass of the first camera, after an update pass.
-    unsigned int drawCalls() {
-        mScene->getUpdateTraverser()->run(mTime += 20);
-        SharedPtr<Velun::View> view = mCameras.front()->getView(1.0f);
-        Velun::GLViewRenderer pass(&context(), view, SharedPtr<Velun::RenderSettings>(), view->getFrustrum());
-        pass.run();
-        return pass.getObjectRenderer().getGeometryRenderer().getDrawCallCount();
-    }
-
     Velun::GLRenderContext& context() { return *sWindow->getGLRenderContext(); }
     // Lines logged since the test began, as "channel: text".
     static std::vector<std::string>& logLines() { return sLog.mLines; }
@@ -328,6 +304,7 @@ protected:
     static inline Velun::GLSDLRenderWindow* sWindow = nullptr;
 
     std::int64_t mTime = 0;
+    unsigned int mDrawCalls = 0;  // of the last frame
     Velun::SceneGraph* mScene = nullptr;
     std::vector<Velun::SceneGraph*> mScenes;
     std::vector<Velun::Overlay*> mOverlays;
@@ -345,8 +322,7 @@ protected:
 };
 
 // Closes the window after the program's last test.
-class GLWindowEnvironment : public ::testing::Environment {
-public:
+struct GLWindowEnvironment : ::testing::Environment {
     void TearDown() override { GLDrawTest::stopWindow(); }
 };
 

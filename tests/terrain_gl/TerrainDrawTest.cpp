@@ -1,13 +1,10 @@
 #include "support/GLDrawFixture.h"
-#include "terrain/Terrain.h"
 #include "terrain/TerrainFixture.h"
-#include "terrain/TerrainTile.h"
 
 namespace RenderGLTest {
 
-using Velun::Terrain;
-
 using TerrainTest::grey;
+using Velun::Terrain;
 
 // A 2 x 2 terrain-unit tile of 16 x 16 vertices, 2 x 2 patches, turned to face the
 // camera 2 units away: it fills the middle half of the picture, its x to the right and
@@ -16,14 +13,13 @@ class TerrainDrawTest : public GLDrawTest {
 protected:
     Terrain::Tile& addTerrain() {
         addViewport(addCamera());
-        Velun::TransformationNode& place = own(new Velun::TransformationNode());
-        place.translate(-1, 1, -2, false);
-        place.rotateX(float(M_PI) / 2, true);
-        mPlace = &place;
+        mPlace = &own(new Velun::TransformationNode());
+        mPlace->translate(-1, 1, -2, false);
+        mPlace->rotateX(float(M_PI) / 2, true);
         Terrain& terrain = own(new Terrain(1, 1));
         terrain.initializeTerrain(3, 1, 2.0f);
-        place.setChild(terrain);
-        root().attachChild(place);
+        mPlace->setChild(terrain);
+        root().attachChild(*mPlace);
         Terrain::Tile& tile = *terrain.getTile(0, 0);
         tile.setMaxHeight(1.0f);
         tile.setEnabled(true);
@@ -42,9 +38,10 @@ TEST_F(TerrainDrawTest, FlatTileHasNoHolesBetweenItsPatchesARebuiltOneShowsItsNe
             ASSERT_TRUE(near(pixel(x, y), Rgb{51, 51, 51})) << "(" << x << ", " << y << ")";
     expectPixels({{8, 32, {0, 0, 0}}, {32, 56, {0, 0, 0}}});
     // One draw per patch in view: moved right, the far column of patches leaves it.
-    EXPECT_EQ(drawCalls(), 4u);
+    EXPECT_EQ(mDrawCalls, 4u);
     mPlace->translate(2.5f, 0, 0, false);
-    EXPECT_EQ(drawCalls(), 2u);
+    frame();
+    EXPECT_EQ(mDrawCalls, 2u);
     mPlace->translate(-2.5f, 0, 0, false);
 
     // Raised by one unit towards the camera, and white by height.

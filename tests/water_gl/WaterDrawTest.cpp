@@ -1,19 +1,19 @@
 // A water ribbon on screen: attached and drawn while empty, then grown by ten quads and
-// drawn again, blended over a white wall, in an Xvfb window read back.
+// drawn again, blended over a white wall, in an Xvfb window read back; then drawn once more
+// unchanged, without loading its buffers again.
 
 #include "support/GLDrawFixture.h"
 #include "water/Water.h"
 
-using RenderGLTest::Rgb;
+using namespace RenderGLTest;
 
 namespace {
 
-using WaterDrawTest = RenderGLTest::GLDrawTest;
+using WaterDrawTest = GLDrawTest;
 
-TEST_F(WaterDrawTest, QuadsAddedAfterEarlierFramesAreDrawnBlended) {
+TEST_F(WaterDrawTest, QuadsAddedAfterEarlierFramesAreDrawnBlendedAndNotLoadedAgainUnchanged) {
     addViewport(addCamera());
-    addQuad(root(), 0, 0, -10, RenderGLTest::QuadShape{-20, -20, 20, 20},
-            RenderGLTest::colorMaterial(Velun::Color(1, 1, 1)));
+    addQuad(root(), 0, 0, -10, QuadShape{-20, -20, 20, 20}, colorMaterial(Velun::Color(1, 1, 1)));
     // Turned a quarter about x, the water's y faces the camera and its z runs down the
     // screen: the ribbon covers x from -3 to 0 and y from 3 to -3 at 5 units away.
     Velun::TransformationNode& place = own(new Velun::TransformationNode());
@@ -39,9 +39,13 @@ TEST_F(WaterDrawTest, QuadsAddedAfterEarlierFramesAreDrawnBlended) {
         frame();
         EXPECT_TRUE(logLines().empty()) << logLines().front();
         for (int i = 0; i < 5; ++i)
-            EXPECT_TRUE(RenderGLTest::near(pixel(at[i][0], at[i][1]), expected[step][i]))
+            EXPECT_TRUE(near(pixel(at[i][0], at[i][1]), expected[step][i]))
                 << "step " << step << ", probe " << i;
     }
+    unsigned int const loads = context().getBufferLoadCount();
+    frame();
+    EXPECT_EQ(loads, context().getBufferLoadCount())
+        << "unchanged since the last frame, nothing is loaded again";
 }
 
 }  // namespace

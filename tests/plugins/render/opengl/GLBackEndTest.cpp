@@ -1,25 +1,21 @@
 #include <cstdlib>
 #include <memory>
 
-#include "geometry/IndexData.h"
-#include "plugins/render/opengl/GLMaterialManager.h"
-#include "plugins/render/opengl/GLSceneManager.h"
 #include "support/GLDrawFixture.h"
 
 using namespace Velun;
-using Dorvan::SharedPtr;
-using RenderGLTest::makeImage;
+using namespace RenderGLTest;
 using Part = VertexDataSet::Part;
 
 namespace {
 
 // The GL back end's parts driven one by one in the shared window.
-class GLBackEndTest : public RenderGLTest::GLDrawTest {
+class GLBackEndTest : public GLDrawTest {
 protected:
     // A quad's vertices with `layers` layers of texture coordinates naming material indices
     // 0, 1, ...; they live until the next call or the end of the test.
     VertexData& vertices(unsigned int layers = 1) {
-        mQuad = RenderGLTest::makeQuad(RenderGLTest::QuadShape{-1, -1, 1, 1, layers});
+        mQuad = makeQuad(QuadShape{-1, -1, 1, 1, layers});
         return *static_cast<VertexData*>(mQuad->getIndexedDataSet(0));
     }
     template <class Ids, class Set>
@@ -51,9 +47,9 @@ protected:
             data.getResourceDataCount() != 0 || indices.getResourceDataCount() != 0)
             return 2;
         addViewport(addCamera());
-        addQuad(root(), 0, 0, -5, RenderGLTest::QuadShape(), RenderGLTest::colorMaterial(Color(1, 0, 0)));
+        addQuad(root(), 0, 0, -5, QuadShape(), colorMaterial(Color(1, 0, 0)));
         frame();
-        return RenderGLTest::near(centre(), {255, 0, 0}, 0) ? 0 : 3;
+        return near(centre(), {255, 0, 0}, 0) ? 0 : 3;
     }
 
     SharedPtr<Geometry> mQuad;
@@ -70,7 +66,7 @@ TEST_F(GLBackEndTest, WithoutBufferExtensionsEveryGeometryDrawsFromClientArrays)
     unsetenv("MESA_EXTENSION_OVERRIDE");
 }
 
-TEST_F(GLBackEndTest, IndexBuffersLoadByStampAreRefilledWhenLostAndDroppedOnError) {
+TEST_F(GLBackEndTest, IndexBuffersLoadByStampAndAreRefilledWhenLostAFailedLoadIsLoggedAndDropped) {
     IndexData indices;
     indices.setIndexType(DataType::UnsignedShort);
     indices.initialize(3, 3);
@@ -101,36 +97,32 @@ TEST_F(GLBackEndTest, IndexBuffersLoadByStampAreRefilledWhenLostAndDroppedOnErro
     sClock->setTime(mTime += 10);
     indices.setModified();
     EXPECT_FALSE(context().updateIndexBuffer(indices, indices.getModifiedTimestamp() + 1));
-    EXPECT_EQ(
-        std::vector<std::string>{"glrendercontext: GL Error while loading index buffer: invalid operation"},
-        logLines());
     EXPECT_FALSE(glIsBuffer(immutable));
     EXPECT_TRUE(context().updateIndexBuffer(indices, indices.getModifiedTimestamp() + 2));
     glDeleteBuffers(1, &name);
-}
 
-TEST_F(GLBackEndTest, AGLErrorInAVertexLoadIsLoggedAndTheCallerFallsBackToClientArrays) {
+    // A failed vertex load keeps the set's stamp: the caller falls back to client arrays.
     VertexData& data = vertices();
     ASSERT_TRUE(context().updateVertexBuffer(data, Part::Vertex, 1));
-    unsigned int const immutable = immutableBuffer(GL_ARRAY_BUFFER);
+    unsigned int const locked = immutableBuffer(GL_ARRAY_BUFFER);
     ASSERT_EQ(GLenum(GL_NO_ERROR), glGetError());
     unsigned int const original = ids<DataIds>(data)->getBuffer(Part::Vertex);
-    ids<DataIds>(data)->setBuffer(Part::Vertex, immutable);
-
+    ids<DataIds>(data)->setBuffer(Part::Vertex, locked);
     data.setModified();
     EXPECT_FALSE(context().updateVertexBuffer(data, Part::Vertex, data.getModifiedTimestamp() + 1));
-    EXPECT_EQ(std::vector<std::string>{"glrendercontext: GL Error while loading buffer: invalid operation"},
-              logLines());
+    EXPECT_EQ(
+        (std::vector<std::string>{"glrendercontext: GL Error while loading index buffer: invalid operation",
+                                  "glrendercontext: GL Error while loading buffer: invalid operation"}),
+        logLines());
     EXPECT_EQ(1, ids<DataIds>(data)->getStamp(Part::Vertex));
     EXPECT_EQ(GLenum(GL_NO_ERROR), glGetError());
     ids<DataIds>(data)->setBuffer(Part::Vertex, original);
-    glDeleteBuffers(1, &immutable);
+    glDeleteBuffers(1, &locked);
 }
 
-TEST_F(GLBackEndTest, DestroyedDataTakesItsGLObjectsWithIt) {
+TEST_F(GLBackEndTest, GLObjectsGoWithTheirDataOrWithTheWindowAndANewWindowLoadsAgain) {
     unsigned int buffer = 0, index = 0, textureName = 0;
-    unsigned int const buffersBefore = context().getBufferCount();
-    unsigned int const texturesBefore = context().getTextureCount();
+    unsigned int const buffers = context().getBufferCount(), textures = context().getTextureCount();
     {
         VertexData& data = vertices();
         IndexData indices;
@@ -143,23 +135,18 @@ TEST_F(GLBackEndTest, DestroyedDataTakesItsGLObjectsWithIt) {
         buffer = ids<DataIds>(data)->getBuffer(Part::Vertex);
         index = ids<IndexIds>(indices)->getBufferId();
         textureName = ids<TexIds>(texture)->getTextureId();
-        EXPECT_EQ(buffersBefore + 2, context().getBufferCount());
-        EXPECT_EQ(texturesBefore + 1, context().getTextureCount());
         ASSERT_TRUE(glIsBuffer(buffer) && glIsBuffer(index) && glIsTexture(textureName));
+        EXPECT_EQ(buffers + 2, context().getBufferCount());
+        EXPECT_EQ(textures + 1, context().getTextureCount());
         mQuad = SharedPtr<Geometry>();
     }
-    EXPECT_FALSE(glIsBuffer(buffer));
-    EXPECT_FALSE(glIsBuffer(index));
-    EXPECT_FALSE(glIsTexture(textureName));
-    EXPECT_EQ(buffersBefore, context().getBufferCount());
-    EXPECT_EQ(texturesBefore, context().getTextureCount());
-}
+    EXPECT_FALSE(glIsBuffer(buffer) || glIsBuffer(index) || glIsTexture(textureName));
+    EXPECT_TRUE(context().getBufferCount() == buffers && context().getTextureCount() == textures);
 
-TEST_F(GLBackEndTest, DestroyingTheWindowDeletesItsGLObjectsAndANewWindowLoadsAgain) {
+    // What the window's context still holds goes with it.
     VertexData& data = vertices();
     ASSERT_TRUE(context().updateVertexBuffer(data, Part::Vertex, 1));
-    unsigned int const buffer = ids<DataIds>(data)->getBuffer(Part::Vertex);
-    ASSERT_TRUE(glIsBuffer(buffer));
+    buffer = ids<DataIds>(data)->getBuffer(Part::Vertex);
     unsigned int const provider = context().getProviderId();
     delete sWindow;
     // SDL's surface and its GL context outlive the window object.
@@ -174,28 +161,7 @@ TEST_F(GLBackEndTest, DestroyingTheWindowDeletesItsGLObjectsAndANewWindowLoadsAg
     EXPECT_EQ(1u, context().getBufferLoadCount());
 }
 
-TEST_F(GLBackEndTest, ACrossbarModeNamingNoUnitLogsTheModeAndTheGLError) {
-    GLSceneManager scene(&context(), SharedPtr<RenderSettings>());
-    GLMaterialManager materials(&context());
-    materials.setSceneManager(&scene);
-    // On the last unit, "the next unit" is past the driver's units.
-    unsigned int const units = context().getMaxTextureUnits();
-    VertexData& data = vertices(units);
-    SharedPtr<Material> material(new Material());
-    for (unsigned int i = 0; i + 1 < units; ++i)
-        material->setTexture(i, RenderGLTest::makeTexture(1, 1, {10, 20, 30}));
-    material->setTexture(units - 1,
-                         RenderGLTest::makeTexture(1, 1, {10, 20, 30}, Texture::InterpolateByNextAlpha));
-    materials.setupTextures(material, &data);
-    EXPECT_EQ(
-        std::vector<std::string>{
-            "glmaterialmanager: GL Error while updating Texture mode [10]: invalid enumerant"},
-        logLines());
-    glActiveTexture(GL_TEXTURE0 + units - 1);
-    EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D)) << "the texture stays bound";
-}
-
-TEST_F(GLBackEndTest, TexturesAreUploadedByStampALostNameIsFilledAgainAndMipmapsAreMade) {
+TEST_F(GLBackEndTest, TexturesLoadByStampRefillALostNameGetMipmapsAndLogACrossbarModeNamingNoUnit) {
     GLSceneManager scene(&context(), SharedPtr<RenderSettings>());
     GLMaterialManager materials(&context());
     materials.setSceneManager(&scene);
@@ -227,10 +193,8 @@ TEST_F(GLBackEndTest, TexturesAreUploadedByStampALostNameIsFilledAgainAndMipmaps
     std::vector<unsigned char> const white(4 * 4 * 4, 255);
     for (bool filter : {true, false}) {
         SharedPtr<Texture2D> mipmapped(new Texture2D(makeImage(4, 4, white, Color::Rgba)));
-        if (filter)
-            mipmapped->setMinFilter(Texture::MipMap);
-        else
-            mipmapped->setGenerateMipMaps(true);
+        mipmapped->setMinFilter(filter ? Texture::MipMap : Texture::Linear);
+        mipmapped->setGenerateMipMaps(!filter);
         material->setTexture(0, mipmapped);
         materials.setupTextures(material, &data);
         GLint width = 0;               // of the last level, 1 x 1
@@ -239,6 +203,20 @@ TEST_F(GLBackEndTest, TexturesAreUploadedByStampALostNameIsFilledAgainAndMipmaps
         EXPECT_EQ(1, width);
     }
     EXPECT_TRUE(logLines().empty());
+
+    // On the last unit, "the next unit" of a crossbar mode is past the driver's units.
+    unsigned int const units = context().getMaxTextureUnits();
+    VertexData& layers = vertices(units);
+    for (unsigned int i = 0; i + 1 < units; ++i)
+        material->setTexture(i, makeTexture(1, 1, {10, 20, 30}));
+    material->setTexture(units - 1, makeTexture(1, 1, {10, 20, 30}, Texture::InterpolateByNextAlpha));
+    materials.setupTextures(material, &layers);
+    EXPECT_EQ(
+        std::vector<std::string>{
+            "glmaterialmanager: GL Error while updating Texture mode [10]: invalid enumerant"},
+        logLines());
+    glActiveTexture(GL_TEXTURE0 + units - 1);
+    EXPECT_TRUE(glIsEnabled(GL_TEXTURE_2D)) << "the texture stays bound";
 }
 
 // What each kind of light shows is in render_gl's lighting test; here what happens to the
