@@ -27,8 +27,6 @@ public:
     int* mDeleted;
 };
 
-}  // namespace
-
 TEST(GeometryDataTest, GroupsOwnTheirElementsAndTheGeometryItsVolumesOnce) {
     int deleted = 0;
     Dorvan::SharedPtr<VertexData> vertices(new VertexData());
@@ -51,11 +49,9 @@ TEST(GeometryDataTest, GroupsOwnTheirElementsAndTheGeometryItsVolumesOnce) {
     EXPECT_EQ(1, vertices.getRefCount());
 }
 
-namespace {
+typedef VelunTest::EngineTest GeometryObjectTest;
 
-typedef VelunTest::EngineTest GeometrySubobjectTest;
-
-TEST_F(GeometrySubobjectTest, NewGeometryOrAChangedVolumeMarksTheNodesThatShowIt) {
+TEST_F(GeometryObjectTest, NewGeometryOrAChangedVolumeMarksTheNodesThatShowIt) {
     Velun::Branch group;
     GeometrySubobject* part = new GeometrySubobject();
     group.attachChild(*part);
@@ -79,10 +75,9 @@ TEST_F(GeometrySubobjectTest, NewGeometryOrAChangedVolumeMarksTheNodesThatShowIt
     second->volumeChanged();  // the deleted node is no longer registered (ASan)
 }
 
-typedef VelunTest::EngineTest GeometryObjectTest;
-
 // A subobject belongs to one object; removed, it goes back to the caller; an attached object
-// that is deleted takes its parts out of the scene.
+// that is deleted takes its parts out of the scene. A factory without geometry makes nothing; what the
+// objects of a factory share shows through the object manager (ObjectManagerTest).
 TEST_F(GeometryObjectTest, SubobjectsBelongToOneObjectAndLeaveWithIt) {
     SceneRoot scene(1);
     GeometryObject other;
@@ -115,10 +110,7 @@ TEST_F(GeometryObjectTest, SubobjectsBelongToOneObjectAndLeaveWithIt) {
     EXPECT_FALSE(place.hasChild());
     scene.getUpdateTraverser()->run(0);
     EXPECT_EQ(scene.getRoot()->getAttachedChildCount(), 1);
-}
 
-// What the objects of a factory share shows through the object manager (ObjectManagerTest).
-TEST_F(GeometryObjectTest, FactoryWithoutGeometryMakesNothing) {
     GeometryObjectFactory empty("empty", SharedPtr<Geometry>(), Dorvan::Vector<SharedPtr<Material>>());
     testing::internal::CaptureStderr();
     EXPECT_EQ(empty.createObject(), nullptr);

@@ -50,8 +50,7 @@ public:
     }
 
     bool mInitialized = false;
-    int mLoadCount = 0;
-    int mCanLoadCount = 0;
+    int mLoadCount = 0, mCanLoadCount = 0;
 };
 
 }  // namespace ObjectTestModels

@@ -10,10 +10,15 @@
 
 using namespace Velun;
 
+namespace {
+
 template <class T>
 unsigned int rawIndex(const void* list, unsigned int i) {
     return static_cast<const T*>(list)[i];
 }
+const float* floats(const void* p) { return static_cast<const float*>(p); }
+
+}  // namespace
 
 // Each index type stores the value converted to its size, and a full list grows by its step.
 TEST(IndexDataTest, StoresEachTypeAndGrowsByTheStep) {
@@ -41,12 +46,6 @@ TEST(IndexDataTest, StoresEachTypeAndGrowsByTheStep) {
         EXPECT_FALSE(list.setIndex(3, 5));
     }
 }
-
-namespace {
-
-const float* floats(const void* p) { return static_cast<const float*>(p); }
-
-}  // namespace
 
 TEST(VertexDataTest, NormalsAreStoredNormalisedAndNeverNaN) {
     const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();

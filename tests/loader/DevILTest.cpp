@@ -13,7 +13,7 @@ extern "C" const char* __lsan_default_suppressions() { return "leak:libIL.so\n";
 
 typedef EngineFixture DevILTextureSourceLoaderTest;
 
-TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
+TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothingGoodOnesWhatIsAsked) {
     // DevIL hands a freed name out again, so a failed image that was deleted leaves the
     // next free name unchanged.
     auto nextName = [] {
@@ -48,10 +48,8 @@ TEST_F(DevILTextureSourceLoaderTest, MissingAndCorruptFilesLogAndGiveNothing) {
                                              iluErrorString(error) + "\n",
                   testing::internal::GetCapturedStderr());
     }
-}
 
-// Red top left and blue bottom left, in the byte order asked for.
-TEST_F(DevILTextureSourceLoaderTest, DeliversARequestedDescription) {
+    // A requested description: red top left and blue bottom left, in the byte order asked for.
     for (const Color::Format format : {Color::Rgba, Color::Bgr}) {
         const char* name = format == Color::Rgba ? "quads.bmp" : "quads-dxt1.dds";
         SCOPED_TRACE(name);
@@ -70,7 +68,7 @@ TEST_F(DevILTextureSourceLoaderTest, DeliversARequestedDescription) {
     EXPECT_EQ(16u, same->getTextureInfo().getWidth());
 }
 
-TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
+TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlesslyAndFilesAreTakenByType) {
     Dorvan::SharedPtr<TextureSource> rgb = textures().getTextureSource("rgb.png");
     ASSERT_TRUE(rgb);
     images.unregisterPlugin();
@@ -88,11 +86,8 @@ TEST_F(DevILTextureSourceLoaderTest, ImagesOutliveShutdownHarmlessly) {
     rgb = Dorvan::SharedPtr<TextureSource>();
     EXPECT_EQ(255, texel(*again, 3, 3)[0]);
     again = Dorvan::SharedPtr<TextureSource>();
-    loader.shutdown();
-}
 
-TEST_F(DevILTextureSourceLoaderTest, TakesFilesByTheirType) {
-    DevILTextureSourceLoader loader;
+    // Files are taken by their type.
     auto takes = [&loader](const char* name) {
         return loader.canLoad(textureFile(name)) + loader.canLoad(textureFile(name), TextureInfo());
     };
@@ -102,4 +97,5 @@ TEST_F(DevILTextureSourceLoaderTest, TakesFilesByTheirType) {
         EXPECT_EQ(0, takes(name)) << name;
     EXPECT_FALSE(loader.canLoad(textureFile("a.png"),
                                 TextureInfo(1, 1, 1, DataType::UnsignedByte, Color::ColorIndex)));
+    loader.shutdown();
 }

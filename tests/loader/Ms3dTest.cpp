@@ -15,9 +15,11 @@ using namespace Velun;
 
 namespace {
 
+typedef ms3dtest::Model Model;
+
 // Two triangles over four vertices, two groups, two materials.
-ms3dtest::Model twoTriangles() {
-    ms3dtest::Model model;
+Model twoTriangles() {
+    Model model;
     model.vertices = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
     model.triangles = {ms3dtest::triangle(0, 1, 2), ms3dtest::triangle(2, 1, 3)};
     model.groups = {{{0}, 0}, {{1}, 1}};
@@ -31,12 +33,30 @@ Ms3dFile::Result readBytes(Ms3dFile& file, const std::vector<unsigned char>& byt
     return file.read(block.data(), block.size());
 }
 
-typedef ms3dtest::Model Model;
+// Three triangles over five vertices, the last used by none; vertex 1 is shared with a
+// different normal in triangles 0 and 1. The first group lists triangle 1 first; the second
+// names no material.
+Model corners() {
+    Model model;
+    model.vertices = {{0, 0, 0}, {2, 0, 0}, {0, 3, -1}, {2, 3, 0}, {100, 100, 100}};
+    model.triangles = {ms3dtest::triangle(0, 1, 2), ms3dtest::triangle(1, 3, 2), ms3dtest::triangle(0, 1, 2)};
+    model.triangles[0].s[1] = 1.0f;
+    model.triangles[0].t[2] = 0.5f;
+    model.triangles[0].n[1][0] = 1;
+    model.triangles[0].n[1][2] = 0;
+    model.triangles[1].n[0][1] = 1;
+    model.triangles[1].n[0][2] = 0;
+    model.groups = {{{1, 0}, 0}, {{2}, -1}};
+    model.materials = {ms3dtest::material(1, 0.5f, 0.25f, "")};
+    return model;
+}
+
+typedef EngineFixture Ms3dObjectLoaderTest;
 const float kNaN = std::numeric_limits<float>::quiet_NaN(), kInf = std::numeric_limits<float>::infinity();
 
 }  // namespace
 
-TEST(Ms3dFileTest, RefusesEveryTruncation) {
+TEST(Ms3dFileTest, RefusesEveryTruncationAndBadCountsIndicesAndValuesWithTheirCause) {
     ms3dtest::Layout at;
     std::vector<unsigned char> bytes = ms3dtest::write(twoTriangles(), &at);
     Ms3dFile file;
@@ -65,11 +85,9 @@ TEST(Ms3dFileTest, RefusesEveryTruncation) {
         readBytes(file, bytes, size);
         EXPECT_EQ(error, file.getError()) << "size " << size;
     }
-}
 
-// Whole files with a count at `offset` bytes into a section replaced by `value`, and changed models
-// (an empty cause: still good).
-TEST(Ms3dFileTest, RefusesBadCountsIndicesAndValuesWithTheirCause) {
+    // Whole files with a count at `offset` bytes into a section replaced by `value`, and changed
+    // models (an empty cause: still good).
     auto readError = [](const std::vector<unsigned char>& bytes) {
         Ms3dFile file;
         Ms3dFile::Result result = file.read(bytes.data(), bytes.size());
@@ -113,30 +131,6 @@ TEST(Ms3dFileTest, RefusesBadCountsIndicesAndValuesWithTheirCause) {
         EXPECT_EQ(error, readError(ms3dtest::write(model)));
     }
 }
-
-namespace {
-
-// Three triangles over five vertices, the last used by none; vertex 1 is shared with a
-// different normal in triangles 0 and 1. The first group lists triangle 1 first; the second
-// names no material.
-Model corners() {
-    Model model;
-    model.vertices = {{0, 0, 0}, {2, 0, 0}, {0, 3, -1}, {2, 3, 0}, {100, 100, 100}};
-    model.triangles = {ms3dtest::triangle(0, 1, 2), ms3dtest::triangle(1, 3, 2), ms3dtest::triangle(0, 1, 2)};
-    model.triangles[0].s[1] = 1.0f;
-    model.triangles[0].t[2] = 0.5f;
-    model.triangles[0].n[1][0] = 1;
-    model.triangles[0].n[1][2] = 0;
-    model.triangles[1].n[0][1] = 1;
-    model.triangles[1].n[0][2] = 0;
-    model.groups = {{{1, 0}, 0}, {{2}, -1}};
-    model.materials = {ms3dtest::material(1, 0.5f, 0.25f, "")};
-    return model;
-}
-
-typedef EngineFixture Ms3dObjectLoaderTest;
-
-}  // namespace
 
 TEST_F(Ms3dObjectLoaderTest, GivesEveryCornerItsOwnVertexWithItsNormal) {
     write("models/corners.ms3d", ms3dtest::write(corners()));

@@ -18,8 +18,7 @@ struct Vertex {
 struct Triangle {
     std::uint16_t v[3];
     float n[3][3];
-    float s[3];
-    float t[3];
+    float s[3], t[3];
 };
 
 struct Group {
@@ -28,9 +27,7 @@ struct Group {
 };
 
 struct Material {
-    float ambient[4];
-    float diffuse[4];
-    float specular[4];
+    float ambient[4], diffuse[4], specular[4];
     std::string texture;
 };
 

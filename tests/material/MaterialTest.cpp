@@ -12,17 +12,15 @@ SharedPtr<Texture> makeTexture() { return SharedPtr<Texture>(new Texture2D()); }
 
 }  // namespace
 
-TEST(MaterialTest, ShininessStaysInTheRangeOpenGLAccepts) {
+// Shininess stays in the range OpenGL accepts.
+TEST(MaterialTest, ShininessAndTextureTableByIndex) {
     Material m;
     const float cases[][2] = {{32.0f, 32.0f}, {500.0f, 128.0f}, {-1.0f, 0.0f}};
     for (const auto& c : cases) {
         m.setShininess(c[0]);
         EXPECT_EQ(c[1], m.getShininess()) << c[0];
     }
-}
 
-TEST(MaterialTest, TextureTableByIndex) {
-    Material m;
     EXPECT_TRUE(m.getTexture(3).isNull());
     EXPECT_EQ(m.getTextureCount(), 0u) << "a lookup must not add an entry";
 

@@ -25,7 +25,13 @@ protected:
     TestRenderEngine *mFirst = &mFirstEngine, *mSecond = &mSecondEngine;
 };
 
+// Bad arguments are reported and refused.
 TEST_F(RenderManagerTest, InitializeRunsEveryEngineInNameOrderAndLateOnesAtOnce) {
+    testing::internal::CaptureStderr();
+    manager().registerRenderer("none", nullptr);
+    EXPECT_EQ("RenderManager::registerRenderer: no engine given for 'none'\n",
+              testing::internal::GetCapturedStderr());
+    EXPECT_EQ(0u, manager().getRendererNames()->size());
     manager().registerRenderer("zeta", mFirst);
     manager().registerRenderer("alpha", mSecond);
     EXPECT_TRUE(mLog.empty());
@@ -37,6 +43,12 @@ TEST_F(RenderManagerTest, InitializeRunsEveryEngineInNameOrderAndLateOnesAtOnce)
     manager().registerRenderer("late", &late);
     EXPECT_EQ("initialize late", mLog.back());
     manager().unregisterRenderer(&late);
+
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(nullptr, manager().createRenderWindow("flat", 640, 0, false, 0, 0, nullptr));
+    EXPECT_EQ("RenderManager::createRenderWindow: window 'flat' needs a positive size, not 640x0\n",
+              testing::internal::GetCapturedStderr());
+    EXPECT_EQ(0u, manager().getRenderWindowCount());
 }
 
 TEST_F(RenderManagerTest, WindowsGetIdsFromACounterAndOneAdapterEach) {
@@ -88,21 +100,6 @@ TEST_F(RenderManagerTest, UnregisteredEngineLeavesWithItsWindowsAndShutdownEndsT
     VelunCore::getSingleton().shutdown();
     EXPECT_EQ((CallLog{"destroy window a", "destroy window b", "shutdown second"}), mLog);
     VelunCore::getSingleton().startup();
-}
-
-TEST_F(RenderManagerTest, BadArgumentsAreReportedAndRefused) {
-    testing::internal::CaptureStderr();
-    manager().registerRenderer("none", nullptr);
-    EXPECT_EQ("RenderManager::registerRenderer: no engine given for 'none'\n",
-              testing::internal::GetCapturedStderr());
-    EXPECT_EQ(0u, manager().getRendererNames()->size());
-
-    manager().registerRenderer("test", mFirst);
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(nullptr, manager().createRenderWindow("flat", 640, 0, false, 0, 0, nullptr));
-    EXPECT_EQ("RenderManager::createRenderWindow: window 'flat' needs a positive size, not 640x0\n",
-              testing::internal::GetCapturedStderr());
-    EXPECT_EQ(0u, manager().getRenderWindowCount());
 }
 
 // The frame test shows the drawing order after an insert at the front.

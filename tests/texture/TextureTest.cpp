@@ -233,16 +233,15 @@ TEST_F(TextureManagerTest, LoadersAreAskedInOrderAndTheFirstThatAcceptsDecidesEv
     EXPECT_EQ(made.get(), manager.getTextureSource("missing.png").get());
 }
 
-TEST_F(TextureManagerTest, ConversionGoesToTheFirstLoaderThatCan) {
+// Conversion goes to the first loader that can.
+TEST_F(TextureManagerTest, ConversionsAndTexturesByNameFromRegistrationOrLoader) {
     Source source = onePixel();
     EXPECT_FALSE(manager.getTextureProxy(source, rgba, true));
     manager.registerTextureSourceLoader(devil);
     EXPECT_FALSE(manager.getTextureProxy(source, rgba, false));
     EXPECT_EQ(source.get(), manager.getTextureProxy(source, rgba, true).get());
     EXPECT_EQ((Calls{"devil.canConvert", "devil.canConvert", "devil.convert"}), calls);
-}
 
-TEST_F(TextureManagerTest, TexturesByNameFromRegistrationOrLoader) {
     EXPECT_FALSE(manager.getTexture2D("a"));
 
     Dorvan::SharedPtr<Texture2D> registered(new Texture2D());
