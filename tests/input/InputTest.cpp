@@ -40,7 +40,6 @@ TEST(InputEventTest, OnlyTheAccessorOfTheTypeGivesTheInfoEachInfoIsDeletedOnceAn
     EXPECT_EQ((std::vector<float>{10.5f, -2.0f, 0.0f, 1.0f, 0.0f}),
               (std::vector<float>{move->getX(), move->getY(), move->getZ(), move->getRelativeX(),
                                   move->getRelativeY()}));
-    EXPECT_EQ(0, MoveEventInfo(absolute).getRelativeAxisCount());
     // Info of another class than the type is not handed out.
     event.setEventType(InputEvent::KeyEvent, *new ButtonEventInfo(ButtonEventInfo::ButtonPressed, 1));
     EXPECT_EQ(nullptr, event.getKeyEventInfo());
