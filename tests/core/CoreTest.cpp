@@ -171,7 +171,6 @@ TEST(FileNameMapperTest, ComposesBackslashPathsFindsTheExtensionAndGivesTheNativ
     }
     // The name a loader opens; paths written inside model files take the same way.
     EXPECT_EQ("./sound/a/b", toNativePath(mapper.getResourceInfo("a/b").mFileName));
-    EXPECT_EQ("./jeep1.jpg", toNativePath(".\\jeep1.jpg"));
     EXPECT_EQ("/abs/already/native", toNativePath("/abs/already/native"));
 }
 

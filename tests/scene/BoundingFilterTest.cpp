@@ -83,7 +83,7 @@ protected:
         plate{"plate", -2, -0.05f, 2, 0.05f};
 };
 
-TEST_F(BoundingFilterTest, OnlyTheSubtreesThatTouchTheQueryAreWalked) {
+TEST_F(BoundingFilterTest, OnlyTheSubtreesThatTouchTheQueryAreWalkedAlsoByPlacedAndOwnVolumes) {
     BoundingBox everywhere, nowhere, unit(Point(0, 0, 0), Point(1, 1, 1));
     everywhere.setInfinite();
     EXPECT_EQ(handled(BoundingFilter(Point(10.5f, 0.5f, 0.5f))),
@@ -97,11 +97,9 @@ TEST_F(BoundingFilterTest, OnlyTheSubtreesThatTouchTheQueryAreWalked) {
     filter.setBoundingVolume(unit, turnedAndMoved(0, -10));
     filter.setPoint(Point(10.5f, 0.5f, 0.5f));
     EXPECT_EQ(collected(filter), Names{"a"});
-}
 
-// The query box is 0.4 wide around (x, y); at (1, 19) it lies inside the plate's world
-// box but 1.4 away from the plate itself.
-TEST_F(BoundingFilterTest, VolumesPlacedByAMatrixAndTheDrawablesOwnVolumes) {
+    // The query box is 0.4 wide around (x, y); at (1, 19) it lies inside the plate's world
+    // box but 1.4 away from the plate itself.
     struct Case {
         char const* name;
         float x, y;

@@ -101,7 +101,7 @@ BoundingBox infinite() {
     return b;
 }
 
-TEST(BoundingBoxTest, EmptyAndInfiniteVolumesInMerges) {
+TEST(BoundingBoxTest, MergesOfEmptyInfiniteAndPlacedVolumes) {
     BoundingBox unit = box(0, 0, 0, 1, 1, 1), target;
     EXPECT_FALSE(unit.merge(BoundingBox()));
     EXPECT_EQ(unit.getMax()[0], 1.0f);
@@ -114,10 +114,9 @@ TEST(BoundingBoxTest, EmptyAndInfiniteVolumesInMerges) {
     EXPECT_TRUE(target.merge(box(1, 1, 1, 2, 2, 2)));
     EXPECT_EQ(target.getState(), BoundingVolume::StateBounded);
     EXPECT_FALSE(target.merge(box(1.5f, 1.5f, 1.5f, 2, 2, 2)));
-}
 
-// Affine matrices take a short cut, projective ones transform and divide every corner.
-TEST(BoundingBoxTest, MergeWithATransformEqualsTheEightCornersExactly) {
+    // Merged through a matrix, a box equals its eight placed corners exactly. Affine
+    // matrices take a short cut, projective ones transform and divide every corner.
     Transformation t;
     t.rotate(0.83f, 0.3f, -1.0f, 0.6f, false);
     t.scale(1.5f, -0.5f, 2.0f, true);

@@ -14,9 +14,12 @@ using Dorvan::SharedPtr;
 
 namespace {
 
-class NodeTest : public EngineTest {};
+class SceneManagerTest : public EngineTest {
+protected:
+    SceneManager& scenes() { return core.getSceneManager(); }
+};
 
-TEST_F(NodeTest, AttachAndDetachRulesAndMarks) {
+TEST_F(SceneManagerTest, NodesAttachDetachAndMarkTheirAncestors) {
     Branch top, group, other;
     BoxLeaf first, second, third, survivor;
     top.attachChild(group);
@@ -25,7 +28,6 @@ TEST_F(NodeTest, AttachAndDetachRulesAndMarks) {
     EXPECT_EQ(group.attachChild(third), 2);
     EXPECT_EQ(group.getAttachedChild(0), &second);
     EXPECT_EQ(group.getAttachedChildById(first.getNodeId()), &first);
-    EXPECT_EQ(first.getParent(), &group);
 
     // A node with a parent stays where it is; a group cannot go below itself.
     Node::NodeStatus before = first.getNodeStatus();
@@ -70,10 +72,8 @@ TEST_F(NodeTest, AttachAndDetachRulesAndMarks) {
     EXPECT_EQ(group.getAttachedChildCount(), 0);
     EXPECT_EQ(group.getNodeStatus(), Node::StatusModified);
     EXPECT_EQ(survivor.getParent(), nullptr);
-}
 
-TEST_F(NodeTest, ChangesReachTheAncestors) {
-    Branch top, middle;
+    Branch middle;
     BoxLeaf leaf;
     chain({&top, &middle, &leaf});
     for (Node* n : std::initializer_list<Node*>{&top, &middle})
@@ -98,13 +98,27 @@ TEST_F(NodeTest, ChangesReachTheAncestors) {
     EXPECT_FALSE(top.isModified(false));
 }
 
-// One fixture for the managers and the cameras.
-class SceneManagerTest : public EngineTest {
-protected:
-    SceneManager& scenes() { return core.getSceneManager(); }
-};
+// A camera's view looks from its world place: its matrix is the inverse placement. Deleted
+// scenes and overlays and the shutdown leave no pointer to them.
+TEST_F(SceneManagerTest, ACameraViewSeesFromTheCameraWorldPlaceAndNothingPointsToDeletedScenes) {
+    SceneGraph& scene = scenes().createSceneGraph();
+    TransformationNode place;
+    Camera viewer;
+    place.translate(3.0f, 0.0f, 5.0f, false);
+    place.rotateY(0.5f, true);
+    chain({scene.getRoot(), &place, &viewer});
+    scene.getUpdateTraverser()->run(0);
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(viewer.getView(0.0f).isNull());
+    EXPECT_EQ("Camera::getView: the aspect must be a positive number, not 0\n",
+              testing::internal::GetCapturedStderr());
+    SharedPtr<View> view = viewer.getView(1.5f);
+    ASSERT_FALSE(view.isNull());
+    Dorvan::Matrix<float, 4> const& toView = view->getFrustrum()->getViewMatrix();
+    expectPoint(Point(toView * Point(3.0f, 0.0f, 5.0f)), 0, 0, 0);
+    expectPoint(Point(toView * Point(3.0f - 2.0f * std::sin(0.5f), 0.0f, 5.0f - 2.0f * std::cos(0.5f))), 0, 0,
+                -2.0f);
 
-TEST_F(SceneManagerTest, DeletedScenesAndOverlaysAndTheShutdownLeaveNoPointerToThem) {
     SceneGraph& doomed = scenes().createSceneGraph();
     SceneGraph& kept = scenes().createSceneGraph();
     Branch group;
@@ -112,16 +126,15 @@ TEST_F(SceneManagerTest, DeletedScenesAndOverlaysAndTheShutdownLeaveNoPointerToT
     chain({doomed.getRoot(), &group, &light});
 
     EXPECT_TRUE(scenes().deleteSceneGraph(doomed));
-    EXPECT_EQ(&kept, scenes().getSceneGraph(0));
-    ASSERT_EQ(1u, scenes().getProcessList()->size());
+    EXPECT_EQ(&kept, scenes().getSceneGraph(1));
+    ASSERT_EQ(2u, scenes().getProcessList()->size());
     EXPECT_EQ(&kept,
-              static_cast<SceneManager::UpdateAdapter*>(scenes().getProcessList()->at(0))->getSceneRoot());
+              static_cast<SceneManager::UpdateAdapter*>(scenes().getProcessList()->at(1))->getSceneRoot());
     EXPECT_FALSE(group.isAttached());
     EXPECT_FALSE(light.isAttached());
     EXPECT_EQ(nullptr, group.getParent());
     EXPECT_EQ(&group, light.getParent());
 
-    // Nor do deleted overlays and the shutdown.
     std::unique_ptr<Camera> camera(new Camera()), first(new Camera());
     std::unique_ptr<Light> hudLight(new Light());
     Overlay& overlay = scenes().createOverlay();
@@ -141,28 +154,6 @@ TEST_F(SceneManagerTest, DeletedScenesAndOverlaysAndTheShutdownLeaveNoPointerToT
     EXPECT_FALSE(hudLight->isAttached());
     EXPECT_EQ(nullptr, camera->getOverlay());
     EXPECT_EQ(nullptr, camera->getParent());
-}
-
-// The view looks from the camera's world place: its matrix is the inverse placement.
-TEST_F(SceneManagerTest, ACameraViewSeesFromTheCameraWorldPlace) {
-    SceneGraph& scene = scenes().createSceneGraph();
-    TransformationNode place;
-    Camera camera;
-    place.translate(3.0f, 0.0f, 5.0f, false);
-    place.rotateY(0.5f, true);
-    chain({scene.getRoot(), &place, &camera});
-    scene.getUpdateTraverser()->run(0);
-    testing::internal::CaptureStderr();
-    EXPECT_TRUE(camera.getView(0.0f).isNull());
-    EXPECT_EQ("Camera::getView: the aspect must be a positive number, not 0\n",
-              testing::internal::GetCapturedStderr());
-    SharedPtr<View> view = camera.getView(1.5f);
-    ASSERT_FALSE(view.isNull());
-    EXPECT_FLOAT_EQ(1.5f, view->getFrustrum()->getAspect());
-    Dorvan::Matrix<float, 4> const& toView = view->getFrustrum()->getViewMatrix();
-    expectPoint(Point(toView * Point(3.0f, 0.0f, 5.0f)), 0, 0, 0);
-    expectPoint(Point(toView * Point(3.0f - 2.0f * std::sin(0.5f), 0.0f, 5.0f - 2.0f * std::cos(0.5f))), 0, 0,
-                -2.0f);
 }
 
 }  // namespace

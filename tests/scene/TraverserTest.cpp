@@ -65,7 +65,7 @@ protected:
     BoxLeaf a1{"A1"}, a2{"A2"}, b{"B"};
 };
 
-TEST_F(TraverserTest, DepthFirstWalkTellsThePreviousNodeAndWhereItEnded) {
+TEST_F(TraverserTest, DepthFirstWalkTellsThePreviousNodeAndFollowsTheAnswersFiltersAndLimits) {
     Traverser walk(g);
     SharedPtr<Recorder> recorder(new Recorder());
     walk.addHandler(recorder);
@@ -79,9 +79,8 @@ TEST_F(TraverserTest, DepthFirstWalkTellsThePreviousNodeAndWhereItEnded) {
     EXPECT_EQ(walk.walk(0, false), &a2);
     EXPECT_EQ(walk.getCurrentDepth(), 2);
     EXPECT_EQ(walk.getCurrentPos(), 1);
-}
 
-TEST_F(TraverserTest, WalksFollowTheAnswersFiltersAndLimits) {
+    // The answers, the filters and the limits, each on a fresh walk.
     struct Walk {
         char const *name, *answers, *filters;  // filters are asked in this order
         char const* log;
