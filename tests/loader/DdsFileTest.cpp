@@ -86,7 +86,8 @@ const Rgba kColours[] = {{255, 0, 0, 136}, {0, 255, 0, 255}, {0, 0, 255, 136}, {
 Rgba kept(const PixelFormat& format, Rgba colour) {
     if (format.flags & 0x20000)
         colour[1] = colour[2] = colour[0];
-    if (!format.masks[3] && format.name[3] != '3' && format.name[3] != '5')
+    std::string const name = format.name;
+    if (!format.masks[3] && name != "DXT3" && name != "DXT5")
         colour[3] = 255;
     return colour;
 }
