@@ -205,6 +205,10 @@ std::uint64_t big32(const std::vector<unsigned char>& b, std::size_t at) {
 std::uint64_t magnitude32(std::uint64_t value) {
     return value & 0x80000000u ? (~value + 1) & 0xFFFFFFFFu : value;
 }
+// The bytes of the file from `offset` on, 0 when it starts past the end.
+std::uint64_t bytesFrom(const std::vector<unsigned char>& b, std::uint64_t offset) {
+    return offset < b.size() ? b.size() - offset : 0;
+}
 
 // What a file's header announces: the size of the image and the bytes its pixels take,
 // and whether they are stored as they are (else compressed).
@@ -228,8 +232,7 @@ bool announceBmp(const std::vector<unsigned char>& b, Announced& a) {
         // Uncompressed, or uncompressed with bit fields; the others are run lengths.
         a.raw = little32(b, 30) == 0 || little32(b, 30) == 3;
     }
-    std::uint64_t offset = little32(b, 10);
-    a.data = offset < b.size() ? b.size() - offset : 0;
+    a.data = bytesFrom(b, little32(b, 10));
     return true;
 }
 
@@ -240,8 +243,7 @@ bool announceTga(const std::vector<unsigned char>& b, Announced& a) {
     a.height = little16(b, 14);
     a.bits = b[16];
     a.raw = b[2] == 1 || b[2] == 2 || b[2] == 3;
-    std::uint64_t start = 18 + std::uint64_t(b[0]);
-    a.data = start < b.size() ? b.size() - start : 0;
+    a.data = bytesFrom(b, 18 + std::uint64_t(b[0]));
     return true;
 }
 

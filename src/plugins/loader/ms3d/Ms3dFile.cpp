@@ -59,16 +59,24 @@ private:
     const unsigned char* mEnd;
 };
 
-std::string countMissing(const char* section) {
+// Reads a section's record count and checks that the file holds that many records of
+// `recordSize` bytes (0 for records whose size each one gives).
+bool readCount(Reader& in, const char* section, const char* records, std::size_t recordSize,
+               unsigned int& count, std::string& error) {
     std::ostringstream text;
-    text << "the file ends before the " << section << " count";
-    return text.str();
-}
-
-std::string recordsMissing(unsigned int count, const char* what, std::size_t bytes, std::size_t left) {
-    std::ostringstream text;
-    text << count << ' ' << what << " need " << bytes << " bytes, but only " << left << " are left";
-    return text.str();
+    if (in.left() < 2) {
+        text << "the file ends before the " << section << " count";
+        error = text.str();
+        return false;
+    }
+    count = in.u16();
+    if (in.left() < count * recordSize) {
+        text << count << ' ' << records << " need " << count * recordSize << " bytes, but only " << in.left()
+             << " are left";
+        error = text.str();
+        return false;
+    }
+    return true;
 }
 
 // Normals need no check: the vertex data stores one without a direction as +z.
@@ -104,15 +112,9 @@ Ms3dFile::Result readHeader(Reader& in, int& version, std::string& error) {
 }
 
 bool readVertices(Reader& in, std::vector<Ms3dFile::Vertex>& vertices, std::string& error) {
-    if (in.left() < 2) {
-        error = countMissing("vertex");
+    unsigned int count = 0;
+    if (!readCount(in, "vertex", "vertices", kVertexSize, count, error))
         return false;
-    }
-    unsigned int count = in.u16();
-    if (in.left() < count * kVertexSize) {
-        error = recordsMissing(count, "vertices", count * kVertexSize, in.left());
-        return false;
-    }
     vertices.resize(count);
     for (unsigned int v = 0; v < count; ++v) {
         in.skip(1);
@@ -153,15 +155,9 @@ bool readTriangle(Reader& in, unsigned int t, unsigned int vertexCount, Ms3dFile
 
 bool readTriangles(Reader& in, unsigned int vertexCount, std::vector<Ms3dFile::Triangle>& triangles,
                    std::string& error) {
-    if (in.left() < 2) {
-        error = countMissing("triangle");
+    unsigned int count = 0;
+    if (!readCount(in, "triangle", "triangles", kTriangleSize, count, error))
         return false;
-    }
-    unsigned int count = in.u16();
-    if (in.left() < count * kTriangleSize) {
-        error = recordsMissing(count, "triangles", count * kTriangleSize, in.left());
-        return false;
-    }
     triangles.resize(count);
     for (unsigned int t = 0; t < count; ++t) {
         if (!readTriangle(in, t, vertexCount, triangles[t], error))
@@ -203,11 +199,10 @@ bool readGroup(Reader& in, unsigned int g, unsigned int triangleCount, Ms3dFile:
 
 bool readGroups(Reader& in, unsigned int triangleCount, std::vector<Ms3dFile::Group>& groups,
                 std::string& error) {
-    if (in.left() < 2) {
-        error = countMissing("group");
+    unsigned int count = 0;
+    if (!readCount(in, "group", "groups", 0, count, error))
         return false;
-    }
-    groups.resize(in.u16());
+    groups.resize(count);
     for (unsigned int g = 0; g < groups.size(); ++g) {
         if (!readGroup(in, g, triangleCount, groups[g], error))
             return false;
@@ -235,15 +230,9 @@ bool readMaterial(Reader& in, unsigned int m, Ms3dFile::Material& material, std:
 }
 
 bool readMaterials(Reader& in, std::vector<Ms3dFile::Material>& materials, std::string& error) {
-    if (in.left() < 2) {
-        error = countMissing("material");
+    unsigned int count = 0;
+    if (!readCount(in, "material", "materials", kMaterialSize, count, error))
         return false;
-    }
-    unsigned int count = in.u16();
-    if (in.left() < count * kMaterialSize) {
-        error = recordsMissing(count, "materials", count * kMaterialSize, in.left());
-        return false;
-    }
     materials.resize(count);
     for (unsigned int m = 0; m < count; ++m) {
         if (!readMaterial(in, m, materials[m], error))
