@@ -52,8 +52,12 @@ GLenum GLGeometryRenderer::toGLPrimitive(int elementType) {
     }
 }
 
+void GLGeometryRenderer::drawDrawable(Drawable* drawable, ObjectNode* object, std::int64_t stamp) {
+    drawDrawable(drawable, object, stamp, SharedPtr<Material>());
+}
+
 void GLGeometryRenderer::drawDrawable(Drawable* drawable, ObjectNode* object, std::int64_t stamp,
-                                      SharedPtr<Material> const* first) {
+                                      SharedPtr<Material> const& first) {
     SharedPtr<Geometry> geometry = drawable->getGeometry(0);
     if (geometry.isNull())
         return;
@@ -65,7 +69,7 @@ void GLGeometryRenderer::drawDrawable(Drawable* drawable, ObjectNode* object, st
         // Never null: without a material of its own a group gets a default one.
         unsigned int const index = group->getMaterialIndex();
         SharedPtr<Material> material =
-            index == 0 && first && *first ? *first : mMaterialManager->getMaterial(drawable, object, index);
+            index == 0 && first ? first : mMaterialManager->getMaterial(drawable, object, index);
         if (material.get() != mAppliedMaterial) {
             mMaterialManager->applyMaterial(material);
             mAppliedMaterial = material.get();

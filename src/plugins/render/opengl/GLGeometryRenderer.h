@@ -30,12 +30,10 @@ public:
     void setMaterialManager(GLMaterialManager* manager) { mMaterialManager = manager; }
 
     // `stamp` is the time the uploads of this draw are recorded under.
-    void drawDrawable(Drawable* drawable, ObjectNode* object, std::int64_t stamp) {
-        drawDrawable(drawable, object, stamp, nullptr);
-    }
-    // `first`, when not null and set, is the drawable's material 0 looked up already.
+    void drawDrawable(Drawable* drawable, ObjectNode* object, std::int64_t stamp);
+    // `first`, when set, is the drawable's material 0, looked up already.
     void drawDrawable(Drawable* drawable, ObjectNode* object, std::int64_t stamp,
-                      Dorvan::SharedPtr<Material> const* first);
+                      Dorvan::SharedPtr<Material> const& first);
     void drawGroup(Geometry* geometry, GeometryGroup* group, Dorvan::SharedPtr<Material> material,
                    std::int64_t stamp);
     void drawElements(IndexElement* element, VertexDataSet* set, std::int64_t stamp);

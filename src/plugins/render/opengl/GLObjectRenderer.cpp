@@ -76,7 +76,7 @@ void GLObjectRenderer::renderList(std::vector<RenderEntry> const& list) {
 
 void GLObjectRenderer::renderDrawable(RenderEntry const& entry) {
     mSceneManager->setWorldTransformation(entry.node->getTransformedNode().getWorldTransformation());
-    mGeometryRenderer.drawDrawable(entry.drawable, entry.object, mStamp, &entry.material);
+    mGeometryRenderer.drawDrawable(entry.drawable, entry.object, mStamp, entry.material);
     GLenum code = glGetError();
     if (code != GL_NO_ERROR)
         logGLError("render.opengl.GLObjectRenderer", "GL Error: ", code);
